@@ -1,0 +1,123 @@
+#ifndef ZEB5_SAX_FILE_PARSER_H
+#define ZEB5_SAX_FILE_PARSER_H
+
+/// Walks an XML document in a file one parser step at a time.
+///
+/// The same steps, pieces of text, limits and threading as SAX_Memory_Parser; only construction and start
+/// differ.
+
+#include <cstdint>
+#include <memory>
+#include <vector>
+
+#include <xercesc/framework/XMLPScanToken.hpp>
+#include <xercesc/parsers/SAXParser.hpp>
+#include <xercesc/sax/HandlerBase.hpp>
+
+#include "xml_platform.h"
+#include "zeb5_export.h"
+
+struct sax_step_texts;
+
+/// One attribute of the current element; the strings are NUL-terminated and belong to the handler.
+struct attrf {
+    char *name;
+    char *type; // as the parser reports it, "CDATA" for instance
+    char *value;
+};
+
+/// Holds what the current step delivers. Its strings and records stay its own and last until the step that
+/// drops them.
+class ZEB5_API FileParseHandlers : public xercesc::HandlerBase {
+public:
+    FileParseHandlers();
+    ~FileParseHandlers() override;
+    FileParseHandlers(const FileParseHandlers &) = delete;
+    FileParseHandlers &operator=(const FileParseHandlers &) = delete;
+
+    // Counts since the document began: start tags, their attributes, characters of text, ignorable white
+    // space
+    std::uint32_t getElementCount() const { return fElementCount; }
+    std::uint32_t getAttrCount() const { return fAttrCount; }
+    std::uint32_t getCharacterCount() const { return fCharacterCount; }
+    std::uint32_t getSpaceCount() const { return fSpaceCount; }
+    /// Warnings, errors and fatal errors since the document began.
+    int getErrorCount() const { return error_count; }
+
+    char *getTag() const { return tag; }     // null: no element is current
+    char *getValue() const { return value; } // null: no text
+    std::vector<attrf *> &getAttr() { return vattr; }
+    void getTagValue(char **tag, char **value) const;
+    void resetTag() { tag = nullptr; }
+    void resetValue() { value = nullptr; }
+    void resetTagValue();
+
+    /// Drops tag, value and attributes if an end tag or a text was seen; a fresh start tag stays.
+    void reset_end_tag_flag();
+
+    // What the parser calls
+    void startElement(const XMLCh *const name, xercesc::AttributeList &attributes) override;
+    void endElement(const XMLCh *const name) override;
+    void characters(const XMLCh *const chars, const XMLSize_t length) override;
+    void ignorableWhitespace(const XMLCh *const chars, const XMLSize_t length) override;
+    void resetDocument() override;
+    void resetErrors() override;
+    void warning(const xercesc::SAXParseException &exception) override;
+    void error(const xercesc::SAXParseException &exception) override;
+    void fatalError(const xercesc::SAXParseException &exception) override;
+
+private:
+    friend struct sax_step_handlers;
+
+    std::uint32_t fElementCount = 0;
+    std::uint32_t fAttrCount = 0;
+    std::uint32_t fCharacterCount = 0;
+    std::uint32_t fSpaceCount = 0;
+    bool fSawErrors = false; // never set by anything
+    char *tag = nullptr;
+    char *value = nullptr;
+    std::vector<attrf *> vattr;
+    int error_count = 0;
+    bool end_flag = false;
+    std::unique_ptr<sax_step_texts> texts; // what `tag` and `value` point into
+};
+
+class ZEB5_API SAX_File_Parser {
+public:
+    /// A failed start of the XML platform is reported on standard error; init_ok() is false then.
+    SAX_File_Parser();
+    ~SAX_File_Parser();
+    SAX_File_Parser(const SAX_File_Parser &) = delete;
+    SAX_File_Parser &operator=(const SAX_File_Parser &) = delete;
+
+    /// Whether the parser can be used.
+    bool init_ok();
+
+    /// Opens the file at `path` and reads up to the root element. Returns 0, or 1 with a message on standard
+    /// error (none for a null path).
+    int start(char *path);
+
+    /// Takes one step. `*tag` and `*value`, where the pointers are not null, are set to the current element's
+    /// name and text or to null. Returns 0; once the parser has reported anything, warnings included, the
+    /// number of its reports; -1 after the end of the document. Reports go to standard error.
+    int parse(char **tag, char **value);
+
+    /// Looks up an attribute of the current element. Returns 0 and its value in `*res`, or -1 and null when
+    /// there is none, `name` is null or the parser has reported anything.
+    int get_attr(char *name, char **res);
+
+    /// Number of warnings and errors reported so far.
+    int get_error_counter();
+
+private:
+    friend struct sax_step_handlers;
+
+    std::unique_ptr<xml_platform> platform; // first, so that it is the last to go
+    bool init = false;
+    bool gotMore = true;
+    FileParseHandlers handler; // outlives the parser, which reports to it
+    std::unique_ptr<xercesc::SAXParser> parser;
+    xercesc::XMLPScanToken token;
+};
+
+#endif

@@ -1,0 +1,70 @@
+#include "SAX_Memory_Parser.h"
+
+#include "sax_step_handlers.h"
+
+MemParseHandlers::MemParseHandlers() : texts(new sax_step_texts) {}
+
+MemParseHandlers::~MemParseHandlers() { sax_step_handlers::drop_attributes(*this); }
+
+void MemParseHandlers::getTagValue(char **tag_out, char **value_out) const {
+    *tag_out = tag;
+    *value_out = value;
+}
+
+void MemParseHandlers::resetTagValue() {
+    resetTag();
+    resetValue();
+}
+
+void MemParseHandlers::reset_end_tag_flag() { sax_step_handlers::reset_end_tag_flag(*this); }
+
+void MemParseHandlers::startElement(const XMLCh *const name, xercesc::AttributeList &attributes) {
+    sax_step_handlers::start_element(*this, name, attributes);
+}
+
+void MemParseHandlers::endElement(const XMLCh *const) { end_flag = true; }
+
+void MemParseHandlers::characters(const XMLCh *const chars, const XMLSize_t length) {
+    sax_step_handlers::characters(*this, chars, length);
+}
+
+void MemParseHandlers::ignorableWhitespace(const XMLCh *const, const XMLSize_t length) {
+    fSpaceCount += static_cast<std::uint32_t>(length);
+}
+
+void MemParseHandlers::resetDocument() { sax_step_handlers::reset_document(*this); }
+
+void MemParseHandlers::warning(const xercesc::SAXParseException &exception) {
+    sax_step_handlers::report(*this, "Warning", exception);
+}
+
+void MemParseHandlers::error(const xercesc::SAXParseException &exception) {
+    sax_step_handlers::report(*this, "Error", exception);
+}
+
+void MemParseHandlers::fatalError(const xercesc::SAXParseException &exception) {
+    sax_step_handlers::report(*this, "Fatal Error", exception);
+}
+
+SAX_Memory_Parser::SAX_Memory_Parser(char *str) {
+    if (!str || !sax_step_handlers::open_platform(*this))
+        return;
+    sax_step_handlers::create_parser(*this);
+    memBufIS = std::make_unique<xercesc::MemBufInputSource>(reinterpret_cast<const XMLByte *>(str),
+                                                            std::strlen(str), "my_mem_info", false);
+    init = true;
+}
+
+SAX_Memory_Parser::~SAX_Memory_Parser() = default;
+
+bool SAX_Memory_Parser::init_ok() { return init; }
+
+int SAX_Memory_Parser::start() { return init ? sax_step_handlers::start(*this, *memBufIS) : 1; }
+
+int SAX_Memory_Parser::parse(char **tag, char **value) { return sax_step_handlers::parse(*this, tag, value); }
+
+int SAX_Memory_Parser::get_attr(char *name, char **res) {
+    return sax_step_handlers::get_attr(*this, name, res);
+}
+
+int SAX_Memory_Parser::get_error_counter() { return handler.getErrorCount(); }

@@ -1,0 +1,133 @@
+#ifndef ZEB5_SAX_MEMORY_PARSER_H
+#define ZEB5_SAX_MEMORY_PARSER_H
+
+/// Walks an XML document held in memory one parser step at a time.
+///
+/// Construct, check init_ok(), call start(), then parse() until it returns non-zero; get_attr() asks for
+/// attributes of the current element. What a step delivers: after a start tag the tag and a null value; after
+/// its text the tag and the text; after white space, an end tag or anything else what is left of the step
+/// before, normally two nulls. An element without text that has an end tag of its own is delivered twice.
+///
+/// Text comes in pieces: a new one begins at every entity or character reference, at a CDATA section and
+/// after about a million characters; within a step the last piece is the value. Documents are self-contained:
+/// external entities and DTDs are never opened but reported as errors, and so is the 1,001st expansion of an
+/// entity.
+///
+/// Each parser reads one document, on one thread; parsers on several threads may run at the same time.
+
+#include <cstdint>
+#include <memory>
+#include <vector>
+
+#include <xercesc/framework/MemBufInputSource.hpp>
+#include <xercesc/framework/XMLPScanToken.hpp>
+#include <xercesc/parsers/SAXParser.hpp>
+#include <xercesc/sax/HandlerBase.hpp>
+
+#include "xml_platform.h"
+#include "zeb5_export.h"
+
+struct sax_step_texts;
+
+/// One attribute of the current element; the strings are NUL-terminated and belong to the handler.
+struct attr {
+    char *name;
+    char *type; // as the parser reports it, "CDATA" for instance
+    char *value;
+};
+
+/// Holds what the current step delivers. Its strings and records stay its own and last until the step that
+/// drops them.
+class ZEB5_API MemParseHandlers : public xercesc::HandlerBase {
+public:
+    MemParseHandlers();
+    ~MemParseHandlers() override;
+    MemParseHandlers(const MemParseHandlers &) = delete;
+    MemParseHandlers &operator=(const MemParseHandlers &) = delete;
+
+    // Counts since the document began: start tags, their attributes, characters of text, ignorable white
+    // space
+    std::uint32_t getElementCount() const { return fElementCount; }
+    std::uint32_t getAttrCount() const { return fAttrCount; }
+    std::uint32_t getCharacterCount() const { return fCharacterCount; }
+    std::uint32_t getSpaceCount() const { return fSpaceCount; }
+    /// Warnings, errors and fatal errors since the document began.
+    int getErrorCount() const { return error_count; }
+
+    char *getTag() const { return tag; }     // null: no element is current
+    char *getValue() const { return value; } // null: no text
+    std::vector<attr *> &getAttr() { return vattr; }
+    void getTagValue(char **tag, char **value) const;
+    void resetTag() { tag = nullptr; }
+    void resetValue() { value = nullptr; }
+    void resetTagValue();
+
+    /// Drops tag, value and attributes if an end tag or a text was seen; a fresh start tag stays.
+    void reset_end_tag_flag();
+
+    // What the parser calls
+    void startElement(const XMLCh *const name, xercesc::AttributeList &attributes) override;
+    void endElement(const XMLCh *const name) override;
+    void characters(const XMLCh *const chars, const XMLSize_t length) override;
+    void ignorableWhitespace(const XMLCh *const chars, const XMLSize_t length) override;
+    void resetDocument() override;
+    void warning(const xercesc::SAXParseException &exception) override;
+    void error(const xercesc::SAXParseException &exception) override;
+    void fatalError(const xercesc::SAXParseException &exception) override;
+
+private:
+    friend struct sax_step_handlers;
+
+    std::uint32_t fElementCount = 0;
+    std::uint32_t fAttrCount = 0;
+    std::uint32_t fCharacterCount = 0;
+    std::uint32_t fSpaceCount = 0;
+    char *tag = nullptr;
+    char *value = nullptr;
+    std::vector<attr *> vattr;
+    int error_count = 0;
+    bool end_flag = false;
+    std::unique_ptr<sax_step_texts> texts; // what `tag` and `value` point into
+};
+
+class ZEB5_API SAX_Memory_Parser {
+public:
+    /// `str`: the document, NUL-terminated. It is not copied and must outlive the parser. A failed start of
+    /// the XML platform is reported on standard error; with a null `str` nothing is started. init_ok() is
+    /// false then.
+    SAX_Memory_Parser(char *str);
+    ~SAX_Memory_Parser();
+    SAX_Memory_Parser(const SAX_Memory_Parser &) = delete;
+    SAX_Memory_Parser &operator=(const SAX_Memory_Parser &) = delete;
+
+    /// Whether the parser can be used.
+    bool init_ok();
+
+    /// Reads up to the root element. Returns 0, or 1 with a message on standard error.
+    int start();
+
+    /// Takes one step. `*tag` and `*value`, where the pointers are not null, are set to the current element's
+    /// name and text or to null. Returns 0; once the parser has reported anything, warnings included, the
+    /// number of its reports; -1 after the end of the document. Reports go to standard error.
+    int parse(char **tag, char **value);
+
+    /// Looks up an attribute of the current element. Returns 0 and its value in `*res`, or -1 and null when
+    /// there is none, `name` is null or the parser has reported anything.
+    int get_attr(char *name, char **res);
+
+    /// Number of warnings and errors reported so far.
+    int get_error_counter();
+
+private:
+    friend struct sax_step_handlers;
+
+    std::unique_ptr<xml_platform> platform; // first, so that it is the last to go
+    bool init = false;
+    bool gotMore = true;
+    MemParseHandlers handler; // outlives the parser, which reports to it
+    std::unique_ptr<xercesc::MemBufInputSource> memBufIS;
+    std::unique_ptr<xercesc::SAXParser> parser;
+    xercesc::XMLPScanToken token;
+};
+
+#endif

@@ -1,0 +1,47 @@
+#ifndef ZEB5_CHAN_DESCR_PARTS_H
+#define ZEB5_CHAN_DESCR_PARTS_H
+
+/// How bits, dimensions and statistics come into their records and go again.
+
+#include <memory>
+
+#include "parse_chan_descr.h"
+
+namespace zeb5 {
+
+/// Releases with all that it holds, whatever the counts say.
+struct part_release {
+    void operator()(const bit_descr *bit) const { delete bit; }
+    void operator()(const stat_descr *stat) const { delete stat; }
+    void operator()(const dim_descr *dim) const {
+        for (const stat_descr *stat : dim->stats)
+            delete stat;
+        delete dim;
+    }
+    void operator()(const chan_descr_2010 *channel) const {
+        for (const bit_descr *bit : channel->bits)
+            delete bit;
+        for (const dim_descr *dim : channel->dims)
+            (*this)(dim);
+        delete channel;
+    }
+};
+
+template <class Record> using owned = std::unique_ptr<Record, part_release>;
+
+/// Hands a sub-record over to its record and counts it; a null one is skipped.
+template <class Record>
+Record *append_part(std::vector<Record *> &parts, std::int32_t &count, owned<Record> part) {
+    if (!part)
+        return nullptr;
+    parts.push_back(part.get());
+    ++count;
+    return part.release();
+}
+
+/// Releases a dimension of the channel `prop`, its statistics only if they are counted.
+void release_dim(const dim_descr *dim, const char *prop);
+
+} // namespace zeb5
+
+#endif

@@ -1,0 +1,208 @@
+#include <algorithm>
+#include <cstdio>
+#include <cstring>
+#include <iostream>
+#include <memory>
+#include <unordered_set>
+
+#include "chan_descr_parts.h"
+#include "chan_descr_tags.h"
+#include "narrow_text.h"
+#include "parse_chan_descr.h"
+
+namespace {
+
+using namespace zeb5;
+
+/// Names of the types in a mask, separated by colons; at most 255 bytes, the last one cut off.
+std::string type_names(std::uint32_t mask, int first_type, const char *(*name_of)(int)) {
+    std::string names;
+    for (int bit = 0; bit < 32; ++bit) {
+        if (!(mask >> bit & 1))
+            continue;
+        if (!names.empty())
+            names += ':';
+        names += name_of(first_type + bit);
+    }
+    names.resize(std::min<std::size_t>(names.size(), 255));
+    return names;
+}
+
+std::string event_type_names(std::uint32_t ev_type) { return type_names(ev_type, 0, event_name_itoa); }
+
+/// Bit 31 selects the 2010 block types and is no type itself.
+std::string block_type_names(std::uint32_t dtype) {
+    const bool is_2010 = dtype >> 31;
+    return type_names(dtype & 0x7FFFFFFF, is_2010 ? 32 : 0, block_name_itoa);
+}
+
+void print_bits(const chan_descr_2010 &channel) {
+    if (channel.nbits != 0) {
+        std::printf("\t\t# bits :%d\n", channel.nbits);
+        for (const bit_descr *bit : channel.bits) {
+            std::printf("\t\tbit    : %d\n", bit->bit);
+            std::printf("\t\tname   : %s\n", bit->bit_name);
+            std::printf("\t\tdesc   : %s\n", bit->bit_desc);
+        }
+    } else if (!channel.bits.empty())
+        std::printf("ERROR: nbits = 0, but bits.size() > 0\n");
+}
+
+void print_stats(const dim_descr &dim) {
+    if (dim.nstats != 0) {
+        std::printf("\t\t\t# stats : %d\n", dim.nstats);
+        for (const stat_descr *stat : dim.stats) {
+            std::printf("\t\t\tid     : %d\n", stat->stat);
+            std::printf("\t\t\tname   : %s\n", stat->stat_name);
+            std::printf("\t\t\tdesc   : %s\n", stat->stat_desc);
+            std::printf("\t\t\tunits  : %s\n", stat->units);
+        }
+    } else if (!dim.stats.empty())
+        std::printf("ERROR: nstats = 0, but stats.size() > 0\n");
+}
+
+void print_dims(const chan_descr_2010 &channel) {
+    if (channel.ndims != 0) {
+        std::printf("\t\t# dims : %d\n", channel.ndims);
+        for (const dim_descr *dim : channel.dims) {
+            std::printf("\t\tid    : %d\n", dim->dim);
+            std::printf("\t\tname : %s\n", dim->dim_name);
+            std::printf("\t\tdesc : %s\n", dim->dim_desc);
+            std::printf("\t\tunits: %s\n", dim->units);
+            print_stats(*dim);
+        }
+    } else if (!channel.dims.empty())
+        std::printf("ERROR: ndims = 0, but dims.size() > 0\n");
+}
+
+void print_channel(const chan_descr_2010 &channel) {
+    std::printf(" stream   : %d \n", channel.stream);
+    std::printf(" ev type  : 0x%x %s\n", channel.ev_type, event_type_names(channel.ev_type).c_str());
+    std::printf(" data type: 0x%x %s\n", channel.dtype, block_type_names(channel.dtype).c_str());
+    std::printf("\tcount  :%d\n", channel.count);
+    std::printf("\tdb_key :%d\n", channel.db_key);
+    std::printf("\tprop   :%s\n", channel.prop_name);
+    std::printf("\tname   :%s\n", channel.daq_name);
+    std::printf("\tset_pnt:%s\n", channel.set_point ? "yes" : "no");
+    std::printf("\tdesc   :%s\n", channel.prop_desc);
+    std::printf("\tsb_name:%s\n", channel.sb_name);
+    std::printf("\tsubsys :%s\n", channel.subsystem);
+    std::printf("\tunit   :%s\n", channel.units);
+    std::printf("\tmax_sz :%d\n", channel.max_size);
+    print_bits(channel);
+    print_dims(channel);
+}
+
+// Kept, in the three functions below: sub-records beside a count of 0 are told of and left alone, as somebody
+// else may own them.
+
+void release_bits(const chan_descr_2010 &channel) {
+    if (channel.nbits != 0) {
+        for (const bit_descr *bit : channel.bits)
+            delete bit;
+    } else if (!channel.bits.empty())
+        std::cout << "ERROR: nbits = 0, but bits.size() > 0"
+                  << " prop: " << channel.prop_name << std::endl;
+}
+
+void release_dims(const chan_descr_2010 &channel) {
+    if (channel.ndims != 0) {
+        for (const dim_descr *dim : channel.dims)
+            release_dim(dim, channel.prop_name);
+    } else if (!channel.dims.empty())
+        std::cout << "ERROR: ndims = 0, but dims.size() > 0"
+                  << " prop: " << channel.prop_name << std::endl;
+}
+
+} // namespace
+
+namespace zeb5 {
+
+void release_dim(const dim_descr *dim, const char *prop) {
+    if (dim->nstats != 0) {
+        for (const stat_descr *stat : dim->stats)
+            delete stat;
+    } else if (!dim->stats.empty())
+        std::cout << "ERROR: nstats = 0, but stats.size() > 0 (" << dim->stats.size() << ")"
+                  << " prop: " << prop << std::endl;
+    delete dim;
+}
+
+} // namespace zeb5
+
+chan_descr_2010 *find_chan_entry(const std::vector<chan_descr_2010 *> *list, const char *name) {
+    if (!list || !name)
+        return nullptr;
+    for (chan_descr_2010 *channel : *list)
+        if (std::strcmp(channel->prop_name, name) == 0)
+            return channel;
+    return nullptr;
+}
+
+const char *get_chan_descr_root_tag(int row, int column) {
+    // Kept: the rows behind DTYPE are never handed out; callers end their loops on the null
+    if (row < TAG_ROOT || row > TAG_DTYPE || column < OF_CHANNEL || column > OF_STAT)
+        return nullptr;
+    return tags[row][column];
+}
+
+bit_descr *zeb5_clone_bit_descr(const bit_descr *src) {
+    if (!src)
+        return nullptr;
+    auto copy = std::make_unique<bit_descr>();
+    copy->bit = src->bit;
+    copy_text(copy->bit_name, src->bit_name);
+    copy_text(copy->bit_desc, src->bit_desc);
+    return copy.release();
+}
+
+stat_descr *zeb5_clone_stat_descr(const stat_descr *src) {
+    if (!src)
+        return nullptr;
+    auto copy = std::make_unique<stat_descr>();
+    copy->stat = src->stat;
+    copy_text(copy->stat_name, src->stat_name);
+    copy_text(copy->stat_desc, src->stat_desc);
+    copy_text(copy->units, src->units);
+    return copy.release();
+}
+
+dim_descr *zeb5_clone_dim_descr(const dim_descr *src) {
+    if (!src)
+        return nullptr;
+    owned<dim_descr> copy(new dim_descr{});
+    copy->dim = src->dim;
+    copy_text(copy->dim_name, src->dim_name);
+    copy_text(copy->dim_desc, src->dim_desc);
+    copy_text(copy->units, src->units);
+    for (const stat_descr *stat : src->stats)
+        append_part(copy->stats, copy->nstats, owned<stat_descr>(zeb5_clone_stat_descr(stat)));
+    return copy.release();
+}
+
+void clean_chan_desr_list(std::vector<chan_descr_2010 *> *list) {
+    if (!list)
+        return;
+    std::unordered_set<const chan_descr_2010 *> released; // a channel with two identities stands there twice
+    released.reserve(list->size());
+    for (const chan_descr_2010 *channel : *list) {
+        if (!channel || !released.insert(channel).second)
+            continue;
+        release_bits(*channel);
+        release_dims(*channel);
+        delete channel;
+    }
+    list->clear();
+}
+
+void print_zeb5_chan_descr(const std::vector<chan_descr_2010 *> *list) {
+    if (!list)
+        return;
+    std::printf("========================\n");
+    std::printf("ZEB5 XML Channel Description (XCD)\n");
+    int number = 0;
+    for (const chan_descr_2010 *channel : *list) {
+        std::printf("--------------[%d]-----------------\n", number++);
+        print_channel(*channel);
+    }
+}

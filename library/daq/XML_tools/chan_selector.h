@@ -1,0 +1,77 @@
+#ifndef ZEB5_CHAN_SELECTOR_H
+#define ZEB5_CHAN_SELECTOR_H
+
+#include <memory>
+#include <vector>
+
+#include "descr_extractor.h"
+#include "zeb5_export.h"
+
+namespace zeb5 {
+class chan_name_index;
+}
+
+/// Keeps channel descriptions and answers questions about them. Channels are numbered from 0 in the order
+/// read; a number that is no channel, negative ones included, gets the answer for "none". Look-ups by name
+/// find the first channel of that name; a null name is nobody's. An object is used by one thread at a time.
+class ZEB5_API chan_selector : public descr_extractor {
+public:
+    chan_selector();  // no descriptions, shift false
+    ~chan_selector(); // releases the descriptions
+    chan_selector(const chan_selector &) = delete;
+    chan_selector &operator=(const chan_selector &) = delete;
+
+    /// Reads the sources, as get_descriptions() does, and adds their channels. Returns TRUE WHEN IT FAILED.
+    bool set_descriptions(std::vector<char *> *soure, int *total);
+
+    /// Whether channel `chan` is there for event type `ev_type`, some channel of which is known: by DAQ name
+    /// for local and ML event types, else by property name. With no descriptions at all every channel is.
+    bool find_channel(int ev_type, char *chan);
+
+    /// Event-type mask of the channel: by DAQ name, or by property name when one of its event types is
+    /// neither local nor ML. 0, with a message on standard output, when there is none.
+    int get_event_type(char *chan);
+
+    /// Data-type word of the channel with this DAQ name; 0 when there is none, with a message on standard
+    /// output when there are no descriptions at all.
+    int get_data_type(char *chan);
+
+    /// DAQ name and property name of a channel, or null. This is the record's own 256-byte field. Look-ups
+    /// follow a change made there, without fail in lists of up to 128 channels and for the latest 128
+    /// channels handed out here. For a change through an older pointer, ask for the channel here once more
+    /// afterwards.
+    char *get_channel(int num);
+    char *get_prop(int num);
+
+    /// Sets the counter of a channel. Returns TRUE WHEN THERE IS NO SUCH CHANNEL.
+    bool set_counter(int num, int cnt);
+
+    /// 1 when the channel's name has one of the slow event types BOR, EOR, ENV and UPD, else 0; -1 when there
+    /// is no such channel or its event mask is empty.
+    int is_channel_slow(int num);
+
+    /// 1 when one of the event types of the channel's name is of the ML class or the DAQ name contains ".ML",
+    /// else 0; -1 as above.
+    int is_channel_ml(int num);
+
+    /// 1 for a slow channel, the number of dimensions for a fast one, 0 when there is none.
+    int get_subchannels(int num);
+
+    /// Number of descriptions.
+    int size();
+
+    /// `shift` of the reader, and the extraction mode, for the sources to come.
+    void set_shift(bool new_shift);
+    void change_mode(int new_mode);
+
+    /// Lists the descriptions on standard output.
+    void dump();
+
+private:
+    int ev_types = 0; // mask: some description carries event type n
+    std::vector<chan_descr_2010 *> descr;
+    bool shift = false;
+    std::unique_ptr<zeb5::chan_name_index> names; // where in `descr` a name stands
+};
+
+#endif

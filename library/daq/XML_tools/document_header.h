@@ -1,0 +1,24 @@
+#ifndef ZEB5_DOCUMENT_HEADER_H
+#define ZEB5_DOCUMENT_HEADER_H
+
+/// What every written document begins with: the XML declaration and the date. All dates are local time.
+
+#include <ctime>
+#include <string>
+
+#include "zeb5_export.h"
+
+/// Writes `*t` as local time, "2021-07-01T13:05:09", into `isodate_str`: 19 characters and the NUL, never
+/// more than 40 bytes. Does nothing when `isodate_str` is null; `t` must not be null.
+ZEB5_API void create_isodate(char *isodate_str, time_t *t);
+
+/// The same for the current time.
+ZEB5_API void create_isodate(char *isodate_str);
+
+/// Replaces the whole content of `str` with the XML declaration and its line end, 45 characters.
+ZEB5_API void set_xml_header(std::string &str);
+
+/// Appends the line of the isodate element, begun with a tab, with the current local time.
+ZEB5_API void add_iso_date(std::string &str);
+
+#endif

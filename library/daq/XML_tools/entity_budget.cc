@@ -1,0 +1,60 @@
+#include "entity_budget.h"
+
+#include <utility>
+
+namespace zeb5 {
+
+bool entity_budget::declare(std::u16string_view name, bool is_parameter, std::u16string_view text) {
+    const std::size_t number = number_of((is_parameter ? u'%' : u'&') + std::u16string(name));
+    if (entities_[number].declared)
+        return true; // the first declaration of a name counts
+    entities_[number].declared = true;
+    entities_[number].length = text.size();
+    for (std::size_t begin = 0; (begin = text.find_first_of(u"&%", begin)) != text.npos; ++begin) {
+        const std::size_t end = text.find(u';', begin);
+        if (end == text.npos)
+            break;
+        if (text[begin + 1] == u'#')
+            continue; // a character
+        const std::size_t used = number_of(std::u16string(text.substr(begin, end - begin)));
+        entities_[used].users.push_back(number);
+        const entity &known = entities_[used];
+        if (known.declared && used != number &&
+            !add(number, {known.nested.expansions + 1, known.nested.characters + known.length}))
+            return false;
+    }
+    // Those declared before that refer to this one
+    const weight whole{entities_[number].nested.expansions + 1,
+                       entities_[number].nested.characters + entities_[number].length};
+    const std::vector<std::size_t> users = entities_[number].users;
+    for (const std::size_t user : users)
+        if (!add(user, whole))
+            return false;
+    return true;
+}
+
+/// An entity's number; a name not seen before gets the next one.
+std::size_t entity_budget::number_of(std::u16string name) {
+    const auto [place, is_new] = numbers_.try_emplace(std::move(name), entities_.size());
+    if (is_new)
+        entities_.emplace_back();
+    return place->second;
+}
+
+/// Adds to an entity and to all that reach it. Ends on circular references too, as their sums pass the limit.
+bool entity_budget::add(std::size_t user, weight more) {
+    std::vector<std::size_t> pending{user};
+    while (!pending.empty()) {
+        entity &grown = entities_[pending.back()];
+        pending.pop_back();
+        grown.nested.expansions += more.expansions;
+        grown.nested.characters += more.characters;
+        if (grown.nested.expansions > most_expansions || grown.nested.characters > most_characters)
+            return false;
+        if (grown.declared)
+            pending.insert(pending.end(), grown.users.begin(), grown.users.end());
+    }
+    return true;
+}
+
+} // namespace zeb5

@@ -1,0 +1,51 @@
+#ifndef ZEB5_ENTITY_BUDGET_H
+#define ZEB5_ENTITY_BUDGET_H
+
+/// How much text the entities of a document would expand to, known before any of them expands.
+
+#include <cstddef>
+#include <string>
+#include <string_view>
+#include <unordered_map>
+#include <vector>
+
+namespace zeb5 {
+
+/// Adds up what each declared entity reaches through the entities that its text refers to.
+///
+/// The parser counts the expansions in content and attributes itself; those inside of declarations, of
+/// parameter entities and of entities in defaults of attributes, it does not, and 700 bytes of them keep it
+/// busy for minutes.
+class entity_budget {
+public:
+    static constexpr std::size_t most_expansions = 1000;
+    /// Of nested text: with it, a document of 10,000 bytes full of references stays below 100 MB.
+    static constexpr std::size_t most_characters = 4096;
+
+    /// Notes a declaration; general and parameter entities have names of their own kind. Returns whether
+    /// every entity declared so far stays within the limits. An external entity, which is never opened, has
+    /// an empty text.
+    bool declare(std::u16string_view name, bool is_parameter, std::u16string_view text);
+
+private:
+    struct weight {
+        std::size_t expansions = 0;
+        std::size_t characters = 0;
+    };
+    struct entity {
+        bool declared = false;
+        weight nested;                  // reached through its references
+        std::size_t length = 0;         // of its own text
+        std::vector<std::size_t> users; // entities that refer to it, once for each reference
+    };
+
+    std::size_t number_of(std::u16string name);
+    bool add(std::size_t user, weight more);
+
+    std::unordered_map<std::u16string, std::size_t> numbers_;
+    std::vector<entity> entities_;
+};
+
+} // namespace zeb5
+
+#endif

@@ -1,0 +1,33 @@
+#ifndef ZEB5_ENV_INDEX_DICTIONARY_LAYOUTS_H
+#define ZEB5_ENV_INDEX_DICTIONARY_LAYOUTS_H
+
+/// What reader and writer of env index dictionaries share: the element names, each spelled once, and all that
+/// differs between the classic and the 2010 layout.
+
+#include "parse_env_index_dictionary.h"
+
+namespace zeb5 {
+
+/// Elements of the document, by their ENV_INDX_* number.
+inline constexpr const char *env_tags[] = {"ENVINDEXDICT", "CHANNEL", "INDEX", "PROP", "DABS", "DREL"};
+static_assert(sizeof env_tags / sizeof env_tags[0] == ENV_INDX_DREL + 1, "one name for each");
+
+struct env_layout_classic {
+    using entry = zeb5_env_index_dictionary_entry;
+    static constexpr char no_memory[] = "Failed to allocate memory for zeb5_env_index_dictionary_entry\n";
+    static constexpr char writer[] = "dump_env_index_dict()";
+    static constexpr char write_failed[] = "dump_env_index_dict() failed to write ";
+};
+
+struct env_layout_2010 {
+    using entry = zeb5_env_index_dictionary_entry_2010;
+    static constexpr char no_memory[] =
+        "Failed to allocate memory for zeb5_env_index_dictionary_entry_2010\n";
+    static constexpr char writer[] = "dump_env_index_dict_2010()";
+    // Kept: log scanners know the two texts apart, blanks included
+    static constexpr char write_failed[] = "dump_env_index_dict_2010()  failed to write";
+};
+
+} // namespace zeb5
+
+#endif

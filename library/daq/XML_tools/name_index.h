@@ -1,0 +1,80 @@
+#ifndef ZEB5_NAME_INDEX_H
+#define ZEB5_NAME_INDEX_H
+
+/// Look-up of records by a name that they hold, with the result of a linear search: the first one added.
+
+#include <cstring>
+#include <functional>
+#include <string_view>
+#include <vector>
+
+namespace zeb5 {
+
+/// Hashes records by the text field `Name`. Nothing is copied: the records must stay where they are. A record
+/// whose name was changed is found under its new name once it is added again, and no longer under the old
+/// one.
+template <class Record, char (std::remove_const_t<Record>::*Name)[256]> class name_index {
+public:
+    /// The first record added whose name is exactly `name`; null when there is none.
+    Record *find(std::string_view name) const {
+        return slots_.empty() ? nullptr : slots_[probe(name, hash(name))].record;
+    }
+
+    /// Adds a record, unless one of the same name is there; whether it was added.
+    bool add(Record *record) {
+        if (2 * (used_ + 1) > slots_.size())
+            grow();
+        const std::string_view name = record->*Name;
+        const std::size_t key = hash(name);
+        slot &place = slots_[probe(name, key)];
+        if (place.record)
+            return false;
+        place = {key, record};
+        ++used_;
+        return true;
+    }
+
+private:
+    struct slot {
+        std::size_t key;
+        Record *record; // null: free
+    };
+
+    static std::size_t hash(std::string_view name) { return std::hash<std::string_view>{}(name); }
+
+    static bool is_named(const Record *record, std::string_view name) {
+        const auto &field = record->*Name;
+        return name.size() < sizeof field && std::memcmp(field, name.data(), name.size()) == 0 &&
+               field[name.size()] == '\0';
+    }
+
+    /// Where the record of this name stands, or the free slot where it would.
+    std::size_t probe(std::string_view name, std::size_t key) const {
+        std::size_t i = key & (slots_.size() - 1);
+        while (slots_[i].record && !(slots_[i].key == key && is_named(slots_[i].record, name)))
+            i = (i + 1) & (slots_.size() - 1);
+        return i;
+    }
+
+    void grow() {
+        std::vector<slot> old(slots_.empty() ? 64 : 2 * slots_.size());
+        old.swap(slots_);
+        for (const slot &entry : old)
+            if (entry.record)
+                slots_[free_slot(entry.key)] = entry;
+    }
+
+    std::size_t free_slot(std::size_t key) const {
+        std::size_t i = key & (slots_.size() - 1);
+        while (slots_[i].record)
+            i = (i + 1) & (slots_.size() - 1);
+        return i;
+    }
+
+    std::vector<slot> slots_; // a power of two, at least half of it free
+    std::size_t used_ = 0;
+};
+
+} // namespace zeb5
+
+#endif

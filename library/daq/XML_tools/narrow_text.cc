@@ -1,0 +1,120 @@
+#include "narrow_text.h"
+
+#include <algorithm>
+#include <cstdlib>
+
+#include <emmintrin.h>
+
+namespace zeb5 {
+
+namespace {
+
+/// Whether a character is ASCII and no NUL.
+bool is_ascii(XMLCh character) { return static_cast<XMLCh>(character - 1) < 127; }
+
+/// Copies characters `Width` at a time; the last ones overlap those before.
+template <std::size_t Width> bool narrow_by(const XMLCh *text, std::size_t length, char *out) {
+    static_assert(sizeof(XMLCh) == 2 && (Width == 8 || Width == 4));
+    __m128i beyond = _mm_setzero_si128(); // set where a character is not 1..127
+    const auto narrow_at = [&](std::size_t i) {
+        const auto *const wide = reinterpret_cast<const __m128i *>(text + i);
+        const __m128i characters = Width == 8 ? _mm_loadu_si128(wide) : _mm_loadl_epi64(wide);
+        beyond = _mm_or_si128(
+            beyond, _mm_subs_epu16(_mm_sub_epi16(characters, _mm_set1_epi16(1)), _mm_set1_epi16(126)));
+        const __m128i narrow = _mm_packus_epi16(characters, characters);
+        std::memcpy(out + i, &narrow, Width);
+    };
+    for (std::size_t i = 0; i + Width < length; i += Width)
+        narrow_at(i);
+    narrow_at(length - Width);
+    constexpr int loaded = Width == 8 ? 0xFFFF : 0xFF; // a byte each
+    return (_mm_movemask_epi8(_mm_cmpeq_epi8(beyond, _mm_setzero_si128())) & loaded) == loaded;
+}
+
+/// Copies `length` characters to `out`; whether all of them were ASCII and none a NUL.
+bool narrow_ascii(const XMLCh *text, std::size_t length, char *out) {
+    if (length >= 8)
+        return narrow_by<8>(text, length, out);
+    if (length >= 4)
+        return narrow_by<4>(text, length, out);
+    bool all = true;
+    for (std::size_t i = 0; i < length; ++i) {
+        all = all && is_ascii(text[i]);
+        out[i] = static_cast<char>(text[i]);
+    }
+    return all;
+}
+
+} // namespace
+
+void narrow_buffer::grow(std::size_t bytes) {
+    const std::size_t grown = std::max({bytes, 2 * capacity_, std::size_t{64}});
+    bytes_.reset(new char[grown]);
+    capacity_ = grown;
+}
+
+char *narrow_buffer::release() {
+    capacity_ = size_ = 0;
+    return bytes_.release();
+}
+
+// Most text is ASCII, and the transcoder costs an allocation, two locks and some 1,000 instructions a text
+
+char *narrower::narrow(const XMLCh *text, std::size_t length, narrow_buffer &buffer) {
+    char *const out = buffer.reserve(length + 1);
+    if (!keeps_ascii() || !narrow_ascii(text, length, out) || text[length] != 0)
+        return narrow_by_transcoder(text, buffer);
+    out[length] = '\0';
+    buffer.set_size(length);
+    return out;
+}
+
+char *narrower::narrow(const XMLCh *name, narrow_buffer &buffer) {
+    constexpr std::size_t usual = 63; // names are short: one pass finds the end and narrows
+    char *const out = buffer.reserve(usual + 1);
+    std::size_t i = 0;
+    while (is_ascii(name[i]) && i < usual) {
+        out[i] = static_cast<char>(name[i]);
+        ++i;
+    }
+    if (name[i] != 0 || !keeps_ascii())
+        return narrow(name, i + xercesc::XMLString::stringLen(name + i), buffer);
+    out[i] = '\0';
+    buffer.set_size(i);
+    return out;
+}
+
+char *narrower::narrow_by_transcoder(const XMLCh *text, narrow_buffer &buffer) {
+    const transcoded narrow = transcode(text);
+    if (!narrow)
+        return nullptr;
+    const std::size_t bytes = std::strlen(narrow.get());
+    char *const out = buffer.reserve(bytes + 1);
+    std::memcpy(out, narrow.get(), bytes + 1);
+    buffer.set_size(bytes);
+    return out;
+}
+
+void narrower::ask_transcoder() {
+    XMLCh wide[128] = {};
+    char plain[128] = {};
+    for (unsigned i = 0; i < 127; ++i) {
+        wide[i] = static_cast<XMLCh>(i + 1);
+        plain[i] = static_cast<char>(i + 1);
+    }
+    const transcoded narrow = transcode(wide);
+    keeps_ascii_ = narrow && std::strcmp(narrow.get(), plain) == 0 ? yes : no;
+}
+
+long to_number(const char *text) {
+    constexpr int safe_digits = 18; // no 18 digits overflow 64 bits
+    long number = 0;
+    int digits = 0;
+    while (text[digits] >= '0' && text[digits] <= '9' && digits < safe_digits)
+        number = 10 * number + (text[digits++] - '0');
+    if (digits > 0 && (text[digits] < '0' || text[digits] > '9'))
+        return number;
+    return std::strtol(text, nullptr, 10);
+}
+
+} // namespace zeb5

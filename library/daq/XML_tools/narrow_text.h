@@ -1,0 +1,86 @@
+#ifndef ZEB5_NARROW_TEXT_H
+#define ZEB5_NARROW_TEXT_H
+
+/// UTF-16 to the narrow text that the readers hand out, and narrow text into fixed fields.
+
+#include <cstddef>
+#include <cstring>
+#include <memory>
+#include <string_view>
+
+#include <xercesc/util/XMLString.hpp>
+
+namespace zeb5 {
+
+/// A string of the default transcoder's own; null for a null text.
+struct transcoded_release {
+    void operator()(char *text) const { xercesc::XMLString::release(&text); }
+};
+using transcoded = std::unique_ptr<char, transcoded_release>;
+
+inline transcoded transcode(const XMLCh *text) { return transcoded(xercesc::XMLString::transcode(text)); }
+
+/// Storage for one narrow text after another; kept from text to text.
+class narrow_buffer {
+public:
+    /// Room for `bytes` bytes; what it held before is lost when it has to grow.
+    char *reserve(std::size_t bytes) {
+        if (bytes > capacity_)
+            grow(bytes);
+        return bytes_.get();
+    }
+    void set_size(std::size_t size) { size_ = size; }
+
+    std::size_t size() const { return size_; }
+    char *release();
+
+private:
+    void grow(std::size_t bytes);
+
+    std::unique_ptr<char[]> bytes_;
+    std::size_t capacity_ = 0;
+    std::size_t size_ = 0; // of the text, without its NUL
+};
+
+/// Narrows as the default transcoder does. The XML platform must be up.
+class narrower {
+public:
+    /// Narrows the null-terminated `text`, whose length is believed to be `length`, into `buffer`. The result
+    /// is NUL-terminated and lasts until the buffer's next use; null where the transcoder gives none.
+    char *narrow(const XMLCh *text, std::size_t length, narrow_buffer &buffer);
+
+    /// The same for a null-terminated name of unknown length.
+    char *narrow(const XMLCh *name, narrow_buffer &buffer);
+
+private:
+    static char *narrow_by_transcoder(const XMLCh *text, narrow_buffer &buffer);
+
+    /// Whether the transcoder leaves every ASCII character as it is; asked at the first text.
+    bool keeps_ascii() {
+        if (keeps_ascii_ == not_asked)
+            ask_transcoder();
+        return keeps_ascii_ == yes;
+    }
+    void ask_transcoder();
+
+    enum { not_asked, yes, no } keeps_ascii_ = not_asked;
+};
+
+/// Copies `text` into a fixed field, cut at its size less one; the rest of the field is left as it was.
+template <std::size_t N> void copy_text(char (&field)[N], std::string_view text) {
+    const std::size_t length = text.size() < N ? text.size() : N - 1;
+    std::memcpy(field, text.data(), length);
+    field[length] = '\0';
+}
+
+/// The same from a field of a record.
+template <std::size_t N, std::size_t M> void copy_text(char (&field)[N], const char (&from)[M]) {
+    copy_text(field, std::string_view(from, strnlen(from, M)));
+}
+
+/// strtol() in base 10: leading blanks and a sign allowed, what follows the number ignored, 0 for no number.
+long to_number(const char *text);
+
+} // namespace zeb5
+
+#endif

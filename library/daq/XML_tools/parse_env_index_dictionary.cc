@@ -1,0 +1,131 @@
+#include "parse_env_index_dictionary.h"
+
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+#include <memory>
+#include <string_view>
+
+#include "document_walk.h"
+#include "env_index_dictionary_layouts.h"
+#include "narrow_text.h"
+#include "tag_table.h"
+
+namespace {
+
+using namespace zeb5;
+
+struct free_release {
+    void operator()(void *entry) const { std::free(entry); }
+};
+
+template <class Layout> class dictionary_reader {
+public:
+    using entry = typename Layout::entry;
+
+    explicit dictionary_reader(std::vector<entry *> &list) : list_(list) {}
+
+    void act(const sax_step &step) {
+        const store *const action = entry_ && step.value ? elements().find(step.tag_text()) : nullptr;
+        if (action)
+            (*action)(*this, step.value);
+        else if (step.tag_text() == env_tags[ENV_INDX_CHAN])
+            begin_channel();
+    }
+
+private:
+    using self = dictionary_reader;
+    using store = void (*)(self &, const char *);
+
+    /// From here on elements belong to a new entry; one that never got into the list is used again.
+    void begin_channel() {
+        if (!unlisted_)
+            unlisted_.reset(static_cast<entry *>(std::malloc(sizeof(entry))));
+        entry_ = unlisted_.get();
+        index_seen_ = prop_seen_ = false;
+        if (!entry_) {
+            std::fputs(Layout::no_memory, stdout); // and what belongs to this channel is ignored
+            return;
+        }
+        *entry_ = {};
+        entry_->index = -1;
+    }
+
+    /// Kept: the other one of INDEX and PROP stays seen, so that a further one of `arrived` lists the same
+    /// entry again, as users of the list know it.
+    void append(bool &arrived) {
+        list_.push_back(entry_);
+        (void)unlisted_.release(); // the list's from here on
+        arrived = false;
+    }
+
+    static void index(self &r, const char *text) {
+        r.entry_->index = static_cast<std::int32_t>(to_number(text));
+        r.index_seen_ = true;
+        if (r.prop_seen_)
+            r.append(r.index_seen_);
+    }
+
+    static void prop(self &r, const char *text) {
+        auto &field = r.entry_->data.env_prop;
+        std::strncpy(field, text, sizeof field - 1); // the rest is filled with zeros, the last byte is one
+        r.prop_seen_ = true;
+        if (r.index_seen_)
+            r.append(r.prop_seen_);
+    }
+
+    /// A text that is no number leaves the field as it was.
+    template <auto Field> static void delta(self &r, const char *text) {
+        std::sscanf(text, "%f", &(r.entry_->data.*Field));
+    }
+
+    static const auto &elements() {
+        using block = decltype(entry::data);
+        static constexpr tag_row<store> rows[] = {
+            {env_tags[ENV_INDX_INDX], index},
+            {env_tags[ENV_INDX_PROP], prop},
+            {env_tags[ENV_INDX_DABS], delta<&block::env_ch_abs_delta>},
+            {env_tags[ENV_INDX_DREL], delta<&block::env_ch_rel_delta>},
+        };
+        static constexpr tag_table table{rows};
+        return table;
+    }
+
+    std::vector<entry *> &list_;
+    entry *entry_ = nullptr;                        // the one that elements go to; null: they are ignored
+    std::unique_ptr<entry, free_release> unlisted_; // owns it until it is listed
+    bool index_seen_ = false;
+    bool prop_seen_ = false;
+};
+
+template <class Source, class Layout>
+int read_dictionary(char *source, std::vector<typename Layout::entry *> *list) {
+    return walk_document<Source>(source, [list](typename Source::parser &parser, std::string_view root) {
+        if (root != env_tags[ENV_INDX_ROOT]) {
+            std::fprintf(stderr, "WRONG root tag: '%s' must be '%s'\n", root.data(), env_tags[ENV_INDX_ROOT]);
+            return 1;
+        }
+        dictionary_reader<Layout> reader(*list);
+        for_each_tag(parser, [&reader](const sax_step &step) { reader.act(step); });
+        return 0;
+    });
+}
+
+} // namespace
+
+int parse_env_index_dict_list_read(char *xml, std::vector<zeb5_env_index_dictionary_entry *> *list) {
+    return read_dictionary<from_memory, env_layout_classic>(xml, list);
+}
+
+int parse_env_index_dict_readf(char *file, std::vector<zeb5_env_index_dictionary_entry *> *list) {
+    return read_dictionary<from_file, env_layout_classic>(file, list);
+}
+
+int parse_env_index_dict_list_read_2010(char *xml,
+                                        std::vector<zeb5_env_index_dictionary_entry_2010 *> *list) {
+    return read_dictionary<from_memory, env_layout_2010>(xml, list);
+}
+
+int parse_env_index_dict_readf_2010(char *file, std::vector<zeb5_env_index_dictionary_entry_2010 *> *list) {
+    return read_dictionary<from_file, env_layout_2010>(file, list);
+}

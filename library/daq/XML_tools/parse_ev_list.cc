@@ -1,0 +1,227 @@
+#include "parse_ev_list.h"
+
+#include <cstdio>
+#include <cstring>
+#include <memory>
+#include <string_view>
+
+#include "document_walk.h"
+#include "narrow_text.h"
+#include "tag_table.h"
+
+namespace {
+
+using namespace zeb5;
+
+constexpr char root_tag[] = "BMR";
+
+/// Appends a new entry, zero in every field but its type.
+zeb5_ev_entry *append_entry(std::vector<zeb5_ev_entry *> &list, ZEB5_EVTYPE type) {
+    auto blocks = std::make_unique<std::vector<zeb5_ev_sb_list *>>();
+    auto entry = std::make_unique<zeb5_ev_entry>();
+    entry->evtype = type;
+    entry->sb_list = blocks.get();
+    list.push_back(entry.get()); // may throw: both are still ours until here
+    (void)blocks.release();
+    return entry.release();
+}
+
+zeb5_ev_sb_list *append_block(std::vector<zeb5_ev_sb_list *> &blocks, std::string_view name) {
+    constexpr std::size_t longest_name = 254; // Kept: one byte less than fits; consumers compare cut names
+    auto channels = std::make_unique<std::vector<char *>>();
+    auto block = std::make_unique<zeb5_ev_sb_list>();
+    copy_text(block->sb_list, name.substr(0, longest_name));
+    block->ch_list = channels.get();
+    blocks.push_back(block.get());
+    (void)channels.release();
+    return block.release();
+}
+
+void append_channel(std::vector<char *> &channels, std::string_view name) {
+    std::unique_ptr<char[]> copy(new char[name.size() + 1]);
+    std::memcpy(copy.get(), name.data(), name.size());
+    copy[name.size()] = '\0';
+    channels.push_back(copy.get());
+    (void)copy.release();
+}
+
+/// Leaves the field as it was when the text holds no number.
+void read_number(const char *text, std::uint32_t &field) {
+    // Kept: only a small x makes it hexadecimal, 0X1F is 0, as every consumer of these lists takes it
+    std::sscanf(text, std::strchr(text, 'x') ? " 0x%X " : "%u", &field);
+}
+
+class event_list_reader {
+public:
+    explicit event_list_reader(std::vector<zeb5_ev_entry *> &list) : list_(list) {}
+
+    void act(const sax_step &step);
+
+private:
+    using self = event_list_reader;
+
+    /// How far the event is known; nesting is never looked at.
+    enum place { OUTSIDE, IN_EVENT, TYPE_SEEN };
+    enum effect { MARKS = false, FILLS_ENTRY = true }; // filling needs a text and an entry that it goes to
+
+    struct element {
+        place from; // where it is first heeded
+        effect fills_entry;
+        void (*action)(self &, const sax_step &);
+    };
+
+    static void event(self &r, const sax_step &) {
+        r.place_ = IN_EVENT;
+        r.block_seen_ = false;
+        r.in_channel_list_ = false;
+    }
+
+    /// The start tag is only noted, and the text that follows makes the entry. A type that is none takes the
+    /// note back, so that what belongs to it is ignored.
+    static void type(self &r, const sax_step &s) {
+        if (r.place_ != TYPE_SEEN) {
+            r.place_ = TYPE_SEEN;
+        } else if (s.value) {
+            const auto number = static_cast<std::uint32_t>(to_number(s.value));
+            if (number <= ZEB5_EV_EVMAX)
+                r.entry_ = append_entry(r.list_, static_cast<ZEB5_EVTYPE>(number));
+            else
+                r.place_ = IN_EVENT;
+        }
+    }
+
+    static void server_block(self &r, const sax_step &s) {
+        r.block_ = append_block(*r.entry_->sb_list, s.value_text());
+        r.block_seen_ = true;
+        r.in_channel_list_ = false;
+    }
+
+    static void channel_list(self &r, const sax_step &) {
+        if (r.block_seen_)
+            r.in_channel_list_ = true;
+    }
+
+    static void channel(self &r, const sax_step &s) {
+        if (r.in_channel_list_) // only ever set after a server block
+            append_channel(*r.block_->ch_list, s.value_text());
+    }
+
+    template <auto Field> static void number(self &r, const sax_step &s) {
+        read_number(s.value, r.entry_->*Field);
+    }
+
+    template <auto Field> static void min_time(self &r, const sax_step &s) {
+        read_number(s.value, r.entry_->min_ev_time.*Field);
+    }
+
+    static const auto &elements() {
+        static constexpr tag_row<element> rows[] = {
+            {"EVENT", {OUTSIDE, MARKS, event}},
+            {"TYPE", {IN_EVENT, MARKS, type}},
+            {"SBLOCK", {TYPE_SEEN, FILLS_ENTRY, server_block}},
+            {"CHLIST", {TYPE_SEEN, MARKS, channel_list}},
+            {"CHAN", {TYPE_SEEN, FILLS_ENTRY, channel}},
+            {"TMASK", {TYPE_SEEN, FILLS_ENTRY, number<&zeb5_ev_entry::tmask>}},
+            {"MINTIMESEC", {TYPE_SEEN, FILLS_ENTRY, min_time<&time_stamp::timeup>}},
+            {"MINTIMEUSEC", {TYPE_SEEN, FILLS_ENTRY, min_time<&time_stamp::timelow>}},
+            {"PRIORITY", {TYPE_SEEN, FILLS_ENTRY, number<&zeb5_ev_entry::priority>}},
+        };
+        static constexpr tag_table table{rows};
+        return table;
+    }
+
+    std::vector<zeb5_ev_entry *> &list_;
+    place place_ = OUTSIDE;
+    bool block_seen_ = false; // in this event
+    bool in_channel_list_ = false;
+    // Kept: both outlast their event, so that an event with an empty TYPE goes on with the entry before it
+    zeb5_ev_entry *entry_ = nullptr;
+    zeb5_ev_sb_list *block_ = nullptr;
+};
+
+void event_list_reader::act(const sax_step &step) {
+    const element *const found = elements().find(step.tag_text());
+    if (found && place_ >= found->from && (!found->fills_entry || (step.value && entry_)))
+        found->action(*this, step);
+}
+
+template <class Source> int read_ev_list(char *source, std::vector<zeb5_ev_entry *> *list) {
+    return walk_document<Source>(source, [list](typename Source::parser &parser, std::string_view root) {
+        if (root != root_tag) {
+            std::fprintf(stderr, "WRONG root tag: %s must be '%s'\n", root.data(), root_tag);
+            return 1;
+        }
+        event_list_reader reader(*list);
+        for_each_tag(parser, [&reader](const sax_step &step) { reader.act(step); });
+        return 0;
+    });
+}
+
+void print_block(std::size_t number, const zeb5_ev_sb_list &block) {
+    std::printf("Server block[%zu]: '%s'\n", number, block.sb_list);
+    if (!block.ch_list || block.ch_list->empty()) {
+        std::printf("No channel list -> ALL channels\n");
+        return;
+    }
+    std::printf("Channels: %zu\n", block.ch_list->size());
+    for (std::size_t i = 0; i < block.ch_list->size(); ++i)
+        std::printf("Channel[%zu]:\t'%s'\n", i, (*block.ch_list)[i]);
+}
+
+void print_entry(std::size_t number, const zeb5_ev_entry &entry) {
+    std::printf("Entry[%zu]\n", number);
+    std::printf("EVENT TYPE:\t%s\n", event_name_itoa(entry.evtype));
+    std::printf("Trigger mask:\t0x%x (%u)\n", entry.tmask, entry.tmask);
+    // Kept: listings show the time signed
+    std::printf("Min event time:\t%d sec %d usec\n", static_cast<std::int32_t>(entry.min_ev_time.timeup),
+                static_cast<std::int32_t>(entry.min_ev_time.timelow));
+    std::printf("Priority:\t0x%x (%u)\n", entry.priority, entry.priority);
+    if (!entry.sb_list) {
+        std::printf("No server block list -> Full event\n");
+        return;
+    }
+    std::printf("Server Blocks: %zu\n", entry.sb_list->size());
+    for (std::size_t i = 0; i < entry.sb_list->size(); ++i)
+        print_block(i, *(*entry.sb_list)[i]);
+}
+
+void release_block(const zeb5_ev_sb_list *block) {
+    // Kept: callers keep hold of an empty channel list
+    if (block->ch_list && !block->ch_list->empty()) {
+        for (const char *channel : *block->ch_list)
+            delete[] channel;
+        delete block->ch_list;
+    }
+    delete block;
+}
+
+} // namespace
+
+int zeb5_parse_ev_list_read(char *xml, std::vector<zeb5_ev_entry *> *list) {
+    return read_ev_list<from_memory>(xml, list);
+}
+
+int zeb5_parse_ev_list_readf(char *file, std::vector<zeb5_ev_entry *> *list) {
+    return read_ev_list<from_file>(file, list);
+}
+
+void zeb5_print_ev_list(const std::vector<zeb5_ev_entry *> *list) {
+    if (!list)
+        return;
+    for (std::size_t i = 0; i < list->size(); ++i)
+        print_entry(i, *(*list)[i]);
+}
+
+void zeb5_clean_ev_list(std::vector<zeb5_ev_entry *> *list) {
+    if (!list)
+        return;
+    for (const zeb5_ev_entry *entry : *list) {
+        if (!entry->sb_list) // Kept: such an entry was made by the caller, who keeps it
+            continue;
+        for (const zeb5_ev_sb_list *block : *entry->sb_list)
+            release_block(block);
+        delete entry->sb_list;
+        delete entry;
+    }
+    list->clear();
+}

@@ -1,0 +1,46 @@
+#ifndef ZEB5_PARSE_EV_LIST_H
+#define ZEB5_PARSE_EV_LIST_H
+
+/// Event lists (root BMR): which event types a consumer wants, from which server blocks, and which channels
+/// of each. Readers append to the caller's vector and never clear it.
+
+#include <cstdint>
+#include <vector>
+
+#include "event.h"
+#include "event_util.h"
+#include "zeb5_export.h"
+
+/// One server block of an event entry. Channel names are made with `new char[]`, all else with `new`.
+struct zeb5_ev_sb_list {
+    char sb_list[256];            // server block name, NUL-terminated, cut at 254 bytes
+    std::vector<char *> *ch_list; // channels wanted from it; empty: all of them
+};
+
+/// One event type of the list.
+struct zeb5_ev_entry {
+    ZEB5_EVTYPE evtype;
+    std::vector<zeb5_ev_sb_list *> *sb_list; // empty: no server block named
+    time_stamp min_ev_time;                  // minimum event time; zero: not given
+    std::uint32_t tmask;                     // trigger mask
+    std::uint32_t priority;
+};
+
+/// Reads an event list in memory, NUL-terminated, and appends its entries to `list`. Returns 0, or 1 for a
+/// null text, a reader that does not start or a wrong root, plus the number of warnings and errors of the
+/// parser, all of which are reported on standard error. Entries read before an error stay in the list. An
+/// event type above 32 is dropped without a word, a number that does not convert leaves its field as it was.
+/// Masks, times and priorities are decimal, or hexadecimal as 0x1F.
+ZEB5_API int zeb5_parse_ev_list_read(char *xml, std::vector<zeb5_ev_entry *> *list);
+
+/// The same for a file.
+ZEB5_API int zeb5_parse_ev_list_readf(char *file, std::vector<zeb5_ev_entry *> *list);
+
+/// Lists the entries on standard output; nothing for a null or empty vector.
+ZEB5_API void zeb5_print_ev_list(const std::vector<zeb5_ev_entry *> *list);
+
+/// Releases the entries and empties the vector. An empty `ch_list` and an entry without `sb_list` are left
+/// alone: whoever minds releases them first.
+ZEB5_API void zeb5_clean_ev_list(std::vector<zeb5_ev_entry *> *list);
+
+#endif

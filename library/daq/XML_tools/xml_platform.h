@@ -1,0 +1,22 @@
+#ifndef ZEB5_XML_PLATFORM_H
+#define ZEB5_XML_PLATFORM_H
+
+#include "zeb5_export.h"
+
+/// Keeps the Xerces platform up while it lives.
+///
+/// Bringing the platform up costs about 2 ms, thirty times the reading of a ten-channel document. Every
+/// reader brings it up and takes it down by itself; in a process that holds an xml_platform for its lifetime
+/// those calls are mere reference counts. Every Initialize and Terminate of this library goes through this
+/// class and is serialised here, so readers may run at the same time on different threads.
+class ZEB5_API xml_platform {
+public:
+    /// Throws what xercesc::XMLPlatformUtils::Initialize throws; nothing is held then.
+    xml_platform();
+    ~xml_platform();
+
+    xml_platform(const xml_platform &) = delete;
+    xml_platform &operator=(const xml_platform &) = delete;
+};
+
+#endif

@@ -1,0 +1,81 @@
+#ifndef ZEB5_GIGE_DESCR_H
+#define ZEB5_GIGE_DESCR_H
+
+/// Features of a GigE Vision camera, read from the camera's XML feature file.
+///
+/// Functions of type bool return true when they FAILED. A feature is an element that is named after a kind,
+/// at any depth. It takes its name from its attribute Name, its texts from the ToolTip and Description
+/// elements that follow, up to the next feature, and an alternative name from a PvRename. Elements are not
+/// told apart by where they stand: texts of a category or of an enumeration's entries replace those of the
+/// feature before them, and an element without text takes the next text of the file, white space included.
+
+#include <string>
+#include <vector>
+
+#include <xercesc/dom/DOMNodeList.hpp>
+
+#include "zeb5_export.h"
+
+/// Kinds of feature; FeatureTags holds the element name of each.
+enum feature_tags {
+    FEATURE_TYPE_UNDEF = 0,
+    FEATURE_TYPE_INT = 1,
+    FEATURE_TYPE_FLOAT = 2,
+    FEATURE_TYPE_ENUMER = 3,
+    FEATURE_TYPE_BOOL = 4,
+    FEATURE_TYPE_STRING = 5,
+    FEATURE_TYPE_COMMAND = 6,
+    FEATURE_TYPE_REGISTER = 7,
+    FEATURE_TYPE_LONG = 8,
+    FEATURE_TYPE_MAX = 9
+};
+static const char *const FeatureTags[FEATURE_TYPE_MAX] = {
+    "Undefined", "Integer", "Float", "Enumeration", "Boolean", "StringReg", "Command", "IntReg", "Int64"};
+
+/// Elements that say more about a feature. Extension is listed but has no effect.
+enum more_tags {
+    MORE_TAGS_EXTENSION = 0,
+    MORE_TAGS_PVRENAME = 1,
+    MORE_TAGS_TOOLTIP = 2,
+    MORE_TAGS_DESCRIPTION = 3,
+    MORE_TAGS_MAX = 4
+};
+static const char *const MoreTags[MORE_TAGS_MAX] = {"Extension", "PvRename", "ToolTip", "Description"};
+
+enum attribute_names { ATTRIBUTE_NAME = 0, ATTRIBUTE_MAX = 1 };
+static const char *const Attributes[ATTRIBUTE_MAX] = {"Name"};
+
+/// One feature; a text that the file does not give is empty.
+class ZEB5_API ZEB5GigEFeature {
+public:
+    ZEB5GigEFeature();
+    ~ZEB5GigEFeature();
+
+    int type;              // feature_tags
+    std::string name;      // attribute Name of the feature's element
+    std::string extension; // alternative name, given by a PvRename
+    std::string tooltip;
+    std::string description;
+};
+
+/// Reads a camera file. `*out` is emptied WITHOUT releasing what it held, once the file was parsed. Returns
+/// false when done, TRUE WHEN IT FAILED, with `*out` untouched: a null argument, or any error that the parser
+/// reports, recoverable or not (warnings pass), with a message on standard output. The features are made with
+/// `new`; release them with zeb5_clean_gige_descr().
+ZEB5_API bool zeb5_fill_gige_descr(char *file_name, std::vector<ZEB5GigEFeature *> *out);
+
+/// Appends the features found in the nodes and below them, depth first. The nodes may be the children of a
+/// node or any other list; what they say before the first feature goes to the last one of `*out`. Texts not
+/// found read "Unknown" or "Waiting"; zeb5_fill_gige_descr() empties these. A DOM exception is told on
+/// standard output and ends the list of nodes that it met, not the lists around that. Returns true when it
+/// ended `nodes` themselves or an argument is null.
+ZEB5_API bool dump_nodes(xercesc::DOMNodeList *nodes, std::vector<ZEB5GigEFeature *> *out);
+
+/// Lists the features that have a name on standard output, numbered over all; nothing for a null or empty
+/// vector.
+ZEB5_API void zeb5_dump_gige_descr(const std::vector<ZEB5GigEFeature *> *out);
+
+/// Releases the features and empties the vector; nothing for a null vector.
+ZEB5_API void zeb5_clean_gige_descr(std::vector<ZEB5GigEFeature *> *out);
+
+#endif

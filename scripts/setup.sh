@@ -1,0 +1,35 @@
+# Sourced by the other scripts: goes to the root of the tree and has the functions that they share.
+
+set -euo pipefail
+cd "$(dirname "${BASH_SOURCE[0]}")/.."
+export TZ=Asia/Kathmandu # dates are written in local time: a zone far from UTC shows a mistake
+jobs=$(nproc)
+
+build_packages=(build-essential cmake ninja-build libxerces-c-dev libcli11-dev libgtest-dev librapidcheck-dev tzdata)
+check_packages=(git clang clang-format clang-tidy valgrind)
+
+# Installs those of the named Debian packages that are missing; without any missing, no network is needed.
+need_packages() {
+    local package missing=() as_root=()
+    for package in "$@"; do
+        if [ "$(dpkg-query -W -f '${db:Status-Status}' "$package" 2>/dev/null)" != installed ]; then
+            missing+=("$package")
+        fi
+    done
+    [ ${#missing[@]} -eq 0 ] && return 0
+    if [ "$(id -u)" -ne 0 ]; then
+        as_root=(sudo)
+    fi
+    echo "Installing: ${missing[*]}"
+    "${as_root[@]}" apt-get update -qq
+    "${as_root[@]}" env DEBIAN_FRONTEND=noninteractive \
+        apt-get install -qq -y --no-install-recommends "${missing[@]}" >/dev/null
+}
+
+# build PRESET TARGET [cmake argument...]: configures build/PRESET and builds the target there.
+build() {
+    local preset=$1 target=$2
+    shift 2
+    cmake --preset "$preset" "$@"
+    cmake --build --preset "$preset" --target "$target" --parallel "$jobs"
+}

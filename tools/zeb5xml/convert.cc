@@ -1,0 +1,83 @@
+#include "convert.h"
+
+#include <memory>
+
+#include "SAX_Memory_Parser.h"
+#include "command.h"
+#include "failure.h"
+#include "output.h"
+#include "standard_streams.h"
+
+namespace {
+
+/// Values are written without escaping: one that held `&` or `<` spoils the document.
+bool is_well_formed(std::string text) {
+    int last = 0;
+    held_output({1, 2}, [&] {
+        SAX_Memory_Parser parser(text.data());
+        last = parser.init_ok() ? parser.start() : 1;
+        while (last == 0)
+            last = parser.parse(nullptr, nullptr);
+    });
+    return last == -1;
+}
+
+int convert(const convert_options &options) {
+    document source = read_document(options.file);
+    const document_kind &kind = kind_of(source);
+    std::string text;
+    if (is_channel_document(kind))
+        text = convert_channels(source, options);
+    else if (is_dictionary(kind))
+        text = convert_dictionary(source, options);
+    else
+        throw failure(STATUS_DOCUMENT, source.name + ": is a document of kind '" + kind.name +
+                                           "', which can only be shown and checked");
+    write_output(options.output, text);
+    if (text.compare(0, 5, "<?xml") == 0 && !is_well_formed(text))
+        tell(source.name + ": warning: holds characters that XML output does not escape: "
+                           "what was written is not well-formed");
+    return STATUS_DONE;
+}
+
+} // namespace
+
+void require_read(const document &source, int problems) {
+    if (problems != 0)
+        throw failure(STATUS_DOCUMENT, source.name + ": not read without errors: nothing written");
+}
+
+void require_written(const document &source, int result) {
+    if (result != 0)
+        throw failure(STATUS_OUTPUT, source.name + ": could not be put into that form, result " +
+                                         std::to_string(result) + " of the writer");
+}
+
+void refuse_form(const document &source, const std::string &kind, const std::string &form) {
+    throw failure(STATUS_DOCUMENT, source.name + ": " + form + " is not for " + kind);
+}
+
+command_action declare_convert(CLI::App &app) {
+    auto options = std::make_shared<convert_options>();
+    app.add_option("FILE", options->file, "Document to read; - is standard input")->required();
+    app.add_option("--to", options->to, "Form to write, see below")
+        ->required()
+        ->check(CLI::IsMember({"chandescriptions", "daqvariables", "table", "summary", "envindexdict"}));
+    app.add_option("-o,--output", options->output,
+                   "File to write, replaced only when all is done (default: -)");
+    app.add_flag("--shift", options->shift, "Turn event and data type numbers into masks");
+    app.add_flag("--keep-duplicates", options->keep_duplicates,
+                 "Merge no channels of one property while reading");
+    app.add_option("--layout", options->layout, "Cut names at 79 bytes (classic) or 255 (2010, the default)")
+        ->check(CLI::IsMember({"classic", "2010"}));
+    app.footer(
+        "Channel descriptions can be had as chandescriptions or daqvariables (XML without an isodate line), "
+        "table or\n"
+        "summary (text); --shift and --keep-duplicates are for them. An env index dictionary can be had as\n"
+        "envindexdict (XML) or table (text); --layout is for it.\n"
+        "Nothing is written when FILE cannot be read without errors. A UTF-16 FILE goes through the file "
+        "reader,\n"
+        "which merges no duplicates under CHANDESCRIPTIONS and shifts no evType under DAQvariables.\n\n" +
+        app.get_footer());
+    return [options] { return convert(*options); };
+}

@@ -1,0 +1,146 @@
+#include "document_kinds.h"
+
+#include <cstring>
+#include <vector>
+
+#include "SAX_File_Parser.h"
+#include "SAX_Memory_Parser.h"
+#include "dictionary_records.h"
+#include "failure.h"
+#include "parse_chan_descr.h"
+#include "parse_ev_list.h"
+#include "standard_streams.h"
+#include "zeb5_gige_descr.h"
+
+namespace {
+
+struct channel_family {
+    using record = chan_descr_2010;
+    using list = std::vector<record *>;
+    static int read_file(char *path, list *records) {
+        return zeb5_load_master_daq_channel_description_file(records, path);
+    }
+    static int read_text(char *text, list *records) {
+        return parse_descr_list_read(text, records, false, true);
+    }
+    static void print(const list *records) { print_zeb5_chan_descr(records); }
+    static void clean(list *records) { clean_chan_desr_list(records); }
+};
+
+struct event_family {
+    using record = zeb5_ev_entry;
+    using list = std::vector<record *>;
+    static int read_file(char *path, list *records) { return zeb5_parse_ev_list_readf(path, records); }
+    static int read_text(char *text, list *records) { return zeb5_parse_ev_list_read(text, records); }
+    static void print(const list *records) { zeb5_print_ev_list(records); }
+    static void clean(list *records) {
+        for (record *entry : *records)
+            for (zeb5_ev_sb_list *block : *entry->sb_list)
+                if (block->ch_list->empty()) { // the library leaves these alone
+                    delete block->ch_list;
+                    block->ch_list = nullptr;
+                }
+        zeb5_clean_ev_list(records);
+    }
+};
+
+struct dictionary_family : dictionary_2010 { // the layout that cuts no name of the classic one
+    static void print(const list *records) {
+        list copy = *records; // the writer takes a list that it could change
+        write(&copy, nullptr, 0, nullptr);
+    }
+};
+
+struct camera_family {
+    using record = ZEB5GigEFeature;
+    using list = std::vector<record *>;
+    static int read_file(char *path, list *records) {
+        return zeb5_fill_gige_descr(path, records);
+    } // true: failed
+    static int read_text(char *text, list *records) {
+        memory_file file(text); // there is no reader of camera texts in memory
+        return read_file(file.path(), records);
+    }
+    static void print(const list *records) { zeb5_dump_gige_descr(records); }
+    static void clean(list *records) { zeb5_clean_gige_descr(records); }
+};
+
+template <class Family> class family_list : public record_list {
+public:
+    ~family_list() override { Family::clean(&records_); }
+    int read(document &source) override {
+        return source.regular_file ? Family::read_file(source.path.data(), &records_)
+                                   : Family::read_text(source.text.data(), &records_);
+    }
+    void print() const override { Family::print(&records_); }
+    size_t size() const override { return records_.size(); }
+
+private:
+    typename Family::list records_;
+};
+
+template <class Family> std::unique_ptr<record_list> make() {
+    return std::make_unique<family_list<Family>>();
+}
+
+const document_kind kinds[] = {
+    {"CHANDESCRIPTIONS", "channel descriptions", "channels", make<channel_family>},
+    {"DAQvariables", "channel descriptions", "channels", make<channel_family>},
+    {"BMR", "event list", "entries", make<event_family>},
+    {"ENVINDEXDICT", "env index dictionary", "entries", make<dictionary_family>},
+};
+const document_kind camera_kind = {nullptr, "camera file", "features", make<camera_family>};
+
+template <class Parser, class Start> std::string first_tag(Parser &parser, Start start) {
+    char *tag = nullptr;
+    bool read = parser.init_ok() && start() == 0 && parser.parse(&tag, nullptr) == 0;
+    return read && tag ? tag : "";
+}
+
+/// Name of the root element; empty when there is none or the parser stumbled before or at it.
+std::string root_of(document &source) {
+    if (source.has_nul()) {
+        SAX_File_Parser parser;
+        return first_tag(parser, [&] { return parser.start(source.path.data()); });
+    }
+    SAX_Memory_Parser parser(source.text.data());
+    return first_tag(parser, [&] { return parser.start(); });
+}
+
+bool holds_camera_features(document &source) {
+    bool found = false;
+    held_output({1, 2}, [&] { // a document that is no camera file may well displease the reader
+        std::unique_ptr<record_list> features = camera_kind.make();
+        found = features->read(source) == 0 && features->size() > 0;
+    });
+    return found;
+}
+
+} // namespace
+
+const document_kind &kind_of(document &source) {
+    std::string root;
+    std::string reports = held_output({1, 2}, [&] { root = root_of(source); });
+    for (const document_kind &kind : kinds)
+        if (root == kind.root)
+            return kind;
+    if (!root.empty() && holds_camera_features(source))
+        return camera_kind;
+    write_standard_error(readable_diagnostics(reports, source.name));
+    if (root.empty())
+        throw failure(STATUS_DOCUMENT, source.name + ": no root element could be read");
+    throw failure(STATUS_DOCUMENT, source.name + ": root element '" + root +
+                                       "' is none of CHANDESCRIPTIONS, DAQvariables, BMR and ENVINDEXDICT, "
+                                       "and no camera feature could be read");
+}
+
+bool is_channel_document(const document_kind &kind) { return kind.make == make<channel_family>; }
+
+bool is_dictionary(const document_kind &kind) { return kind.make == make<dictionary_family>; }
+
+std::string counted(size_t count, const std::string &nouns) {
+    if (count != 1)
+        return std::to_string(count) + " " + nouns;
+    bool entries = nouns.size() > 3 && nouns.compare(nouns.size() - 3, 3, "ies") == 0;
+    return "1 " + (entries ? nouns.substr(0, nouns.size() - 3) + "y" : nouns.substr(0, nouns.size() - 1));
+}

@@ -1,0 +1,40 @@
+#ifndef ZEB5XML_DOCUMENT_KINDS_H
+#define ZEB5XML_DOCUMENT_KINDS_H
+
+#include <cstddef>
+#include <memory>
+#include <string>
+
+#include "document.h"
+
+/// The records of one document, of whatever kind. Reading and listing write to the standard streams, as the
+/// library does.
+class record_list {
+public:
+    virtual ~record_list() = default;
+
+    /// Reads as a process of the data acquisition does, a regular file with the file reader. Returns 0, or
+    /// how many things went wrong; what was read before stays.
+    virtual int read(document &source) = 0;
+    virtual void print() const = 0;
+    virtual size_t size() const = 0;
+};
+
+struct document_kind {
+    const char *root;    // root element; null: known by what the document holds
+    const char *name;    // what messages call such a document
+    const char *records; // and its records
+    std::unique_ptr<record_list> (*make)();
+};
+
+/// What `source` is. Throws failure, with the parser's reports passed on, when it is nothing known.
+const document_kind &kind_of(document &source);
+
+/// Whether it is a kind of channel descriptions, or an env index dictionary.
+bool is_channel_document(const document_kind &kind);
+bool is_dictionary(const document_kind &kind);
+
+/// "1 channel", "2 channels": `nouns` is the plural.
+std::string counted(size_t count, const std::string &nouns);
+
+#endif

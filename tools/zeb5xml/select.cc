@@ -1,0 +1,120 @@
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "chan_selector.h"
+#include "command.h"
+#include "document.h"
+#include "each_file.h"
+#include "failure.h"
+#include "output.h"
+#include "standard_streams.h"
+#include "text_table.h"
+#include "type_names.h"
+
+namespace {
+
+struct select_options {
+    std::vector<std::string> files;
+    std::string event;
+    std::string block;
+    std::string channel;
+    bool slow = false;
+    bool ml = false;
+    bool tabs = false;
+};
+
+/// What the selector answers about one channel.
+struct answers {
+    std::string name;
+    std::string property;
+    std::uint32_t events;
+    std::uint32_t data;
+    int slow; // 1, 0 or -1: no answer, the channel has no event type
+    int ml;
+    int subchannels;
+};
+
+answers ask(chan_selector &selector, int number) {
+    char *name = selector.get_channel(number);
+    return {name,
+            selector.get_prop(number),
+            static_cast<std::uint32_t>(selector.get_event_type(name)),
+            static_cast<std::uint32_t>(selector.get_data_type(name)),
+            selector.is_channel_slow(number),
+            selector.is_channel_ml(number),
+            selector.get_subchannels(number)};
+}
+
+bool is_wanted(const answers &channel, const select_options &options) {
+    if (!options.event.empty() && !(channel.events >> event_type_of(options.event) & 1))
+        return false;
+    if (!options.block.empty() && !has_block(channel.data, block_type_of(options.block)))
+        return false;
+    if (!options.channel.empty() && channel.name != options.channel && channel.property != options.channel)
+        return false;
+    return (!options.slow || channel.slow == 1) && (!options.ml || channel.ml == 1);
+}
+
+std::string yes_no(int answer) { return answer < 0 ? "" : answer ? "yes" : "no"; }
+
+/// Adds the channels of one document; those read before an error are kept.
+int read_source(chan_selector &selector, const std::string &path) {
+    document source = read_document(path);
+    selector.change_mode(source.regular_file ? EXTR_FROM_FILE : EXTR_FROM_XML);
+    std::vector<char *> sources = {source.regular_file ? source.path.data() : source.text.data()};
+    bool failed = false;
+    run_library(source.name, [&] { failed = selector.set_descriptions(&sources, nullptr); });
+    if (failed)
+        throw failure(STATUS_DOCUMENT, source.name + ": channel descriptions not read without errors");
+    return STATUS_DONE;
+}
+
+int select_channels(const select_options &options) {
+    chan_selector selector;
+    int status =
+        each_file(options.files, [&](const std::string &path) { return read_source(selector, path); });
+    text_table table = {{"CHANNEL", "PROPERTY", "EVENTS", "DATA", "SLOW", "ML", "SUB"}};
+    held_output({1, 2}, [&] { // it names each channel without event type, several times; the table shows them
+        for (int i = 0; i < selector.size(); ++i)
+            if (answers a = ask(selector, i); is_wanted(a, options))
+                table.push_back({a.name, a.property, event_names(a.events), block_names(a.data),
+                                 yes_no(a.slow), yes_no(a.ml), std::to_string(a.subchannels)});
+    });
+    write_standard_output(options.tabs ? tabbed(table) : aligned(table));
+    if (!options.channel.empty() && table.size() == 1) {
+        tell("no such channel: " + options.channel);
+        status = STATUS_DOCUMENT;
+    }
+    return status;
+}
+
+/// Lets pass what `number_of` knows.
+CLI::Validator known(int (*number_of)(const std::string &), const std::string &what) {
+    return CLI::Validator(
+        [=](const std::string &text) {
+            return number_of(text) < 0 ? "no " + what + ": " + text : std::string();
+        },
+        "TYPE");
+}
+
+} // namespace
+
+command_action declare_select(CLI::App &app) {
+    auto options = std::make_shared<select_options>();
+    app.add_option("FILE", options->files, "Channel descriptions; - is standard input")->required();
+    app.add_option("--event", options->event, "Only channels of this event type, by name (ENV) or number (4)")
+        ->check(known(event_type_of, "event type"));
+    app.add_option("--block", options->block,
+                   "Only channels with data of this block type, by name (BLOCK_BPM) or number (6)")
+        ->check(known(block_type_of, "block type"));
+    app.add_flag("--slow", options->slow, "Only slow channels: event type BOR, EOR, ENV or UPD");
+    app.add_flag("--ml", options->ml, "Only channels of the ML class");
+    app.add_option("--channel", options->channel, "Only the channel with this name or property");
+    app.add_flag("--tabs", options->tabs, "Separate columns by tabs, for programs");
+    app.footer(
+        "All channels are listed that pass every test given. Answers go by name: channels of the same name\n"
+        "get those of the first. SUB is the number of sub-channels; - stands for no answer.\n\n" +
+        app.get_footer());
+    return [options] { return select_channels(*options); };
+}

@@ -1,0 +1,38 @@
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "command.h"
+#include "document_kinds.h"
+#include "each_file.h"
+#include "failure.h"
+#include "output.h"
+#include "standard_streams.h"
+
+namespace {
+
+/// Lists what could be read, even when the document is faulty: a process has these records too.
+int show(const std::string &path, bool with_heading) {
+    document source = read_document(path);
+    const document_kind &kind = kind_of(source);
+    std::unique_ptr<record_list> records = kind.make();
+    int problems = 0;
+    run_library(source.name, [&] { problems = records->read(source); });
+    if (with_heading)
+        write_standard_output("==> " + source.name + " <==\n");
+    write_standard_output(held_output({1}, [&] { records->print(); }));
+    if (problems != 0)
+        throw failure(STATUS_DOCUMENT, source.name + ": not read without errors: only " +
+                                           counted(records->size(), kind.records) + " listed");
+    return STATUS_DONE;
+}
+
+} // namespace
+
+command_action declare_show(CLI::App &app) {
+    auto files = std::make_shared<std::vector<std::string>>();
+    app.add_option("FILE", *files, "Documents of any kind; - is standard input")->required();
+    return [files] {
+        return each_file(*files, [&](const std::string &path) { return show(path, files->size() > 1); });
+    };
+}

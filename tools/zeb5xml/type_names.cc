@@ -1,0 +1,57 @@
+#include "type_names.h"
+
+#include <charconv>
+#include <strings.h>
+
+#include "event_util.h"
+
+namespace {
+
+struct type_family {
+    const char *prefix;
+    int count;
+    const char *(*name)(int);
+};
+const type_family events = {"ZEB5_EV_", 32, event_name_itoa};
+const type_family blocks = {"ZEB5_", 63, block_name_itoa};
+
+int type_of(const std::string &text, const type_family &family) {
+    int number = -1;
+    const char *end = text.data() + text.size();
+    if (auto [rest, error] = std::from_chars(text.data(), end, number); error == std::errc() && rest == end)
+        return number >= 0 && number < family.count ? number : -1;
+    for (int type = 0; type < family.count; ++type) {
+        const std::string name = family.name(type);
+        if (strcasecmp(text.c_str(), name.c_str()) == 0 ||
+            strcasecmp(text.c_str(), (family.prefix + name).c_str()) == 0)
+            return type;
+    }
+    return -1;
+}
+
+std::string names(std::uint32_t mask, int first, const type_family &family) {
+    std::string all;
+    for (int bit = 0; bit < 32; ++bit)
+        if (mask >> bit & 1)
+            all += (all.empty() ? "" : ":") + std::string(family.name(first + bit));
+    return all;
+}
+
+constexpr std::uint32_t BLOCKS_2010 = 0x80000000;
+
+} // namespace
+
+int event_type_of(const std::string &text) { return type_of(text, events); }
+
+int block_type_of(const std::string &text) { return type_of(text, blocks); }
+
+std::string event_names(std::uint32_t mask) { return names(mask, 0, events); }
+
+std::string block_names(std::uint32_t dtype) {
+    return names(dtype & ~BLOCKS_2010, dtype & BLOCKS_2010 ? 32 : 0, blocks);
+}
+
+bool has_block(std::uint32_t dtype, int block_type) {
+    bool range_2010 = dtype & BLOCKS_2010;
+    return range_2010 == (block_type >= 32) && (dtype & ~BLOCKS_2010) >> (block_type % 32) & 1;
+}
