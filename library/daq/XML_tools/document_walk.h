@@ -34,7 +34,7 @@ template <class Source, class Walk> int walk_document(char *source, Walk walk) {
     int status = 1;
     sax_step root;
     if (Source::start(parser, source) == 0 && sax_step_handlers::next(parser, root) == 0)
-        status = walk(parser, root.tag ? root.tag : "");
+        status = walk(parser, root.tag.text ? root.tag.text : "");
     return status + parser.get_error_counter();
 }
 
@@ -42,7 +42,7 @@ template <class Source, class Walk> int walk_document(char *source, Walk walk) {
 template <class Parser, class Act> void for_each_tag(Parser &parser, Act act) {
     sax_step step;
     while (sax_step_handlers::next(parser, step) == 0)
-        if (step.tag)
+        if (step.tag.text)
             act(step);
 }
 

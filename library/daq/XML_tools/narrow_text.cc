@@ -69,21 +69,6 @@ char *narrower::narrow(const XMLCh *text, std::size_t length, narrow_buffer &buf
     return out;
 }
 
-char *narrower::narrow(const XMLCh *name, narrow_buffer &buffer) {
-    constexpr std::size_t usual = 63; // names are short: one pass finds the end and narrows
-    char *const out = buffer.reserve(usual + 1);
-    std::size_t i = 0;
-    while (is_ascii(name[i]) && i < usual) {
-        out[i] = static_cast<char>(name[i]);
-        ++i;
-    }
-    if (name[i] != 0 || !keeps_ascii())
-        return narrow(name, i + xercesc::XMLString::stringLen(name + i), buffer);
-    out[i] = '\0';
-    buffer.set_size(i);
-    return out;
-}
-
 char *narrower::narrow_by_transcoder(const XMLCh *text, narrow_buffer &buffer) {
     const transcoded narrow = transcode(text);
     if (!narrow)

@@ -49,9 +49,6 @@ public:
     /// is NUL-terminated and lasts until the buffer's next use; null where the transcoder gives none.
     char *narrow(const XMLCh *text, std::size_t length, narrow_buffer &buffer);
 
-    /// The same for a null-terminated name of unknown length.
-    char *narrow(const XMLCh *name, narrow_buffer &buffer);
-
 private:
     static char *narrow_by_transcoder(const XMLCh *text, narrow_buffer &buffer);
 

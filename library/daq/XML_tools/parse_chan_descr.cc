@@ -132,7 +132,7 @@ public:
         : channel_(list), shift_(shift), merges_(Variant::merges_repeated_prop && delete_duplicated) {}
 
     void act(const sax_step &step) {
-        const store *action = channel_ && step.value ? elements().find(step.tag_text()) : nullptr;
+        const store *action = channel_ && step.value ? elements().find(step.tag) : nullptr;
         if (action)
             (*action)(*this, step);
         else if (step.tag_text() == tags[TAG_CHANNEL][OF_CHANNEL])
@@ -258,7 +258,7 @@ public:
         : parser_(parser), channel_(list), shift_(Variant::shifts_daq_ev_type && shift) {}
 
     void act(const sax_step &step) {
-        const element *const found = elements().find(step.tag_text());
+        const element *const found = elements().find(step.tag);
         if (!found)
             return;
         const bool concerned = !found->kind || (channel_ && (found->kind & kind_));

@@ -26,7 +26,7 @@ public:
     explicit dictionary_reader(std::vector<entry *> &list) : list_(list) {}
 
     void act(const sax_step &step) {
-        const store *const action = entry_ && step.value ? elements().find(step.tag_text()) : nullptr;
+        const store *const action = entry_ && step.value ? elements().find(step.tag) : nullptr;
         if (action)
             (*action)(*this, step.value);
         else if (step.tag_text() == env_tags[ENV_INDX_CHAN])

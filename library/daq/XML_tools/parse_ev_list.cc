@@ -140,7 +140,7 @@ private:
 };
 
 void event_list_reader::act(const sax_step &step) {
-    const element *const found = elements().find(step.tag_text());
+    const element *const found = elements().find(step.tag);
     if (found && place_ >= found->from && (!found->fills_entry || (step.value && entry_)))
         found->action(*this, step);
 }

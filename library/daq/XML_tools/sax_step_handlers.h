@@ -18,24 +18,26 @@
 #include <xercesc/util/XMLException.hpp>
 
 #include "narrow_text.h"
+#include "tag_memo.h"
 #include "xml_hardening.h"
 #include "xml_platform.h"
 
-/// Storage behind the tag and the value of a step; reused, so that most steps allocate nothing.
+/// What is behind the tag and the value of a step; kept from step to step, so that most of them allocate
+/// nothing.
 struct sax_step_texts {
     zeb5::narrower narrower;
-    zeb5::narrow_buffer tag;
+    zeb5::tag_memo tags;
+    zeb5::tag_name tag;
     zeb5::narrow_buffer value;
 };
 
-/// What a step delivers to the library's own readers.
+/// What a step delivers to the library's own readers; without a tag the rest means nothing.
 struct sax_step {
-    const char *tag;   // null: none
-    const char *value; // null: none
-    std::size_t tag_length;
-    std::size_t value_length;
+    zeb5::tag_name tag;
+    const char *value = nullptr; // null: none
+    std::size_t value_length = 0;
 
-    std::string_view tag_text() const { return {tag, tag_length}; }
+    std::string_view tag_text() const { return {tag.text, tag.length}; }
     std::string_view value_text() const { return {value, value_length}; }
 };
 
@@ -45,13 +47,11 @@ struct sax_step_handlers {
 
     template <class Handlers>
     static void start_element(Handlers &h, const XMLCh *name, xercesc::AttributeList &attributes) {
-        h.tag = h.texts->narrower.narrow(name, h.texts->tag);
+        h.texts->tag = h.texts->tags.find(name, h.texts->narrower);
+        h.tag = h.texts->tag.text;
         ++h.fElementCount;
-        drop_attributes(h);
-        const XMLSize_t count = attributes.getLength();
-        h.fAttrCount += static_cast<std::uint32_t>(count);
-        for (XMLSize_t i = 0; i < count; ++i)
-            add_attribute(h, attributes.getName(i), attributes.getType(i), attributes.getValue(i));
+        if (!h.vattr.empty() || attributes.getLength() != 0)
+            take_attributes(h, attributes);
     }
 
     template <class Handlers> static void characters(Handlers &h, const XMLCh *text, XMLSize_t length) {
@@ -86,7 +86,8 @@ struct sax_step_handlers {
         if (!h.end_flag && !h.value)
             return;
         h.tag = h.value = nullptr;
-        drop_attributes(h);
+        if (!h.vattr.empty())
+            drop_attributes(h);
         h.end_flag = false;
     }
 
@@ -132,24 +133,29 @@ struct sax_step_handlers {
         return 1;
     }
 
+    /// Takes one step; `step` is set when the result is 0.
     template <class Parser> static int next(Parser &p, sax_step &step) {
         auto &h = p.handler;
-        step = {};
         reset_end_tag_flag(h);
-        if (!p.gotMore || !p.init)
+        if (!p.gotMore)
             return h.error_count ? h.error_count : -1;
         p.gotMore = p.parser->parseNext(p.token);
         if (!p.gotMore)
             p.parser->parseReset(p.token);
         if (h.error_count)
             return h.error_count;
-        step = {h.tag, h.value, h.texts->tag.size(), h.texts->value.size()};
+        step.tag.text = h.tag;
+        if (h.tag) {
+            step.tag.length = h.texts->tag.length;
+            step.value = h.value;
+            step.value_length = h.texts->value.size();
+        }
         return 0;
     }
 
     template <class Parser> static int parse(Parser &p, char **tag, char **value) {
         sax_step step;
-        const int result = next(p, step);
+        const int result = p.init ? next(p, step) : -1;
         if (tag)
             *tag = result == 0 ? p.handler.tag : nullptr;
         if (value)
@@ -171,6 +177,16 @@ struct sax_step_handlers {
     }
 
 private:
+    /// Apart from start_element(), as most elements of these documents have no attributes.
+    template <class Handlers>
+    [[gnu::noinline]] static void take_attributes(Handlers &h, xercesc::AttributeList &attributes) {
+        drop_attributes(h);
+        const XMLSize_t count = attributes.getLength();
+        h.fAttrCount += static_cast<std::uint32_t>(count);
+        for (XMLSize_t i = 0; i < count; ++i)
+            add_attribute(h, attributes.getName(i), attributes.getType(i), attributes.getValue(i));
+    }
+
     /// A folder is the same error to the XML library, but it loses memory over it.
     static void refuse_folder(const char *path) {
         if (std::error_code none; std::filesystem::is_directory(path, none))
@@ -203,7 +219,8 @@ private:
     /// Of our own making rather than the transcoder's, so that it may outlive the platform.
     template <class Handlers> static char *copied(Handlers &h, const XMLCh *text) {
         zeb5::narrow_buffer buffer;
-        return h.texts->narrower.narrow(text, buffer) ? buffer.release() : nullptr;
+        return h.texts->narrower.narrow(text, xercesc::XMLString::stringLen(text), buffer) ? buffer.release()
+                                                                                           : nullptr;
     }
 
     /// Blanks, line feeds and tabs only; an empty text is too.
