@@ -21,19 +21,22 @@ set(zeb5_public_headers
     library/daq/XML_tools/zeb5_gige_descr.h)
 install(FILES ${zeb5_public_headers} DESTINATION ${zeb5_include_dir})
 
-# A site's own event-utility library is installed by the site; the package then refers to it by its path.
+# A site's own event-utility library is installed by the site; the package and the libraries' own search path then
+# refer to the place that it had when this was built.
 set(zeb5_installed_libraries ZEB5XML)
 if(NOT ZEB5XML_EVUTL)
     list(APPEND zeb5_installed_libraries ZEB5evutl)
 endif()
-set_target_properties(${zeb5_installed_libraries} PROPERTIES INSTALL_RPATH "$ORIGIN")
+set_target_properties(${zeb5_installed_libraries} PROPERTIES INSTALL_RPATH "$ORIGIN"
+    INSTALL_RPATH_USE_LINK_PATH ON)
 install(TARGETS ${zeb5_installed_libraries} EXPORT ZEB5XMLTargets
     LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR}
     INCLUDES DESTINATION ${zeb5_include_dir})
 
 if(TARGET zeb5xml)
     file(RELATIVE_PATH zeb5_bin_to_lib ${CMAKE_INSTALL_FULL_BINDIR} ${CMAKE_INSTALL_FULL_LIBDIR})
-    set_target_properties(zeb5xml PROPERTIES INSTALL_RPATH "$ORIGIN/${zeb5_bin_to_lib}")
+    set_target_properties(zeb5xml PROPERTIES INSTALL_RPATH "$ORIGIN/${zeb5_bin_to_lib}"
+        INSTALL_RPATH_USE_LINK_PATH ON)
 endif()
 
 install(EXPORT ZEB5XMLTargets NAMESPACE ZEB5XML:: DESTINATION ${zeb5_package_dir})

@@ -9,6 +9,7 @@
 #include <sys/socket.h>
 
 #include "chan_descr_writing.h"
+#include "descriptors.h"
 
 namespace {
 
@@ -55,35 +56,8 @@ std::string sample_in_file(int mode, int format) {
     return mode == xml_document ? sample_document(format) : "";
 }
 
-size_t open_descriptors() {
-    const std::filesystem::directory_iterator entries("/proc/self/fd");
-    return static_cast<size_t>(std::distance(begin(entries), end(entries)));
-}
-
-/// A destination that is a descriptor: what was written to it can be read back.
-class descriptor {
-public:
-    descriptor() : fd_(open(file_.c_path(), O_WRONLY | O_CLOEXEC)) {}
-    ~descriptor() { close(fd_); }
-    descriptor(const descriptor &) = delete;
-    descriptor &operator=(const descriptor &) = delete;
-    int fd() const { return fd_; }
-    std::string text() const { return file_.text(); }
-
-private:
-    temporary_file file_;
-    int fd_;
-};
-
 std::string case_name(int mode, int format) {
     return "mode " + std::to_string(mode) + ", format " + std::to_string(format);
-}
-
-/// A number that no descriptor has, high enough that catching the standard streams does not take it.
-int closed_descriptor() {
-    const int fd = fcntl(STDOUT_FILENO, F_DUPFD_CLOEXEC, 500);
-    close(fd);
-    return fd;
 }
 
 } // namespace
@@ -113,11 +87,13 @@ TEST(ChanDescrDestinations, EachCombinationGetsWhatItsModeWrites) {
                 EXPECT_EQ(seen.streams.out, to_file && mode == summary_table ? "\n" : "");
                 const bool dated = to_file && mode == xml_document && format == chandescriptions;
                 if (to_file) {
-                    EXPECT_EQ(dated ? without_date_line(file.text(), since) : file.text(),
+                    EXPECT_EQ(dated ? without_date_line(file.text(), "CHANDESCRIPTIONS", since) : file.text(),
                               sample_in_file(mode, format));
                 }
                 if (to_fd) {
-                    EXPECT_EQ(dated ? without_date_line(target.text(), since) : target.text(), document);
+                    EXPECT_EQ(dated ? without_date_line(target.text(), "CHANDESCRIPTIONS", since)
+                                    : target.text(),
+                              document);
                 }
                 if (dated && to_string)
                     EXPECT_EQ(text, "before " + file.text());
@@ -176,7 +152,8 @@ TEST(ChanDescrDestinations, AnEmptyListGivesAnEmptyDocumentOrAnEmptyFile) {
             else if (format == daqvariables)
                 EXPECT_EQ(file.text(), daqvariables_document(""));
             else
-                EXPECT_EQ(without_date_line(file.text(), since), chandescriptions_document(""));
+                EXPECT_EQ(without_date_line(file.text(), "CHANDESCRIPTIONS", since),
+                          chandescriptions_document(""));
         }
 }
 
@@ -303,8 +280,8 @@ void expect_failed_write(int fd, int channels) {
         EXPECT_EQ(seen.streams.out, write_failed_line);
         EXPECT_EQ(seen.streams.err, "");
         EXPECT_EQ(text, "before");
-        EXPECT_TRUE((format == chandescriptions ? without_date_line(file.text(), since) : file.text()) ==
-                    document);
+        EXPECT_TRUE((format == chandescriptions ? without_date_line(file.text(), "CHANDESCRIPTIONS", since)
+                                                : file.text()) == document);
         EXPECT_EQ(open_descriptors(), opened + 1); // the file, which stays open
 
         const dump_outcome without_file = dump(list, nullptr, xml_document, format, fd, &text);
@@ -327,6 +304,19 @@ TEST(ChanDescrDestinations, AFailedWriteLeavesTheFileCompleteAndTheStringUnchang
             expect_failed_write(fd, channels);
     close(full);
     close(unwritable);
+}
+
+// Flushing all streams of the process would wait for every thread that reads from one.
+TEST(ChanDescrDestinations, AFailedWriteWithoutAFileLeavesOtherStreamsAlone) {
+    const temporary_file other;
+    FILE *const stream = fopen(other.path().c_str(), "w");
+    ASSERT_TRUE(stream);
+    fputs("still buffered", stream);
+    sample_list list;
+    EXPECT_EQ(dump(list, nullptr, xml_document, chandescriptions, closed_descriptor(), nullptr).result, 2);
+    EXPECT_EQ(other.text(), "");
+    fclose(stream);
+    EXPECT_EQ(other.text(), "still buffered");
 }
 
 // The tables never go to the descriptor, so that it cannot fail.

@@ -195,4 +195,19 @@ TEST(ExtendChannelDims, LeavesHiddenStatisticsAloneWhenNothingIsReplaced) {
     in->dims[0]->nstats = 1;
 }
 
+TEST(ExtendChannelDims, PassesOverNullDimensionsOfTheSource) {
+    for (bool force : {false, true}) {
+        channel_list list;
+        chan_descr_2010 *in = list.add(make_channel("ORVIN/A")), *from = list.add(make_channel("ORVIN/A"));
+        add_dims(in, {{0, {}}}, "i");
+        add_dims(from, {{0, {7}}, {4, {8}}}, "f");
+        const std::vector<dim_descr *> dims = from->dims;
+        from->dims = {nullptr, dims[0], nullptr, dims[1], nullptr};
+        const captured seen = capture([&] { EXPECT_FALSE(extend_channel_description(in, from, force)); });
+        from->dims = dims; // so that the list can be released
+        EXPECT_EQ(seen.out + seen.err, "");
+        EXPECT_EQ(dims_of(*in), force ? "2: 0fff(1: 7fff) 4fff(1: 8fff)" : "2: 0iii(1: 7fff) 4fff(1: 8fff)");
+    }
+}
+
 } // namespace

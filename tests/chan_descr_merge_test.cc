@@ -293,4 +293,18 @@ TEST(ExtendChannelDescription, DecidesAboutBitsByTheCountsAndWalksTheVectors) {
     }
 }
 
+TEST(ExtendChannelDescription, PassesOverNullBitsOfTheSource) {
+    for (bool force : both_forms) {
+        merge_pair pair;
+        add_bits(pair.in, {0, 2}, "i");
+        add_bits(pair.from, {2, 5}, "f");
+        std::vector<bit_descr *> &bits = pair.from->bits;
+        bits = {nullptr, bits[0], nullptr, bits[1], nullptr};
+        const captured seen =
+            capture([&] { EXPECT_FALSE(extend_channel_description(pair.in, pair.from, force)); });
+        EXPECT_EQ(seen.out + seen.err, "");
+        EXPECT_EQ(bits_of(*pair.in), force ? "2: 2ff 5ff" : "3: 0ii 2ii 5ff") << "force " << force;
+    }
+}
+
 } // namespace

@@ -41,6 +41,15 @@ TEST(FindChanEntry, DoesNotFindATextThatIsLongerThanTheStoredName) {
     EXPECT_EQ(find_chan_entry(list, longest.substr(1).c_str()), nullptr);
 }
 
+TEST(FindChanEntry, PassesOverNullRecords) {
+    chan_descr_2010 *const record = make_channel("ORVIN/A");
+    const std::vector<chan_descr_2010 *> list = {nullptr, record, nullptr};
+    EXPECT_EQ(find_chan_entry(&list, "ORVIN/A"), record);
+    EXPECT_EQ(find_chan_entry(&list, "ORVIN/B"), nullptr);
+    EXPECT_EQ(find_chan_entry(&list, ""), nullptr);
+    delete record;
+}
+
 TEST(FindChanEntry, AnswersNullForEmptyAndMissingArguments) {
     channel_list list;
     EXPECT_EQ(find_chan_entry(list, "ORVIN/A"), nullptr);

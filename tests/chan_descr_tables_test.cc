@@ -31,24 +31,7 @@ std::string full_table_of(std::vector<chan_descr_2010 *> *list) {
 /// Two channels, the first with all kinds of sub-records.
 struct sample_list : channel_list {
     sample_list() {
-        chan_descr_2010 *channel = add(make_channel("ORVIN.DIAG/BPM/12/CH00.TD", "BPM12"));
-        channel->stream = 7;
-        channel->ev_type = 18;
-        channel->count = 21;
-        channel->dtype = 0x240;
-        channel->db_key = 4711;
-        set_text(channel->prop_desc, "position of the beam");
-        set_text(channel->units, "mm");
-        channel->max_size = 4;
-        set_text(channel->sb_name, "BPM_SB");
-        channel->set_point = 1;
-        set_text(channel->subsystem, "DIAGNOSTICS");
-        add_bit(channel, 3, "READY", "ready to measure");
-        add_bit(channel, -1, "FAULT", "hardware fault");
-        dim_descr *time_axis = add_dim(channel, 0, "time", "time in the pulse", "us");
-        add_stat(time_axis, 5, "mean", "mean of the pulse", "mm");
-        add_stat(time_axis, 6, "rms", "spread in the pulse", "um");
-        add_dim(channel, 1, "bunch", "bunch number", "1");
+        add(full_channel());
         add(make_channel("ORVIN.DIAG/BPM/13/CH00.TD"));
     }
 };
@@ -241,6 +224,18 @@ TEST(ChanDescrTables, DoNotDependOnFormatOrAxes) {
             EXPECT_EQ(table_of(list, full_table, format, given).text, sample_full_table);
             EXPECT_EQ(table_of(list, summary_table, format, given).text, sample_summary_table);
         }
+}
+
+// What is not used is not looked at either: such an entry cannot be.
+TEST(ChanDescrTables, AndTheOtherDialectDoNotLookAtAxes) {
+    sample_list list;
+    std::vector<dim_params *> dims{nullptr};
+    EXPECT_EQ(table_of(list, full_table, chandescriptions, &dims).text, sample_full_table);
+    EXPECT_EQ(table_of(list, summary_table, chandescriptions, &dims).text, sample_summary_table);
+    std::string with, without;
+    EXPECT_EQ(dump_chan_desr(list, nullptr, xml_document, daqvariables, -1, &with, &dims), 0);
+    EXPECT_EQ(dump_chan_desr(list, nullptr, xml_document, daqvariables, -1, &without, nullptr), 0);
+    EXPECT_EQ(with, without);
 }
 
 TEST(ChanDescrTables, GrowToAnyLength) {

@@ -9,29 +9,6 @@
 
 namespace {
 
-/// A channel in which every field has a value of its own.
-chan_descr_2010 *full_channel() {
-    chan_descr_2010 *channel = make_channel("ORVIN.DIAG/BPM/12/CH00.TD", "BPM12");
-    channel->stream = 7;
-    channel->ev_type = 0x12;
-    channel->count = 21;
-    channel->dtype = 0x240;
-    channel->db_key = 4711;
-    set_text(channel->prop_desc, "position of the beam");
-    set_text(channel->units, "mm");
-    channel->max_size = 4;
-    set_text(channel->sb_name, "BPM_SB");
-    channel->set_point = 1;
-    set_text(channel->subsystem, "DIAGNOSTICS");
-    add_bit(channel, 3, "READY", "ready to measure");
-    add_bit(channel, -1, "FAULT", "hardware fault");
-    dim_descr *time_axis = add_dim(channel, 0, "time", "time in the pulse", "us");
-    add_stat(time_axis, 5, "mean", "mean of the pulse", "mm");
-    add_stat(time_axis, 6, "rms", "spread in the pulse", "um");
-    add_dim(channel, 1, "bunch", "bunch number", "1");
-    return channel;
-}
-
 const char *const full_channel_lines = "<CHANNEL>\n"
                                        "<STREAM>7</STREAM>\n"
                                        "<EVTYPE>18</EVTYPE>\n"

@@ -3,9 +3,6 @@
 
 /// Calls of dump_chan_desr() for tests, and the parts that all its documents have in common.
 
-#include <algorithm>
-#include <cctype>
-#include <ctime>
 #include <string>
 #include <vector>
 
@@ -13,13 +10,12 @@
 
 #include "capture.h"
 #include "channel_records.h"
+#include "dated_documents.h"
 #include "parse_chan_descr.h"
 #include "test_files.h"
 
 inline constexpr int full_table = 1, xml_document = 2, summary_table = 3; // values of `mode`
 inline constexpr int chandescriptions = 0, daqvariables = 1;              // values of `format`
-
-inline const std::string xml_declaration = "<?xml version=\"1.0\" encoding=\"ISO-8859-1\" ?>\n";
 
 /// The whole document of a CHANDESCRIPTIONS list whose channels are `body`; no date line.
 inline std::string chandescriptions_document(const std::string &body) {
@@ -58,33 +54,27 @@ inline std::string xml_of(std::vector<chan_descr_2010 *> *list, int format,
     return text;
 }
 
-/// Now as the date line shows it.
-inline std::string local_date() {
-    const time_t now = time(nullptr);
-    tm parts{};
-    localtime_r(&now, &parts);
-    char text[40];
-    strftime(text, sizeof(text), "%FT%T", &parts);
-    return text;
-}
-
-/// Takes the date line out of a CHANDESCRIPTIONS document that was written since `since`, after checking that
-/// it stands right below the root's start tag and tells the local time.
-inline std::string without_date_line(const std::string &document, const std::string &since) {
-    const std::string before = xml_declaration + "<CHANDESCRIPTIONS>\n";
-    const std::string form = "\t<isodate>9999-99-99T99:99:99</isodate>\n"; // a 9 is any digit
-    std::string line = document.substr(std::min(before.size(), document.size()), form.size());
-    const std::string date = line.substr(std::min<size_t>(10, line.size()), 19);
-    for (char &c : line)
-        if (isdigit(static_cast<unsigned char>(c)))
-            c = '9';
-    if (document.compare(0, before.size(), before) != 0 || line != form) {
-        ADD_FAILURE() << "no date line below the root's start tag: " << document.substr(0, 200);
-        return document;
-    }
-    EXPECT_LE(since, date);
-    EXPECT_LE(date, local_date());
-    return before + document.substr(before.size() + form.size());
+/// A channel in which every field has a value of its own.
+inline chan_descr_2010 *full_channel() {
+    chan_descr_2010 *channel = make_channel("ORVIN.DIAG/BPM/12/CH00.TD", "BPM12");
+    channel->stream = 7;
+    channel->ev_type = 0x12;
+    channel->count = 21;
+    channel->dtype = 0x240;
+    channel->db_key = 4711;
+    set_text(channel->prop_desc, "position of the beam");
+    set_text(channel->units, "mm");
+    channel->max_size = 4;
+    set_text(channel->sb_name, "BPM_SB");
+    channel->set_point = 1;
+    set_text(channel->subsystem, "DIAGNOSTICS");
+    add_bit(channel, 3, "READY", "ready to measure");
+    add_bit(channel, -1, "FAULT", "hardware fault");
+    dim_descr *time_axis = add_dim(channel, 0, "time", "time in the pulse", "us");
+    add_stat(time_axis, 5, "mean", "mean of the pulse", "mm");
+    add_stat(time_axis, 6, "rms", "spread in the pulse", "um");
+    add_dim(channel, 1, "bunch", "bunch number", "1");
+    return channel;
 }
 
 /// The listing that stands in for a destination.

@@ -234,7 +234,7 @@ std::vector<channel_source> many_channels(int number) {
 TEST(ChanSelectorLookUps, AnswerAsASearchInLongListsWithNamesChangedByFreshPointers) {
     check("long lists", [] {
         pair_of_selectors both;
-        const int size = *rc::gen::inRange(300, 400);
+        const int size = *rc::gen::inRange(500, 700);
         both.add(many_channels(size));
         for (int round = 0; round < 3; ++round) {
             // far more channels are handed out than are compared at every question
@@ -317,17 +317,51 @@ TEST(ChanSelectorLookUps, FollowANameGivenByAnOldPointerOnceTheChannelIsAskedFor
         });
 }
 
-TEST(ChanSelectorLookUps, FollowANameGivenByOneOfTheLatest128Pointers) {
+/// Asks for 255 channels, the longest ago of which is still one of the latest with one more.
+void ask_for_255_channels(long_list &list, int first) {
+    for (int i = first; i < first + 255; ++i)
+        list.tested().get_channel(i);
+}
+
+TEST(ChanSelectorLookUps, FollowANameGivenByOneOfTheLatest256Pointers) {
+    for (bool asked_twice : {false, true})
+        capture([asked_twice] {
+            long_list list;
+            char *pointer = list.tested().get_channel(400);
+            ask_for_255_channels(list, 50);
+            if (asked_twice) { // which makes it the latest
+                list.tested().get_prop(400);
+                ask_for_255_channels(list, 120);
+            }
+            list.rename_by(pointer, 400, false, "D550");
+            list.compare_name("D550");
+            ask_for_255_channels(list, 20);
+            list.tested().get_channel(599); // it leaves the latest, with its new name
+            list.compare_name("D550");
+            question_all(list);
+        });
+}
+
+TEST(ChanSelectorLookUps, FindAnotherRecordsPropertyWrittenAsADaqNameByAnOldPointer) {
     capture([] {
         long_list list;
-        char *pointer = list.tested().get_channel(5);
-        for (int i = 50; i < 50 + 127; ++i)
+        char *pointer = list.tested().get_channel(7);
+        for (int i = 200; i < 500; ++i)
             list.tested().get_channel(i);
-        list.rename_by(pointer, 5, false, "D150");
-        list.compare_name("D150");
-        for (int i = 300; i < 600; ++i) // it leaves the latest, with its new name
+        list.rename_by(pointer, 7, false, "P300");
+        expect_same(list.tested().get_data_type(name("P300")), 7, "get_data_type", "P300");
+        question_all(list);
+    });
+}
+
+TEST(ChanSelectorLookUps, FindAnotherRecordsDaqNameWrittenAsAPropertyByAnOldPointer) {
+    capture([] {
+        long_list list;
+        char *pointer = list.tested().get_prop(7);
+        for (int i = 200; i < 500; ++i)
             list.tested().get_channel(i);
-        list.compare_name("D150");
+        list.rename_by(pointer, 7, true, "D300");
+        expect_same(list.tested().find_channel(1, name("D300")), true, "find_channel", "D300");
         question_all(list);
     });
 }

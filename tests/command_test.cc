@@ -195,6 +195,17 @@ TEST_F(Command, ReadsUtf16FromAFileOnly) {
                         "be read from a regular file\n"}));
 }
 
+TEST_F(Command, ChecksTheLengthOfValuesInUtf16) {
+    folder.write("wide.xml", utf_16("<CHANDESCRIPTIONS><CHANNEL><PROP>P</PROP><UNITS>0123456789abcdef</UNITS>"
+                                    "</CHANNEL></CHANDESCRIPTIONS>"));
+    EXPECT_EQ(
+        run({"check", "wide.xml"}),
+        (command_result{1,
+                        "wide.xml: the text of UNITS is 16 bytes long, cut at 15: '0123456789abcdef...'\n"
+                        "wide.xml: channel descriptions, 1 channel, 1 value cut\n",
+                        ""}));
+}
+
 // Conversion
 
 TEST_F(Command, ConvertsChannelDescriptions) {

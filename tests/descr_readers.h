@@ -7,55 +7,25 @@
 
 #include <gtest/gtest.h>
 
-#include "capture.h"
 #include "channel_records.h"
-#include "test_files.h"
-
-enum reader_form { READ_MEMORY = 0, READ_FILE = 1 };
-const reader_form both_readers[] = {READ_MEMORY, READ_FILE};
+#include "reader_forms.h"
 
 struct read_options {
     bool shift = false;
     bool delete_duplicated = false;
 };
 
-struct read_outcome {
-    int result;
-    std::string out;
-    std::string err; // with DOCUMENT for the name of the document
-};
-
-inline std::string replace_all(std::string text, const std::string &what, const std::string &with) {
-    for (size_t at = 0; (at = text.find(what, at)) != std::string::npos; at += with.size())
-        text.replace(at, what.size(), with);
-    return text;
-}
-
 /// Reads `document` into `list`.
 inline read_outcome read_document(reader_form form, const std::string &document,
                                   std::vector<chan_descr_2010 *> *list, read_options options = {}) {
-    read_outcome seen = {};
-    std::string text = document, name = "my_mem_info";
-    captured streams;
-    if (form == READ_MEMORY) {
-        streams = capture([&] {
-            seen.result = parse_descr_list_read(text.data(), list, options.shift, options.delete_duplicated);
+    return read_either(
+        form, document,
+        [&](char *text) {
+            return parse_descr_list_read(text, list, options.shift, options.delete_duplicated);
+        },
+        [&](char *path) {
+            return parse_descr_list_readf(path, list, options.shift, options.delete_duplicated);
         });
-    } else {
-        temporary_file file(document);
-        name = file.path();
-        streams = capture([&] {
-            seen.result =
-                parse_descr_list_readf(file.c_path(), list, options.shift, options.delete_duplicated);
-        });
-    }
-    seen.out = streams.out;
-    seen.err = replace_all(streams.err, name, "DOCUMENT");
-    return seen;
-}
-
-inline const char *reader_name(reader_form form) {
-    return form == READ_MEMORY ? "memory reader" : "file reader";
 }
 
 /// The beginning of a document, for messages.

@@ -105,22 +105,9 @@ template <class Entry> std::string describe(const std::vector<Entry *> &entries)
 /// Reads `document` into `list`.
 template <class Layout>
 read_outcome read_dictionary(reader_form form, const std::string &document, typename Layout::list *list) {
-    read_outcome seen = {};
-    std::string name = "my_mem_info";
-    std::vector<char> text(document.begin(),
-                           document.end()); // exactly as long, so that reading past it shows
-    text.push_back('\0');
-    captured streams;
-    if (form == READ_MEMORY) {
-        streams = capture([&] { seen.result = Layout::read_memory(text.data(), list); });
-    } else {
-        temporary_file file(document);
-        name = file.path();
-        streams = capture([&] { seen.result = Layout::read_file(file.c_path(), list); });
-    }
-    seen.out = streams.out;
-    seen.err = replace_all(streams.err, name, "DOCUMENT");
-    return seen;
+    return read_either(
+        form, document, [&](char *text) { return Layout::read_memory(text, list); },
+        [&](char *path) { return Layout::read_file(path, list); });
 }
 
 /// What both readers make of a document that must be read without a word.

@@ -3,7 +3,6 @@
 
 /// Calls of the env index dictionary writers for tests, and what their outputs have in common.
 
-#include <algorithm>
 #include <climits>
 #include <string>
 
@@ -11,6 +10,7 @@
 
 #include "capture.h"
 #include "chan_descr_writing.h"
+#include "dated_documents.h"
 #include "env_dictionary_records.h"
 
 enum { text_lines = 1, xml_to_file_and_fd = 2, xml_to_string = 3 }; // values of `mode`
@@ -28,21 +28,9 @@ inline std::string dictionary_channel(const std::string &index, const std::strin
            "</DABS>\n<DREL>" + rel + "</DREL>\n</CHANNEL>\n";
 }
 
-/// Takes the date line out of a document that was written since `since`, after checking that it stands right
-/// below the root's start tag and tells the local time. A text without a document is given back as it is.
+/// The document without its date line, as without_date_line() checks and takes it out.
 inline std::string without_dictionary_date(const std::string &document, const std::string &since) {
-    const std::string before = xml_declaration + "<ENVINDEXDICT>\n";
-    constexpr std::size_t line_length = 40, date_length = 19, date_offset = 10;
-    if (document.compare(0, before.size(), before) != 0 || document.size() < before.size() + line_length)
-        return document;
-    std::string line = document.substr(before.size(), line_length);
-    const std::string date = line.substr(date_offset, date_length);
-    std::replace_if(
-        line.begin(), line.end(), [](char c) { return c >= '0' && c <= '9'; }, '0');
-    EXPECT_EQ(line, "\t<isodate>0000-00-00T00:00:00</isodate>\n");
-    EXPECT_LE(since, date);
-    EXPECT_LE(date, local_date());
-    return before + document.substr(before.size() + line_length);
+    return without_date_line(document, "ENVINDEXDICT", since);
 }
 
 /// One call of the writer with its standard streams caught.

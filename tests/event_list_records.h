@@ -90,19 +90,9 @@ inline std::string describe(const std::vector<zeb5_ev_entry *> &entries) {
 /// Reads `document` into `list`.
 inline read_outcome read_document(reader_form form, const std::string &document,
                                   std::vector<zeb5_ev_entry *> *list) {
-    read_outcome seen = {};
-    std::string text = document, name = "my_mem_info";
-    captured streams;
-    if (form == READ_MEMORY) {
-        streams = capture([&] { seen.result = zeb5_parse_ev_list_read(text.data(), list); });
-    } else {
-        temporary_file file(document);
-        name = file.path();
-        streams = capture([&] { seen.result = zeb5_parse_ev_list_readf(file.c_path(), list); });
-    }
-    seen.out = streams.out;
-    seen.err = replace_all(streams.err, name, "DOCUMENT");
-    return seen;
+    return read_either(
+        form, document, [&](char *text) { return zeb5_parse_ev_list_read(text, list); },
+        [&](char *path) { return zeb5_parse_ev_list_readf(path, list); });
 }
 
 /// What both readers make of a document that must be read without a word.

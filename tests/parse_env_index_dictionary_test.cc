@@ -418,6 +418,15 @@ TYPED_TEST(ParseEnvIndexDictionary, RefusesANullSourceWithoutAWord) {
     EXPECT_EQ(describe(list.entries), "9 'OLD'");
 }
 
+TYPED_TEST(ParseEnvIndexDictionary, RefusesANullListWithoutAWord) {
+    for (const char *document : {ordinary_dictionary, "<OTHER/>", "no document"})
+        for (reader_form form : both_readers) {
+            const read_outcome seen = read_dictionary<TypeParam>(form, document, nullptr);
+            EXPECT_EQ(seen.result, 1) << reader_name(form) << ": " << document;
+            EXPECT_EQ(seen.out + seen.err, "") << reader_name(form) << ": " << document;
+        }
+}
+
 TYPED_TEST(ParseEnvIndexDictionary, FailsOnAFileThatIsNotThere) {
     const temporary_folder folder;
     std::string missing = folder / "missing.xml";

@@ -349,6 +349,16 @@ TEST(ParseEvList, RefusesANullSourceWithoutAWord) {
     EXPECT_EQ(describe(list.entries), "9");
 }
 
+TEST(ParseEvList, RefusesANullListWithoutAWord) {
+    for (const char *document : {ordinary_list, "<OTHER/>", "no document"})
+        for (reader_form form : both_readers) {
+            const read_outcome seen =
+                read_document(form, document, static_cast<std::vector<zeb5_ev_entry *> *>(nullptr));
+            EXPECT_EQ(seen.result, 1) << reader_name(form) << ": " << document;
+            EXPECT_EQ(seen.out + seen.err, "") << reader_name(form) << ": " << document;
+        }
+}
+
 TEST(ParseEvList, FailsOnAFileThatIsNotThere) {
     const temporary_folder folder;
     std::string missing = folder / "missing.xml";

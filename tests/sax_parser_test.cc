@@ -81,17 +81,12 @@ const step_case step_cases[] = {
 TYPED_TEST(PullReader, DeliversOneScannerTokenPerStep) {
     for (const auto &c : step_cases) {
         TypeParam source(c.document);
-        std::string seen;
-        int started = -1;
-        const captured streams = capture([&] {
-            started = source.start();
-            seen = steps(source.parser());
-        });
-        EXPECT_EQ(started, 0) << c.document;
-        EXPECT_EQ(seen, c.steps) << c.document;
-        EXPECT_EQ(source.parser().get_error_counter(), 0) << c.document;
-        EXPECT_EQ(streams.err, "") << c.document;
-        EXPECT_EQ(streams.out, "") << c.document;
+        const outcome seen = read(source);
+        EXPECT_EQ(seen.started, 0) << c.document;
+        EXPECT_EQ(seen.steps_seen, c.steps) << c.document;
+        EXPECT_EQ(seen.count, 0) << c.document;
+        EXPECT_EQ(seen.streams.err, "") << c.document;
+        EXPECT_EQ(seen.streams.out, "") << c.document;
     }
 }
 
@@ -142,17 +137,12 @@ const report_case report_cases[] = {
 TYPED_TEST(PullReader, ReportsProblemsOnStandardErrorAndReturnsTheirNumber) {
     for (const auto &c : report_cases) {
         TypeParam source(c.document);
-        std::string seen;
-        int started = -1;
-        const captured streams = capture([&] {
-            started = source.start();
-            seen = steps(source.parser());
-        });
-        EXPECT_EQ(started, 0) << c.document;
-        EXPECT_EQ(seen, c.steps) << c.document;
-        EXPECT_EQ(streams.err, with_file(c.message, source.system_id())) << c.document;
-        EXPECT_EQ(streams.out, "") << c.document;
-        EXPECT_EQ(std::to_string(source.parser().get_error_counter()), seen.substr(seen.rfind(' ') + 1))
+        const outcome seen = read(source);
+        EXPECT_EQ(seen.started, 0) << c.document;
+        EXPECT_EQ(seen.steps_seen, c.steps) << c.document;
+        EXPECT_EQ(seen.streams.err, with_file(c.message, source.system_id())) << c.document;
+        EXPECT_EQ(seen.streams.out, "") << c.document;
+        EXPECT_EQ(std::to_string(seen.count), seen.steps_seen.substr(seen.steps_seen.rfind(' ') + 1))
             << c.document;
     }
 }
@@ -288,17 +278,11 @@ TYPED_TEST(PullReader, EndsWithAnErrorOnEveryPrefixThatStopsInsideTheRoot) {
     const size_t root = whole_document.find("<r>");
     for (size_t length = root + 1; length < whole_document.size(); ++length) {
         TypeParam source(whole_document.substr(0, length));
-        std::string seen;
-        int started = -1;
-        const captured streams = capture([&] {
-            started = source.start();
-            if (started == 0)
-                seen = steps(source.parser());
-        });
-        EXPECT_EQ(started, 0) << length;
-        EXPECT_EQ(seen.back(), '1') << length << ": " << seen;
-        EXPECT_EQ(source.parser().get_error_counter(), 1) << length;
-        EXPECT_EQ(streams.err.rfind("\nFatal Error at (file " + source.system_id() + ", line ", 0), 0u)
+        const outcome seen = read(source);
+        EXPECT_EQ(seen.started, 0) << length;
+        EXPECT_TRUE(seen.steps_seen.ends_with('1')) << length << ": " << seen.steps_seen;
+        EXPECT_EQ(seen.count, 1) << length;
+        EXPECT_EQ(seen.streams.err.rfind("\nFatal Error at (file " + source.system_id() + ", line ", 0), 0u)
             << length;
     }
 }
@@ -306,18 +290,13 @@ TYPED_TEST(PullReader, EndsWithAnErrorOnEveryPrefixThatStopsInsideTheRoot) {
 TYPED_TEST(PullReader, ReadsNothingOfAPrefixThatStopsBeforeTheRoot) {
     for (size_t length = 0; length <= whole_document.find("<r>"); ++length) {
         TypeParam source(whole_document.substr(0, length));
-        std::string seen = "1";
-        int started = -1;
-        const captured streams = capture([&] {
-            started = source.start();
-            if (started == 0) // a cut right behind a "<" or what may be one comes out with the first step
-                seen = steps(source.parser());
-        });
-        EXPECT_EQ(seen, "1") << length;
-        EXPECT_EQ(source.parser().get_error_counter(), 1) << length;
-        EXPECT_EQ(streams.err.rfind("\nFatal Error at (file " + source.system_id() + ", line ", 0), 0u)
+        const outcome seen = read(source);
+        // a cut right behind a "<" or what may be one comes out with the first step
+        EXPECT_EQ(seen.steps_seen, seen.started == 0 ? "1" : "") << length;
+        EXPECT_EQ(seen.count, 1) << length;
+        EXPECT_EQ(seen.streams.err.rfind("\nFatal Error at (file " + source.system_id() + ", line ", 0), 0u)
             << length;
-        EXPECT_EQ(streams.err.ends_with("\nscanFirst() failed\n"), started == 1) << length;
+        EXPECT_EQ(seen.streams.err.ends_with("\nscanFirst() failed\n"), seen.started == 1) << length;
     }
 }
 

@@ -9,6 +9,7 @@
 
 #include "SAX_File_Parser.h"
 #include "SAX_Memory_Parser.h"
+#include "capture.h"
 #include "test_files.h"
 
 /// A document read from memory.
@@ -59,6 +60,25 @@ template <class Parser> std::string steps(Parser &parser) {
         all += ' ' + last;
     }
     return all;
+}
+
+/// Start, steps up to the first report and all reports.
+struct outcome {
+    int started = -1;
+    std::string steps_seen;
+    captured streams;
+    int count = 0;
+};
+
+template <class Source> outcome read(Source &source) {
+    outcome seen;
+    seen.streams = capture([&] {
+        seen.started = source.start();
+        if (seen.started == 0)
+            seen.steps_seen = steps(source.parser());
+    });
+    seen.count = source.parser().get_error_counter();
+    return seen;
 }
 
 /// `text` with every "<FILE>" replaced by `name`.

@@ -10,6 +10,7 @@
 #include "output.h"
 #include "split_values.h"
 #include "standard_streams.h"
+#include "words.h"
 
 namespace {
 

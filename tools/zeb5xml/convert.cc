@@ -15,7 +15,7 @@ bool is_well_formed(std::string text) {
     int last = 0;
     held_output({1, 2}, [&] {
         SAX_Memory_Parser parser(text.data());
-        last = parser.init_ok() ? parser.start() : 1;
+        last = parser.start();
         while (last == 0)
             last = parser.parse(nullptr, nullptr);
     });
@@ -26,13 +26,18 @@ int convert(const convert_options &options) {
     document source = read_document(options.file);
     const document_kind &kind = kind_of(source);
     std::string text;
-    if (is_channel_document(kind))
+    switch (kind.family) {
+    case CHANNELS:
         text = convert_channels(source, options);
-    else if (is_dictionary(kind))
+        break;
+    case DICTIONARY:
         text = convert_dictionary(source, options);
-    else
+        break;
+    case EVENTS:
+    case CAMERA:
         throw failure(STATUS_DOCUMENT, source.name + ": is a document of kind '" + kind.name +
                                            "', which can only be shown and checked");
+    }
     write_output(options.output, text);
     if (text.compare(0, 5, "<?xml") == 0 && !is_well_formed(text))
         tell(source.name + ": warning: holds characters that XML output does not escape: "

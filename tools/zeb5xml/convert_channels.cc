@@ -2,7 +2,6 @@
 
 #include <vector>
 
-#include "failure.h"
 #include "memory_file.h"
 #include "parse_chan_descr.h"
 #include "standard_streams.h"

@@ -1,15 +1,13 @@
 #include "document_kinds.h"
 
-#include <cstring>
 #include <vector>
 
-#include "SAX_File_Parser.h"
-#include "SAX_Memory_Parser.h"
 #include "dictionary_records.h"
 #include "failure.h"
 #include "parse_chan_descr.h"
 #include "parse_ev_list.h"
 #include "standard_streams.h"
+#include "started_parser.h"
 #include "zeb5_gige_descr.h"
 
 namespace {
@@ -84,27 +82,20 @@ template <class Family> std::unique_ptr<record_list> make() {
 }
 
 const document_kind kinds[] = {
-    {"CHANDESCRIPTIONS", "channel descriptions", "channels", make<channel_family>},
-    {"DAQvariables", "channel descriptions", "channels", make<channel_family>},
-    {"BMR", "event list", "entries", make<event_family>},
-    {"ENVINDEXDICT", "env index dictionary", "entries", make<dictionary_family>},
+    {"CHANDESCRIPTIONS", CHANNELS, "channel descriptions", "channels", make<channel_family>},
+    {"DAQvariables", CHANNELS, "channel descriptions", "channels", make<channel_family>},
+    {"BMR", EVENTS, "event list", "entries", make<event_family>},
+    {"ENVINDEXDICT", DICTIONARY, "env index dictionary", "entries", make<dictionary_family>},
 };
-const document_kind camera_kind = {nullptr, "camera file", "features", make<camera_family>};
-
-template <class Parser, class Start> std::string first_tag(Parser &parser, Start start) {
-    char *tag = nullptr;
-    bool read = parser.init_ok() && start() == 0 && parser.parse(&tag, nullptr) == 0;
-    return read && tag ? tag : "";
-}
+const document_kind camera_kind = {nullptr, CAMERA, "camera file", "features", make<camera_family>};
 
 /// Name of the root element; empty when there is none or the parser stumbled before or at it.
 std::string root_of(document &source) {
-    if (source.has_nul()) {
-        SAX_File_Parser parser;
-        return first_tag(parser, [&] { return parser.start(source.path.data()); });
-    }
-    SAX_Memory_Parser parser(source.text.data());
-    return first_tag(parser, [&] { return parser.start(); });
+    return with_started_parser(source, [](auto &parser) {
+        char *tag = nullptr;
+        bool read = parser.parse(&tag, nullptr) == 0;
+        return std::string(read && tag ? tag : "");
+    });
 }
 
 bool holds_camera_features(document &source) {
@@ -132,15 +123,4 @@ const document_kind &kind_of(document &source) {
     throw failure(STATUS_DOCUMENT, source.name + ": root element '" + root +
                                        "' is none of CHANDESCRIPTIONS, DAQvariables, BMR and ENVINDEXDICT, "
                                        "and no camera feature could be read");
-}
-
-bool is_channel_document(const document_kind &kind) { return kind.make == make<channel_family>; }
-
-bool is_dictionary(const document_kind &kind) { return kind.make == make<dictionary_family>; }
-
-std::string counted(size_t count, const std::string &nouns) {
-    if (count != 1)
-        return std::to_string(count) + " " + nouns;
-    bool entries = nouns.size() > 3 && nouns.compare(nouns.size() - 3, 3, "ies") == 0;
-    return "1 " + (entries ? nouns.substr(0, nouns.size() - 3) + "y" : nouns.substr(0, nouns.size() - 1));
 }

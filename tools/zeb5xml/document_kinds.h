@@ -3,7 +3,6 @@
 
 #include <cstddef>
 #include <memory>
-#include <string>
 
 #include "document.h"
 
@@ -20,8 +19,12 @@ public:
     virtual size_t size() const = 0;
 };
 
+/// Which records a document holds.
+enum kind_family { CHANNELS, EVENTS, DICTIONARY, CAMERA };
+
 struct document_kind {
-    const char *root;    // root element; null: known by what the document holds
+    const char *root; // root element; null: known by what the document holds
+    kind_family family;
     const char *name;    // what messages call such a document
     const char *records; // and its records
     std::unique_ptr<record_list> (*make)();
@@ -29,12 +32,5 @@ struct document_kind {
 
 /// What `source` is. Throws failure, with the parser's reports passed on, when it is nothing known.
 const document_kind &kind_of(document &source);
-
-/// Whether it is a kind of channel descriptions, or an env index dictionary.
-bool is_channel_document(const document_kind &kind);
-bool is_dictionary(const document_kind &kind);
-
-/// "1 channel", "2 channels": `nouns` is the plural.
-std::string counted(size_t count, const std::string &nouns);
 
 #endif

@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "failure.h"
+#include "standard_streams.h"
 
 /// Does the same for every file: one that fails is told and the others follow. `work` returns an exit status;
 /// the result is the worst one. A failure of the output ends it all.

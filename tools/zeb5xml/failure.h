@@ -30,7 +30,4 @@ private:
     exit_status status_;
 };
 
-/// One line on standard error, with the name of the command in front.
-void tell(const std::string &text);
-
 #endif

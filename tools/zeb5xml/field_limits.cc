@@ -3,11 +3,10 @@
 #include <algorithm>
 #include <cstring>
 
-#include "SAX_File_Parser.h"
-#include "SAX_Memory_Parser.h"
 #include "parse_chan_descr.h"
 #include "parse_env_index_dictionary.h"
 #include "parse_ev_list.h"
+#include "started_parser.h"
 
 namespace {
 
@@ -93,10 +92,5 @@ template <class Parser> std::vector<cut_value> walk(Parser &parser, const std::s
 } // namespace
 
 std::vector<cut_value> find_cut_values(document &source, const std::string &root) {
-    if (source.has_nul()) {
-        SAX_File_Parser parser;
-        return parser.start(source.path.data()) == 0 ? walk(parser, root) : std::vector<cut_value>();
-    }
-    SAX_Memory_Parser parser(source.text.data());
-    return parser.start() == 0 ? walk(parser, root) : std::vector<cut_value>();
+    return with_started_parser(source, [&](auto &parser) { return walk(parser, root); });
 }

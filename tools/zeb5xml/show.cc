@@ -8,6 +8,7 @@
 #include "failure.h"
 #include "output.h"
 #include "standard_streams.h"
+#include "words.h"
 
 namespace {
 

@@ -1,13 +1,12 @@
 #include "standard_streams.h"
 
+#include <algorithm>
 #include <cerrno>
 #include <cstdio>
 #include <fcntl.h>
 #include <iostream>
 #include <system_error>
 #include <unistd.h>
-
-#include "failure.h"
 
 namespace {
 

@@ -45,12 +45,13 @@ template <class Code> std::string held_output(std::initializer_list<int> descrip
 /// to a document in memory. Each line keeps its end.
 std::string readable_diagnostics(const std::string &text, const std::string &name);
 
-/// Runs `code` and passes its diagnostics on to standard error.
-template <class Code> void run_library(const std::string &name, Code &&code);
-
 /// Writes to standard error as it stands.
 void write_standard_error(const std::string &text);
 
+/// One line on standard error, with the name of the command in front.
+void tell(const std::string &text);
+
+/// Runs `code` and passes its diagnostics on to standard error.
 template <class Code> void run_library(const std::string &name, Code &&code) {
     write_standard_error(readable_diagnostics(held_output({1, 2}, code), name));
 }

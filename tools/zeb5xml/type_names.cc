@@ -33,11 +33,11 @@ std::string names(std::uint32_t mask, int first, const type_family &family) {
     std::string all;
     for (int bit = 0; bit < 32; ++bit)
         if (mask >> bit & 1)
-            all += (all.empty() ? "" : ":") + std::string(family.name(first + bit));
+            all.append(all.empty() ? "" : ":").append(family.name(first + bit));
     return all;
 }
 
-constexpr std::uint32_t BLOCKS_2010 = 0x80000000;
+constexpr std::uint32_t blocks_2010 = 0x80000000;
 
 } // namespace
 
@@ -48,10 +48,10 @@ int block_type_of(const std::string &text) { return type_of(text, blocks); }
 std::string event_names(std::uint32_t mask) { return names(mask, 0, events); }
 
 std::string block_names(std::uint32_t dtype) {
-    return names(dtype & ~BLOCKS_2010, dtype & BLOCKS_2010 ? 32 : 0, blocks);
+    return names(dtype & ~blocks_2010, dtype & blocks_2010 ? 32 : 0, blocks);
 }
 
 bool has_block(std::uint32_t dtype, int block_type) {
-    bool range_2010 = dtype & BLOCKS_2010;
-    return range_2010 == (block_type >= 32) && (dtype & ~BLOCKS_2010) >> (block_type % 32) & 1;
+    bool range_2010 = dtype & blocks_2010;
+    return range_2010 == (block_type >= 32) && (dtype & ~blocks_2010) >> (block_type % 32) & 1;
 }

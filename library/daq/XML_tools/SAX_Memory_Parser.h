@@ -9,9 +9,12 @@
 /// before, normally two nulls. An element without text that has an end tag of its own is delivered twice.
 ///
 /// Text comes in pieces: a new one begins at every entity or character reference, at a CDATA section and
-/// after about a million characters; within a step the last piece is the value. Documents are self-contained:
-/// external entities and DTDs are never opened but reported as errors, and so is the 1,001st expansion of an
-/// entity.
+/// after about a million characters; within a step the last piece is the value.
+///
+/// Documents are self-contained: an external entity or DTD is never opened. Like a reference to one, these
+/// are errors: the 1,001st expansion of an entity, an entity whose own text or what it reaches has more than
+/// 4,096 characters or 1,000 references, and content models that repeat names so often that their tables
+/// would grow without bound. The size of the document itself is the caller's to bound.
 ///
 /// Each parser reads one document, on one thread; parsers on several threads may run at the same time.
 

@@ -8,8 +8,8 @@ void append_tag(std::string &a, const char *before, const char *b, const char *a
     a += after;
 }
 
-void append_tag(std::string &a, const char *b, const std::vector<char *> &at, const std::vector<char *> &v,
-                const char *after) {
+void append_tag_with_attributes(std::string &a, const char *b, const std::vector<char *> &at,
+                                const std::vector<char *> &v, const char *after) {
     append_tag(a, "<", b, " ");
     for (std::size_t i = 0; i < at.size(); ++i) {
         if (i > 0)
@@ -31,17 +31,17 @@ void END_TAG(std::string &a, const char *b) { append_tag(a, "</", b, ">"); }
 void END_TAGN(std::string &a, const char *b) { append_tag(a, "</", b, ">\n"); }
 
 void START_TAG_ATTR(std::string &a, const char *b, std::vector<char *> *at, std::vector<char *> *v) {
-    append_tag(a, b, *at, *v, "/>");
+    append_tag_with_attributes(a, b, *at, *v, "/>");
 }
 
 void START_TAG_ATTRN(std::string &a, const char *b, std::vector<char *> *at, std::vector<char *> *v) {
-    append_tag(a, b, *at, *v, "/>\n");
+    append_tag_with_attributes(a, b, *at, *v, "/>\n");
 }
 
 void START_TAG_ATTRNS(std::string &a, const char *b, std::vector<char *> *at, std::vector<char *> *v) {
-    append_tag(a, b, *at, *v, ">");
+    append_tag_with_attributes(a, b, *at, *v, ">");
 }
 
 void START_TAG_ATTRNNS(std::string &a, const char *b, std::vector<char *> *at, std::vector<char *> *v) {
-    append_tag(a, b, *at, *v, ">\n");
+    append_tag_with_attributes(a, b, *at, *v, ">\n");
 }

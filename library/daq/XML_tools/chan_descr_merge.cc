@@ -72,7 +72,7 @@ template <class Owner, class Part> void append_clones(Owner &in, const std::vect
 template <class Part>
 Part *find_part(const std::vector<Part *> &parts, std::int32_t Part::*number, std::int32_t wanted) {
     for (Part *part : parts)
-        if (part->*number == wanted)
+        if (part && part->*number == wanted)
             return part;
     return nullptr;
 }
@@ -85,7 +85,7 @@ void fill_bits(chan_descr_2010 &in, const chan_descr_2010 &from) {
     if (in.nbits == 0)
         return append_clones(in, from.bits);
     for (const bit_descr *bit : from.bits)
-        if (!find_part(in.bits, &bit_descr::bit, bit->bit))
+        if (bit && !find_part(in.bits, &bit_descr::bit, bit->bit))
             append_clone(in, bit);
 }
 
@@ -95,6 +95,8 @@ void fill_dims(chan_descr_2010 &in, const chan_descr_2010 &from) {
     if (in.ndims == 0)
         return append_clones(in, from.dims);
     for (const dim_descr *dim : from.dims) {
+        if (!dim)
+            continue;
         dim_descr *const known = find_part(in.dims, &dim_descr::dim, dim->dim);
         if (!known)
             append_clone(in, dim);

@@ -1,13 +1,17 @@
 #ifndef ZEB5_CHAN_DESCR_PARTS_H
 #define ZEB5_CHAN_DESCR_PARTS_H
 
-/// How bits, dimensions and statistics come into their records and go again.
+/// What reader, writer and merging share about the records: the data-type word, and how bits, dimensions and
+/// statistics come into their records and go again.
 
 #include <memory>
 
 #include "parse_chan_descr.h"
 
 namespace zeb5 {
+
+/// The bit of a data-type word with which bit k means block type k + 32.
+inline constexpr std::uint32_t blocks_2010 = 0x80000000;
 
 /// Releases with all that it holds, whatever the counts say.
 struct part_release {

@@ -1,9 +1,9 @@
 #include <algorithm>
 #include <cstdio>
 #include <cstring>
+#include <functional>
 #include <iostream>
 #include <memory>
-#include <unordered_set>
 
 #include "chan_descr_parts.h"
 #include "chan_descr_tags.h"
@@ -30,49 +30,59 @@ std::string type_names(std::uint32_t mask, int first_type, const char *(*name_of
 
 std::string event_type_names(std::uint32_t ev_type) { return type_names(ev_type, 0, event_name_itoa); }
 
-/// Bit 31 selects the 2010 block types and is no type itself.
 std::string block_type_names(std::uint32_t dtype) {
-    const bool is_2010 = dtype >> 31;
-    return type_names(dtype & 0x7FFFFFFF, is_2010 ? 32 : 0, block_name_itoa);
+    return type_names(dtype & ~blocks_2010, dtype & blocks_2010 ? 32 : 0, block_name_itoa);
 }
 
+/// The count says whether there are parts, the vector which: parts beside a count of 0 are an inconsistency.
+template <class Part> bool are_uncounted(std::int32_t count, const std::vector<Part *> &parts) {
+    return count == 0 && !parts.empty();
+}
+
+constexpr char uncounted_bits[] = "ERROR: nbits = 0, but bits.size() > 0";
+constexpr char uncounted_dims[] = "ERROR: ndims = 0, but dims.size() > 0";
+constexpr char uncounted_stats[] = "ERROR: nstats = 0, but stats.size() > 0";
+
 void print_bits(const chan_descr_2010 &channel) {
-    if (channel.nbits != 0) {
-        std::printf("\t\t# bits :%d\n", channel.nbits);
-        for (const bit_descr *bit : channel.bits) {
-            std::printf("\t\tbit    : %d\n", bit->bit);
-            std::printf("\t\tname   : %s\n", bit->bit_name);
-            std::printf("\t\tdesc   : %s\n", bit->bit_desc);
-        }
-    } else if (!channel.bits.empty())
-        std::printf("ERROR: nbits = 0, but bits.size() > 0\n");
+    if (are_uncounted(channel.nbits, channel.bits))
+        std::printf("%s\n", uncounted_bits);
+    if (channel.nbits == 0)
+        return;
+    std::printf("\t\t# bits :%d\n", channel.nbits);
+    for (const bit_descr *bit : channel.bits) {
+        std::printf("\t\tbit    : %d\n", bit->bit);
+        std::printf("\t\tname   : %s\n", bit->bit_name);
+        std::printf("\t\tdesc   : %s\n", bit->bit_desc);
+    }
 }
 
 void print_stats(const dim_descr &dim) {
-    if (dim.nstats != 0) {
-        std::printf("\t\t\t# stats : %d\n", dim.nstats);
-        for (const stat_descr *stat : dim.stats) {
-            std::printf("\t\t\tid     : %d\n", stat->stat);
-            std::printf("\t\t\tname   : %s\n", stat->stat_name);
-            std::printf("\t\t\tdesc   : %s\n", stat->stat_desc);
-            std::printf("\t\t\tunits  : %s\n", stat->units);
-        }
-    } else if (!dim.stats.empty())
-        std::printf("ERROR: nstats = 0, but stats.size() > 0\n");
+    if (are_uncounted(dim.nstats, dim.stats))
+        std::printf("%s\n", uncounted_stats);
+    if (dim.nstats == 0)
+        return;
+    std::printf("\t\t\t# stats : %d\n", dim.nstats);
+    for (const stat_descr *stat : dim.stats) {
+        std::printf("\t\t\tid     : %d\n", stat->stat);
+        std::printf("\t\t\tname   : %s\n", stat->stat_name);
+        std::printf("\t\t\tdesc   : %s\n", stat->stat_desc);
+        std::printf("\t\t\tunits  : %s\n", stat->units);
+    }
 }
 
 void print_dims(const chan_descr_2010 &channel) {
-    if (channel.ndims != 0) {
-        std::printf("\t\t# dims : %d\n", channel.ndims);
-        for (const dim_descr *dim : channel.dims) {
-            std::printf("\t\tid    : %d\n", dim->dim);
-            std::printf("\t\tname : %s\n", dim->dim_name);
-            std::printf("\t\tdesc : %s\n", dim->dim_desc);
-            std::printf("\t\tunits: %s\n", dim->units);
-            print_stats(*dim);
-        }
-    } else if (!channel.dims.empty())
-        std::printf("ERROR: ndims = 0, but dims.size() > 0\n");
+    if (are_uncounted(channel.ndims, channel.dims))
+        std::printf("%s\n", uncounted_dims);
+    if (channel.ndims == 0)
+        return;
+    std::printf("\t\t# dims : %d\n", channel.ndims);
+    for (const dim_descr *dim : channel.dims) {
+        std::printf("\t\tid    : %d\n", dim->dim);
+        std::printf("\t\tname : %s\n", dim->dim_name);
+        std::printf("\t\tdesc : %s\n", dim->dim_desc);
+        std::printf("\t\tunits: %s\n", dim->units);
+        print_stats(*dim);
+    }
 }
 
 void print_channel(const chan_descr_2010 &channel) {
@@ -93,48 +103,44 @@ void print_channel(const chan_descr_2010 &channel) {
     print_dims(channel);
 }
 
-// Kept, in the three functions below: sub-records beside a count of 0 are told of and left alone, as somebody
-// else may own them.
+// Kept, in the three functions below: parts beside a count of 0 are told of and left alone, as somebody else
+// may own them. The vectors are empty afterwards, so that a channel which stands in its list twice is told of
+// and released once.
 
-void release_bits(const chan_descr_2010 &channel) {
-    if (channel.nbits != 0) {
+void release_bits(chan_descr_2010 &channel) {
+    if (are_uncounted(channel.nbits, channel.bits))
+        std::cout << uncounted_bits << " prop: " << channel.prop_name << std::endl;
+    else
         for (const bit_descr *bit : channel.bits)
             delete bit;
-    } else if (!channel.bits.empty())
-        std::cout << "ERROR: nbits = 0, but bits.size() > 0"
-                  << " prop: " << channel.prop_name << std::endl;
+    channel.bits.clear();
 }
 
-void release_dims(const chan_descr_2010 &channel) {
-    if (channel.ndims != 0) {
+void release_dims(chan_descr_2010 &channel) {
+    if (are_uncounted(channel.ndims, channel.dims))
+        std::cout << uncounted_dims << " prop: " << channel.prop_name << std::endl;
+    else
         for (const dim_descr *dim : channel.dims)
             release_dim(dim, channel.prop_name);
-    } else if (!channel.dims.empty())
-        std::cout << "ERROR: ndims = 0, but dims.size() > 0"
-                  << " prop: " << channel.prop_name << std::endl;
+    channel.dims.clear();
 }
 
 } // namespace
 
-namespace zeb5 {
-
-void release_dim(const dim_descr *dim, const char *prop) {
-    if (dim->nstats != 0) {
+void zeb5::release_dim(const dim_descr *dim, const char *prop) {
+    if (are_uncounted(dim->nstats, dim->stats))
+        std::cout << uncounted_stats << " (" << dim->stats.size() << ") prop: " << prop << std::endl;
+    else
         for (const stat_descr *stat : dim->stats)
             delete stat;
-    } else if (!dim->stats.empty())
-        std::cout << "ERROR: nstats = 0, but stats.size() > 0 (" << dim->stats.size() << ")"
-                  << " prop: " << prop << std::endl;
     delete dim;
 }
-
-} // namespace zeb5
 
 chan_descr_2010 *find_chan_entry(const std::vector<chan_descr_2010 *> *list, const char *name) {
     if (!list || !name)
         return nullptr;
     for (chan_descr_2010 *channel : *list)
-        if (std::strcmp(channel->prop_name, name) == 0)
+        if (channel && std::strcmp(channel->prop_name, name) == 0)
             return channel;
     return nullptr;
 }
@@ -183,15 +189,15 @@ dim_descr *zeb5_clone_dim_descr(const dim_descr *src) {
 void clean_chan_desr_list(std::vector<chan_descr_2010 *> *list) {
     if (!list)
         return;
-    std::unordered_set<const chan_descr_2010 *> released; // a channel with two identities stands there twice
-    released.reserve(list->size());
-    for (const chan_descr_2010 *channel : *list) {
-        if (!channel || !released.insert(channel).second)
-            continue;
-        release_bits(*channel);
-        release_dims(*channel);
-        delete channel;
-    }
+    for (chan_descr_2010 *channel : *list)
+        if (channel) {
+            release_bits(*channel);
+            release_dims(*channel);
+        }
+    // Sorting finds those that stand there twice without any memory, of which there may be none
+    std::sort(list->begin(), list->end(), std::less<>());
+    const auto end = std::unique(list->begin(), list->end());
+    std::for_each(list->begin(), end, [](const chan_descr_2010 *channel) { delete channel; });
     list->clear();
 }
 

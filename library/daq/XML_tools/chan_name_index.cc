@@ -4,17 +4,14 @@
 #include <bit>
 #include <cstring>
 #include <functional>
+#include <utility>
 
 #include "event_util.h"
+#include "narrow_text.h"
 
 namespace zeb5 {
 
 namespace {
-
-/// The name as it is now; all of the field when the caller has overwritten its end.
-template <std::size_t N> std::string_view text_of(const char (&field)[N]) {
-    return {field, strnlen(field, N)};
-}
 
 template <std::size_t N> bool is_text(const char (&field)[N], std::string_view text) {
     return text.size() < N && field[text.size()] == '\0' && std::memcmp(field, text.data(), text.size()) == 0;
@@ -29,15 +26,11 @@ std::uint32_t key_of(std::size_t hash) { return static_cast<std::uint32_t>(hash 
 
 chan_name_index::chan_name_index(const std::vector<chan_descr_2010 *> &list) : list_(list) {
     latest_.reserve(window);
-    before_.reserve(window);
 }
 
 void chan_name_index::list_changed() {
-    filled_ = false;
-    const std::size_t names = 2 * list_.size();
-    if (slots_.size() < names + names / 4 + 1)
-        slots_.resize(std::bit_ceil(names + names / 4 + 1)); // here, so that no question runs out of memory
-    turns_.resize(list_.size());
+    if (slots_.size() < slots_wanted())
+        slots_.resize(std::bit_ceil(slots_wanted())); // here, so that no question runs out of memory
 }
 
 bool chan_name_index::matches(name_role role, const chan_descr_2010 &record, std::string_view name) const {
@@ -54,8 +47,8 @@ bool chan_name_index::matches(name_role role, const chan_descr_2010 &record, std
 
 /// Calls `entry(role, hash, is_event_name)` for the record's two names, until one gives false.
 template <class Entry> bool chan_name_index::all_entries(const chan_descr_2010 &record, Entry entry) const {
-    return entry(DAQ_NAME, hash_of(text_of(record.daq_name)), record.ev_type != 0) &&
-           entry(PROP_NAME, hash_of(text_of(record.prop_name)), (record.ev_type & non_local_) != 0);
+    return entry(DAQ_NAME, hash_of(field_text(record.daq_name)), record.ev_type != 0) &&
+           entry(PROP_NAME, hash_of(field_text(record.prop_name)), (record.ev_type & non_local_) != 0);
 }
 
 /// The slot of a name with this hash, or the free one where it would be.
@@ -80,10 +73,12 @@ void chan_name_index::fill() {
             return true;
         });
     filled_ = true;
+    indexed_ = list_.size();
+    searches_in_vain_ = 0;
 }
 
 void chan_name_index::check(std::size_t position) {
-    if (!filled_)
+    if (!is_filled())
         return;
     const place at = static_cast<place>(position);
     filled_ = all_entries(*list_[at], [this, at](name_role role, std::size_t hash, bool is_event_name) {
@@ -93,26 +88,18 @@ void chan_name_index::check(std::size_t position) {
 }
 
 void chan_name_index::hand_out(std::size_t position) {
-    if (position >= turns_.size())
-        return; // memory ran out when the list grew: every question searches the list
-    if (turns_[position] == turn_)
-        return;
-    if (latest_.size() == window)
-        next_turn();
-    turns_[position] = turn_;
-    latest_.push_back(static_cast<place>(position));
-}
-
-/// Leaves to the index what was handed out in the turn before and not since.
-void chan_name_index::next_turn() {
-    for (const place at : before_)
-        if (turns_[at] + 1 == turn_) {
-            check(at);
+    const place at = static_cast<place>(position);
+    auto known = std::find(latest_.begin(), latest_.end(), at);
+    if (known == latest_.end()) {
+        if (latest_.size() < window) {
+            latest_.push_back(at);
+        } else {
+            check(std::exchange(latest_.back(), at)); // from now on left to the index
             any_older_ = true;
         }
-    before_.swap(latest_);
-    latest_.clear();
-    ++turn_;
+        known = latest_.end() - 1;
+    }
+    std::rotate(latest_.begin(), known, known + 1);
 }
 
 /// Asked anew for every question: a site's own function may change its mind.
@@ -120,6 +107,7 @@ void chan_name_index::note_event_classes() {
     std::uint32_t non_local = 0;
     for (int type = 0; type < 32; ++type) {
         const int structure = get_event_struct_type(type);
+        // Kept: a site's own classes 10 to 15 go by property, too, though the selector takes them for ML
         if (structure != ZEB5_EV_STRUCT_LOCAL && structure != ZEB5_EV_STRUCT_ML)
             non_local |= 1U << type;
     }
@@ -137,29 +125,31 @@ const chan_descr_2010 *chan_name_index::search(name_role role, std::string_view 
 
 chan_name_index::place chan_name_index::first_handed_out(name_role role, std::string_view name,
                                                          place before) const {
-    for (const std::vector<place> *turn : {&latest_, &before_})
-        for (const place at : *turn)
-            if (at < before && matches(role, *list_[at], name))
-                before = at;
+    for (const place at : latest_)
+        if (at < before && matches(role, *list_[at], name))
+            before = at;
     return before;
 }
 
 const chan_descr_2010 *chan_name_index::find(name_role role, std::string_view name) {
-    if (role == EVENT_NAME || !filled_)
+    if (role == EVENT_NAME || !is_filled())
         note_event_classes();
-    if (turns_.size() != list_.size())
+    if (slots_.size() < slots_wanted()) // memory ran out when the list grew
         return search(role, name);
 
     const std::size_t hash = hash_of(name);
     const auto is_wrong = [&](place at) { return at != nowhere && !matches(role, *list_[at], name); };
-    if (!filled_ || is_wrong(slot_of(hash).first[role]))
+    if (!is_filled() || is_wrong(slot_of(hash).first[role]))
         fill();
     const slot &known = slot_of(hash);
     const place indexed = known.first[role];
-    const bool is_unknown = known.first[DAQ_NAME] == nowhere && known.first[PROP_NAME] == nowhere;
-    if (is_wrong(indexed) || (is_unknown && any_older_)) { // two names of one hash, or a name from nowhere
+    const bool may_be_new = indexed == nowhere && any_older_ && searches_in_vain_ < most_in_vain;
+    if (is_wrong(indexed) || may_be_new) { // two names of one hash, or a name from nowhere
         const chan_descr_2010 *const found = search(role, name);
-        filled_ = !found;
+        if (found)
+            forget();
+        else
+            ++searches_in_vain_;
         return found;
     }
     const place first = first_handed_out(role, name, indexed);

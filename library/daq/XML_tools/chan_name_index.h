@@ -27,20 +27,27 @@ enum name_role {
 /// Names may change at any time, as clients hold pointers to them. Nobody can watch 100,000 names at every
 /// question, so this is how the answers stay right:
 /// - What the index answers is compared with the record as it is now. If it differs, all is indexed anew.
-/// - Records handed out of late are not left to the index: every question compares them one by one. These
-///   are at least the latest `window` different ones, hence all in a list that is no longer than that. They
-///   are checked against the index when newer ones take their place.
+/// - The latest `window` records handed out are not left to the index: every question compares them one by
+///   one. These are all in a list that is no longer than that. A record is checked against the index when it
+///   ceases to be one of them.
 /// - An older one is compared again once it is handed out again, and checked when it is asked for by number.
-/// - Once there are older ones, a name that the index does not know at all is searched for in the list.
+/// - Once there are older ones, a name that the index does not know in its role is searched for in the list,
+/// until
+///   `most_in_vain` searches found nothing and no change was seen since: clients that ask for names which are
+///   not there would wait for a search each.
 /// So an answer can be a wrong one only when a name was changed through a pointer to none of the latest
 /// `window` records, to one that the index knows from another record, and is seen by none of the above.
 class chan_name_index {
 public:
-    static constexpr std::size_t window = 128;
+    static constexpr std::size_t window = 256;
+    static constexpr std::size_t most_in_vain = 256;
 
     explicit chan_name_index(const std::vector<chan_descr_2010 *> &list);
 
-    /// To be called when records were appended to the list or changed by a reader.
+    /// To be called before a reader appends records to the list or changes some: it may end at any of them.
+    void forget() { filled_ = false; }
+
+    /// To be called when it has ended.
     void list_changed();
 
     /// The caller gets a pointer into the record at this position, and may change its names from now on.
@@ -68,19 +75,19 @@ private:
     template <class Entry> bool all_entries(const chan_descr_2010 &record, Entry entry) const;
     slot &slot_of(std::size_t hash);
     void note_event_classes();
+    std::size_t slots_wanted() const { return 5 * list_.size() / 2 + 1; }
+    bool is_filled() const { return filled_ && indexed_ == list_.size(); }
     void fill();
-    void next_turn();
 
     const std::vector<chan_descr_2010 *> &list_;
-    std::vector<std::size_t> turns_; // when the record at each position was handed out last; 0: never
-    std::vector<slot> slots_;        // a power of two, a fifth of it free
-    bool filled_ = false;            // the slots hold what was in the list, by all that is known
-    std::uint32_t non_local_ = 0;    // event types that are neither local nor ML
+    std::vector<slot> slots_; // a power of two, a fifth of it free
+    bool filled_ = false;     // the slots hold what was in the list, by all that is known
+    std::size_t indexed_ = 0; // how long it was then
+    std::size_t searches_in_vain_ = 0;
+    std::uint32_t non_local_ = 0; // event types that are neither local nor ML
 
-    std::vector<place> latest_; // handed out in this turn
-    std::vector<place> before_; // and in the turn before
-    std::size_t turn_ = 2;
-    bool any_older_ = false; // some were handed out in older turns
+    std::vector<place> latest_; // handed out last, the latest first
+    bool any_older_ = false;    // others were handed out before
 };
 
 } // namespace zeb5

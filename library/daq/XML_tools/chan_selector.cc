@@ -6,6 +6,7 @@
 #include <string_view>
 
 #include "chan_name_index.h"
+#include "narrow_text.h"
 
 namespace {
 
@@ -28,14 +29,11 @@ std::uint32_t event_types_of(chan_name_index &names, std::string_view name) {
     return 0;
 }
 
-std::string_view daq_name_of(const chan_descr_2010 &channel) {
-    return {channel.daq_name, strnlen(channel.daq_name, sizeof channel.daq_name)};
-}
-
 /// The same for the DAQ name of a channel of the list.
 std::uint32_t event_types_at(chan_name_index &names, std::size_t position, const chan_descr_2010 &channel) {
     names.check(position);
-    return event_types_of(names, daq_name_of(channel));
+    // Kept: clients get the answer of the first channel of that name, whichever number they gave
+    return event_types_of(names, field_text(channel.daq_name));
 }
 
 bool is_ml_structure(int structure) {
@@ -53,10 +51,11 @@ chan_selector::chan_selector() : names(new chan_name_index(descr)) {}
 chan_selector::~chan_selector() { clean_chan_desr_list(&descr); }
 
 bool chan_selector::set_descriptions(std::vector<char *> *soure, int *total) {
+    names->forget();
     const bool failed = get_descriptions(soure, total, &descr, shift);
     names->list_changed(); // a failure may have added channels, too
     if (failed)
-        return true;
+        return true; // Kept: clients see what was read, but find_channel() knows none of its event types yet
     for (const chan_descr_2010 *channel : descr)
         ev_types |= static_cast<int>(channel->ev_type);
     return false;
@@ -64,10 +63,12 @@ bool chan_selector::set_descriptions(std::vector<char *> *soure, int *total) {
 
 bool chan_selector::find_channel(int ev_type, char *chan) {
     if (descr.empty())
-        return true;
+        return true; // Kept: clients without descriptions take every channel
+    // Kept: callers with a type beyond 31 get its bit modulo 32, but the class of the number as it is
     if (!(static_cast<unsigned>(ev_types) >> (static_cast<unsigned>(ev_type) % 32) & 1) || !chan)
         return false;
     const int structure = get_event_struct_type(ev_type);
+    // Kept: sites look up channels of their own classes 10 to 15 by property, though they mean ML
     const bool by_daq_name = structure == ZEB5_EV_STRUCT_LOCAL || structure == ZEB5_EV_STRUCT_ML;
     return names->find(by_daq_name ? DAQ_NAME : PROP_NAME, chan) != nullptr;
 }
@@ -137,7 +138,7 @@ int chan_selector::is_channel_ml(int num) {
     for (int type = 0; type < 32; ++type)
         if ((events >> type & 1) && is_ml_structure(get_event_struct_type(type)))
             return 1;
-    return daq_name_of(*descr[at]).find(".ML") != std::string_view::npos;
+    return field_text(descr[at]->daq_name).find(".ML") != std::string_view::npos;
 }
 
 int chan_selector::get_subchannels(int num) {

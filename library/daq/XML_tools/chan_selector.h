@@ -37,7 +37,7 @@ public:
     int get_data_type(char *chan);
 
     /// DAQ name and property name of a channel, or null. This is the record's own 256-byte field. Look-ups
-    /// follow a change made there, without fail in lists of up to 128 channels and for the latest 128
+    /// follow a change made there, without fail in lists of up to 256 channels and for the latest 256
     /// channels handed out here. For a change through an older pointer, ask for the channel here once more
     /// afterwards.
     char *get_channel(int num);

@@ -10,12 +10,14 @@ bool entity_budget::declare(std::u16string_view name, bool is_parameter, std::u1
         return true; // the first declaration of a name counts
     entities_[number].declared = true;
     entities_[number].length = text.size();
+    if (text.size() > most_characters)
+        return false;
     for (std::size_t begin = 0; (begin = text.find_first_of(u"&%", begin)) != text.npos; ++begin) {
-        const std::size_t end = text.find(u';', begin);
+        const std::size_t end = text.find_first_of(u"&%;", begin + 1);
         if (end == text.npos)
             break;
-        if (text[begin + 1] == u'#')
-            continue; // a character
+        if (text[end] != u';' || text[begin + 1] == u'#')
+            continue; // no reference, or a character
         const std::size_t used = number_of(std::u16string(text.substr(begin, end - begin)));
         entities_[used].users.push_back(number);
         const entity &known = entities_[used];

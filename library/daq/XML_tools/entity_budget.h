@@ -19,7 +19,8 @@ namespace zeb5 {
 class entity_budget {
 public:
     static constexpr std::size_t most_expansions = 1000;
-    /// Of nested text: with it, a document of 10,000 bytes full of references stays below 100 MB.
+    /// Of an entity's own text and of the text that it reaches. What is written out of it 1,000 times is
+    /// still small.
     static constexpr std::size_t most_characters = 4096;
 
     /// Notes a declaration; general and parameter entities have names of their own kind. Returns whether

@@ -3,10 +3,11 @@
 
 /// Look-up of records by a name that they hold, with the result of a linear search: the first one added.
 
-#include <cstring>
 #include <functional>
 #include <string_view>
 #include <vector>
+
+#include "narrow_text.h"
 
 namespace zeb5 {
 
@@ -24,7 +25,7 @@ public:
     bool add(Record *record) {
         if (2 * (used_ + 1) > slots_.size())
             grow();
-        const std::string_view name = record->*Name;
+        const std::string_view name = name_of(record);
         const std::size_t key = hash(name);
         slot &place = slots_[probe(name, key)];
         if (place.record)
@@ -42,16 +43,12 @@ private:
 
     static std::size_t hash(std::string_view name) { return std::hash<std::string_view>{}(name); }
 
-    static bool is_named(const Record *record, std::string_view name) {
-        const auto &field = record->*Name;
-        return name.size() < sizeof field && std::memcmp(field, name.data(), name.size()) == 0 &&
-               field[name.size()] == '\0';
-    }
+    static std::string_view name_of(const Record *record) { return field_text(record->*Name); }
 
     /// Where the record of this name stands, or the free slot where it would.
     std::size_t probe(std::string_view name, std::size_t key) const {
         std::size_t i = key & (slots_.size() - 1);
-        while (slots_[i].record && !(slots_[i].key == key && is_named(slots_[i].record, name)))
+        while (slots_[i].record && !(slots_[i].key == key && name_of(slots_[i].record) == name))
             i = (i + 1) & (slots_.size() - 1);
         return i;
     }

@@ -47,6 +47,14 @@ bool narrow_ascii(const XMLCh *text, std::size_t length, char *out) {
 
 } // namespace
 
+std::string plain_message(const xercesc::XMLException &problem) {
+    std::string plain;
+    if (const XMLCh *text = problem.getMessage())
+        for (; *text; ++text)
+            plain += is_ascii(*text) ? static_cast<char>(*text) : '?';
+    return plain;
+}
+
 void narrow_buffer::grow(std::size_t bytes) {
     const std::size_t grown = std::max({bytes, 2 * capacity_, std::size_t{64}});
     bytes_.reset(new char[grown]);

@@ -6,8 +6,10 @@
 #include <cstddef>
 #include <cstring>
 #include <memory>
+#include <string>
 #include <string_view>
 
+#include <xercesc/util/XMLException.hpp>
 #include <xercesc/util/XMLString.hpp>
 
 namespace zeb5 {
@@ -19,6 +21,10 @@ struct transcoded_release {
 using transcoded = std::unique_ptr<char, transcoded_release>;
 
 inline transcoded transcode(const XMLCh *text) { return transcoded(xercesc::XMLString::transcode(text)); }
+
+/// The message of an exception that says why the platform did not come up: there is no transcoder then, so
+/// what is not ASCII becomes a question mark.
+std::string plain_message(const xercesc::XMLException &problem);
 
 /// Storage for one narrow text after another; kept from text to text.
 class narrow_buffer {
@@ -45,8 +51,9 @@ private:
 /// Narrows as the default transcoder does. The XML platform must be up.
 class narrower {
 public:
-    /// Narrows the null-terminated `text`, whose length is believed to be `length`, into `buffer`. The result
-    /// is NUL-terminated and lasts until the buffer's next use; null where the transcoder gives none.
+    /// Narrows the null-terminated `text` into `buffer`. `length` is what the parser says of it; a text with
+    /// a null inside ends there, as with the transcoder. The result is NUL-terminated and lasts until the
+    /// buffer's next use; null where the transcoder gives none.
     char *narrow(const XMLCh *text, std::size_t length, narrow_buffer &buffer);
 
 private:
@@ -70,9 +77,13 @@ template <std::size_t N> void copy_text(char (&field)[N], std::string_view text)
     field[length] = '\0';
 }
 
-/// The same from a field of a record.
+/// The text of a fixed field; all of it when somebody has overwritten its end.
+template <std::size_t N> std::string_view field_text(const char (&field)[N]) {
+    return {field, strnlen(field, N)};
+}
+
 template <std::size_t N, std::size_t M> void copy_text(char (&field)[N], const char (&from)[M]) {
-    copy_text(field, std::string_view(from, strnlen(from, M)));
+    copy_text(field, field_text(from));
 }
 
 /// strtol() in base 10: leading blanks and a sign allowed, what follows the number ignored, 0 for no number.

@@ -36,6 +36,7 @@ void merge_all(chan_descr_2010 &entry, const chan_descr_2010 &channel) {
 // What differs between reading from memory and from a file: all of it stands here.
 
 struct memory_variant : from_memory {
+    // Kept: callers of the file reader have always checked their list themselves
     static constexpr bool refuses_null_list = true;
     // Kept: master files may describe a property twice, and their readers rely on getting both
     static constexpr bool merges_repeated_prop = true;
@@ -43,7 +44,9 @@ struct memory_variant : from_memory {
     static constexpr bool shifts_daq_ev_type = true;
     // Kept: log scanners know the two texts apart
     static constexpr const char *no_bit_number = "No attribute";
+    // Kept: people who try out documents see it, DAQ processes with their files do not
     static constexpr bool reports_untitled_bit = true;
+    // Kept: a file's descriptions of one property add up, one in memory only fills what is not known
     static constexpr auto merge_daq = merge_unknown;
 };
 
@@ -55,8 +58,6 @@ struct file_variant : from_file {
     static constexpr bool reports_untitled_bit = false;
     static constexpr auto merge_daq = merge_all;
 };
-
-constexpr std::uint32_t blocks_2010 = 0x80000000; // in a data-type word: bit k means block type k + 32
 
 std::int32_t to_int(const char *text) { return static_cast<std::int32_t>(to_number(text)); }
 
@@ -108,7 +109,7 @@ public:
         return by_prop_.find(prop);
     }
 
-    /// Names the channel and appends it. A further identity of a listed channel renames it and lists it
+    /// Names the channel and appends it. Kept: a further identity of a listed channel renames it and lists it
     /// again.
     void append_as(std::string_view prop) {
         copy_text(channel_->prop_name, prop);
@@ -435,7 +436,8 @@ int zeb5_load_chan_descr(const zeb5_xml_chan_descr_header *tab, std::vector<chan
 int zeb5_load_master_daq_channel_description_file(std::vector<chan_descr_2010 *> *list, char *file) {
     if (!list || !file || !*file)
         return -1;
-    return parse_descr_list_readf(file, list, false, true);
+    return parse_descr_list_readf(file, list, false,
+                                  true); // Kept: the file reader lists duplicates all the same
 }
 
 int dump_chan_desr_from_xml(char *xml, char *file_name, int mode, int format, int fd) {

@@ -70,9 +70,9 @@ struct chan_descr_2010 {
 
 /// Axes of a spectrum or image channel, for dump_chan_desr(). All belongs to the caller.
 struct dim_params {
-    char *name;                         // DAQ name of the channel that they belong to; null: not used
-    std::int32_t num;                   // number of axes in the two arrays; below 1: not used
-    zeb5_spect_header_2010 *params;     // num spectrum axes, or null
+    char *name;                     // DAQ name of the channel that they belong to; null: not used
+    std::int32_t num;               // number of axes in the two arrays; 0: entry not used; negative: no axes
+    zeb5_spect_header_2010 *params; // num spectrum axes, or null
     zeb5_image_ext_frame_head *iparams; // image heads, or null
 };
 

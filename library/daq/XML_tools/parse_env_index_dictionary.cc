@@ -100,6 +100,8 @@ private:
 
 template <class Source, class Layout>
 int read_dictionary(char *source, std::vector<typename Layout::entry *> *list) {
+    if (!list)
+        return 1;
     return walk_document<Source>(source, [list](typename Source::parser &parser, std::string_view root) {
         if (root != env_tags[ENV_INDX_ROOT]) {
             std::fprintf(stderr, "WRONG root tag: '%s' must be '%s'\n", root.data(), env_tags[ENV_INDX_ROOT]);

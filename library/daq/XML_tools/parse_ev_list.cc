@@ -80,9 +80,11 @@ private:
     /// note back, so that what belongs to it is ignored.
     static void type(self &r, const sax_step &s) {
         if (r.place_ != TYPE_SEEN) {
-            r.place_ = TYPE_SEEN;
+            r.place_ = TYPE_SEEN; // such a step is a start tag, which has no value yet
         } else if (s.value) {
+            // Kept: consumers see the wrapped type where a list gives one of more than 32 bits
             const auto number = static_cast<std::uint32_t>(to_number(s.value));
+            // Kept: consumers also get entries of EVMAX itself, and one for every further TYPE of an event
             if (number <= ZEB5_EV_EVMAX)
                 r.entry_ = append_entry(r.list_, static_cast<ZEB5_EVTYPE>(number));
             else
@@ -98,7 +100,7 @@ private:
 
     static void channel_list(self &r, const sax_step &) {
         if (r.block_seen_)
-            r.in_channel_list_ = true;
+            r.in_channel_list_ = true; // Kept: lists may also give a CHAN behind their CHLIST
     }
 
     static void channel(self &r, const sax_step &s) {
@@ -146,6 +148,8 @@ void event_list_reader::act(const sax_step &step) {
 }
 
 template <class Source> int read_ev_list(char *source, std::vector<zeb5_ev_entry *> *list) {
+    if (!list)
+        return 1;
     return walk_document<Source>(source, [list](typename Source::parser &parser, std::string_view root) {
         if (root != root_tag) {
             std::fprintf(stderr, "WRONG root tag: %s must be '%s'\n", root.data(), root_tag);

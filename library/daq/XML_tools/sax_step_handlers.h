@@ -4,7 +4,6 @@
 /// What one step of a pull reader means, written once for the memory and the file variant.
 
 #include <cstring>
-#include <filesystem>
 #include <iostream>
 #include <memory>
 #include <string_view>
@@ -106,7 +105,7 @@ struct sax_step_handlers {
             return true;
         } catch (const xercesc::XMLException &problem) {
             std::cerr << "Error during initialization! Message:\n"
-                      << zeb5::transcode(problem.getMessage()).get() << std::endl;
+                      << zeb5::plain_message(problem) << std::endl;
             return false;
         }
     }
@@ -187,9 +186,8 @@ private:
             add_attribute(h, attributes.getName(i), attributes.getType(i), attributes.getValue(i));
     }
 
-    /// A folder is the same error to the XML library, but it loses memory over it.
     static void refuse_folder(const char *path) {
-        if (std::error_code none; std::filesystem::is_directory(path, none))
+        if (zeb5::is_folder(path))
             ThrowXML(xercesc::XMLPlatformUtilsException, xercesc::XMLExcepts::File_CouldNotReadFromFile);
     }
     static void refuse_folder(const xercesc::InputSource &) {}

@@ -13,9 +13,9 @@
 namespace zeb5 {
 
 /// A document has few element names, and the parser passes each by the pointer of its declaration. The name
-/// found under a pointer is compared with the one kept for it, which takes half of what narrowing takes; an
-/// element that comes back costs no copy. Gains 2 % of the instructions of reading channels, and as much
-/// again by the keys.
+/// under a pointer is compared with the one kept for it, as memory is used again; then nothing is copied.
+/// That saves 2 % of the instructions of reading channels, and lets the look-up of what an element does
+/// compare numbers.
 class tag_memo {
 public:
     /// The narrow form of a null-terminated name, good until the next call; without a text where the
@@ -35,7 +35,7 @@ private:
     };
 
     static std::size_t slot_of(const XMLCh *name) {
-        return reinterpret_cast<std::uintptr_t>(name) * 0x9E3779B97F4A7C15U >> (64 - slot_bits);
+        return reinterpret_cast<std::uintptr_t>(name) * golden_ratio >> (64 - slot_bits);
     }
 
     static bool is_same(const XMLCh *name, const char *text) {

@@ -13,6 +13,9 @@
 
 namespace zeb5 {
 
+/// For hashing by multiplication: the top bits of the product are the slot.
+inline constexpr std::uint64_t golden_ratio = 0x9E3779B97F4A7C15;
+
 /// The first 16 bytes of a name, zero behind a shorter one, as two numbers.
 struct tag_key {
     static constexpr std::size_t bytes = 16;
@@ -51,11 +54,11 @@ public:
                 throw std::logic_error("no factor tells these tags apart");
     }
 
-    /// The action of exactly this tag, or null.
+    /// The action of exactly this tag, or null; null for an empty one, whose key is that of a free slot.
     const Action *find(const tag_name &tag) const {
         const tag_key key = tag.key();
         const slot &place = slots_[slot_of(key)];
-        return place.key == key && tag.length <= tag_key::bytes ? &place.action : nullptr;
+        return place.key == key && tag.length != 0 && tag.length <= tag_key::bytes ? &place.action : nullptr;
     }
 
 private:
@@ -64,10 +67,11 @@ private:
         Action action;
     };
 
+    /// Most slots are free, so that a factor is soon found.
     static constexpr unsigned slot_bits = Rows > 16 ? 7 : 5;
     static constexpr std::uint64_t most_factors = 20001;
 
-    static consteval tag_key key_of(std::string_view tag) {
+    static constexpr tag_key key_of(std::string_view tag) {
         if (tag.empty() || tag.size() > tag_key::bytes)
             throw std::logic_error("a tag of the table has 1 to 16 bytes");
         tag_key key;
@@ -78,10 +82,10 @@ private:
     }
 
     constexpr std::size_t slot_of(const tag_key &key) const {
-        return (key.low + key.high * 31) * factor_ * 0x9E3779B97F4A7C15U >> (64 - slot_bits);
+        return (key.low + key.high * 31) * factor_ * golden_ratio >> (64 - slot_bits);
     }
 
-    consteval bool place(const tag_row<Action> (&rows)[Rows]) {
+    constexpr bool place(const tag_row<Action> (&rows)[Rows]) {
         slots_ = {};
         for (const tag_row<Action> &row : rows) {
             const tag_key key = key_of(row.tag);

@@ -7,12 +7,13 @@
 /// file or network address. Expansion of the document's own entities is bounded wherever they expand.
 
 #include <memory>
+#include <type_traits>
 
 #include <xercesc/framework/XMLValidator.hpp>
 #include <xercesc/internal/XMLScanner.hpp>
-#include <xercesc/sax/HandlerBase.hpp>
 #include <xercesc/validators/DTD/DTDEntityDecl.hpp>
 
+#include "content_model_budget.h"
 #include "entity_budget.h"
 
 XERCES_CPP_NAMESPACE_BEGIN
@@ -26,28 +27,43 @@ namespace zeb5 {
 /// Bounds the expansions in content and attributes for all parsers; lasts as long as the process.
 xercesc::SecurityManager *entity_limit();
 
-/// Reports a document as beyond the limit, which ends its parse. Does not return.
+/// Report a document as beyond a limit, which ends its parse. They do not return.
 void refuse_entities(xercesc::XMLScanner &scanner);
+void refuse_content_models(xercesc::XMLScanner &scanner);
 
-/// A parser that refuses a document at the entity declaration that is too much, before anything expands.
+/// Whether a path names a folder. To the XML library a folder is an error like others, but it loses memory
+/// over it, so nobody passes one on.
+bool is_folder(const char *path);
+
+/// A parser that refuses a document at the declaration that is too much, before anything comes of it.
 template <class Parser> class bounded_parser : public Parser {
 private:
+    /// Only the SAX parser validates.
+    static constexpr bool is_sax = std::is_same_v<Parser, xercesc::SAXParser>;
+
     void entityDecl(const xercesc::DTDEntityDecl &entity, const bool is_parameter,
                     const bool is_ignored) override {
         Parser::entityDecl(entity, is_parameter, is_ignored);
         const XMLCh *const text = entity.getValue();
-        if (!budget_.declare(entity.getName(), is_parameter, text ? text : u""))
+        if (!entities_.declare(entity.getName(), is_parameter, text ? text : u""))
             refuse_entities(scanner());
     }
 
+    void elementDecl(const xercesc::DTDElementDecl &element, const bool is_ignored) override {
+        Parser::elementDecl(element, is_ignored);
+        if (is_sax && !content_models_.declare(element))
+            refuse_content_models(scanner());
+    }
+
     xercesc::XMLScanner &scanner() {
-        if constexpr (std::is_same_v<Parser, xercesc::SAXParser>)
+        if constexpr (is_sax)
             return const_cast<xercesc::XMLScanner &>(this->getScanner());
         else
             return *this->getScanner();
     }
 
-    entity_budget budget_;
+    entity_budget entities_;
+    content_model_budget content_models_;
 };
 
 /// Creates a parser that reads as the system's documents are meant: no validation but by `scheme`, no

@@ -10,24 +10,33 @@ namespace {
 
 char *copy(char *at, const short_piece &piece) { return piece.copy_to(at); }
 
-char *copy(char *at, const char *text) { return stpcpy(at, text); }
+/// The text of a fixed field; all of it when somebody has overwritten its end.
+char *copy(char *at, const char *field, std::size_t size) {
+    char *const behind = static_cast<char *>(memccpy(at, field, '\0', size));
+    return behind ? behind - 1 : at + size;
+}
 
 char *copy(char *at, std::int32_t number) { return std::to_chars(at, at + 16, number).ptr; }
 
 char *copy(char *at, float number, const char *format) {
-    return at + std::snprintf(at, 64, format, static_cast<double>(number)); // at most 46 characters
+    return at + std::snprintf(at, 64, format, static_cast<double>(number)); // at most 48 bytes
 }
 
 } // namespace
 
 void xml_text::put(const short_piece &piece) { end_at(copy(end(), piece)); }
 
-void xml_text::put(const char *text) { end_at(copy(end(), text)); }
+void xml_text::put(std::string_view text) {
+    std::memcpy(end(), text.data(), text.size());
+    size_ += text.size();
+}
+
+void xml_text::put_field(const char *field, std::size_t size) { end_at(copy(end(), field, size)); }
 
 void xml_text::put(std::int32_t number) { end_at(copy(end(), number)); }
 
-void xml_text::element(const element_tags &name, const char *text) {
-    end_at(copy(copy(copy(end(), name.start), text), name.end));
+void xml_text::element_field(const element_tags &name, const char *field, std::size_t size) {
+    end_at(copy(copy(copy(end(), name.start), field, size), name.end));
 }
 
 void xml_text::element(const element_tags &name, std::int32_t number) {

@@ -1,0 +1,36 @@
+#include "content_model_budget.h"
+
+#include <algorithm>
+#include <string_view>
+#include <unordered_map>
+#include <vector>
+
+#include <xercesc/validators/common/ContentSpecNode.hpp>
+
+namespace zeb5 {
+
+bool content_model_budget::declare(const xercesc::DTDElementDecl &element) {
+    if (element.getModelType() != xercesc::DTDElementDecl::Children)
+        return true; // no table, or a small one
+    std::unordered_map<std::u16string_view, std::size_t> times;
+    std::size_t places = 0;
+    std::vector<const xercesc::ContentSpecNode *> pending{element.getContentSpec()}; // models nest deeply
+    while (!pending.empty()) {
+        const xercesc::ContentSpecNode *const node = pending.back();
+        pending.pop_back();
+        if (!node)
+            continue;
+        if (node->getType() == xercesc::ContentSpecNode::Leaf) {
+            ++places;
+            ++times[node->getElement()->getRawName()];
+        }
+        pending.push_back(node->getFirst());
+        pending.push_back(node->getSecond());
+    }
+    for (const auto &[name, n] : times)
+        if (n > 1)
+            entries_ += (std::size_t{1} << std::min<std::size_t>(n, 20)) * places; // 2^20 is too many already
+    return entries_ <= most_entries;
+}
+
+} // namespace zeb5

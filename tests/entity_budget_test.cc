@@ -1,0 +1,93 @@
+#include "entity_budget.h"
+
+#include <string>
+#include <vector>
+
+#include <gtest/gtest.h>
+
+namespace {
+
+using zeb5::entity_budget;
+
+struct declaration {
+    const char16_t *name;
+    bool is_parameter;
+    std::u16string text;
+};
+
+constexpr bool general = false;
+constexpr bool parameter = true;
+
+std::u16string repeated(const std::u16string &text, std::size_t times) {
+    std::u16string all;
+    for (std::size_t i = 0; i < times; ++i)
+        all += text;
+    return all;
+}
+
+/// Number of declarations taken before one is refused.
+std::size_t taken(const std::vector<declaration> &declarations) {
+    entity_budget budget;
+    std::size_t count = 0;
+    for (const declaration &entity : declarations) {
+        if (!budget.declare(entity.name, entity.is_parameter, entity.text))
+            break;
+        ++count;
+    }
+    return count;
+}
+
+struct budget_case {
+    const char *what;
+    std::vector<declaration> declarations;
+    std::size_t taken;
+};
+
+const budget_case budget_cases[] = {
+    {"nothing refers to anything", {{u"a", general, u"x"}, {u"b", parameter, u"y"}}, 2},
+    {"1,000 references", {{u"a", general, u"x"}, {u"b", general, repeated(u"&a;", 1000)}}, 2},
+    {"1,001 references", {{u"a", general, u"x"}, {u"b", general, repeated(u"&a;", 1001)}}, 1},
+    {"1,000 references over two levels",
+     {{u"a", general, u"x"}, {u"b", general, u"&a;"}, {u"c", general, repeated(u"&b;", 500)}},
+     3},
+    {"1,002 references over two levels",
+     {{u"a", general, u"x"}, {u"b", general, u"&a;"}, {u"c", general, repeated(u"&b;", 501)}},
+     2},
+    {"users declared before what they use",
+     {{u"c", general, repeated(u"&b;", 501)}, {u"b", general, u"&a;"}, {u"a", general, u"x"}},
+     2},
+    {"4,096 characters", {{u"a", general, std::u16string(4096, u'x')}}, 1},
+    {"4,097 characters", {{u"a", general, std::u16string(4097, u'x')}}, 0},
+    {"4,096 characters reached",
+     {{u"a", general, std::u16string(1024, u'x')}, {u"b", general, u"&a;&a;&a;&a;"}},
+     2},
+    {"4,098 characters reached",
+     {{u"a", general, std::u16string(2049, u'x')}, {u"b", general, u"&a;&a;"}},
+     1},
+    {"the two kinds of one name",
+     {{u"a", general, std::u16string(3000, u'x')}, {u"b", parameter, u"%a;%a;"}},
+     2},
+    {"parameter entities", {{u"a", parameter, u" "}, {u"b", parameter, repeated(u"%a;", 1001)}}, 1},
+    {"an entity within itself", {{u"a", general, u"&a;"}}, 0},
+    {"two within each other", {{u"a", general, u"&b;"}, {u"b", general, u"&a;"}}, 1},
+    {"a second declaration does not count",
+     {{u"a", general, u"x"}, {u"a", general, repeated(u"&b;", 4000)}, {u"b", general, u"y"}},
+     3},
+    {"characters are no references", {{u"a", general, repeated(u"&#65;", 800)}, {u"#65", general, u"x"}}, 2},
+    {"marks without an end are no references", {{u"a", general, u"& 100 % &"}, {u"b", general, u"%&a;"}}, 2},
+};
+
+TEST(EntityBudget, AddsUpWhatEachEntityReaches) {
+    for (const budget_case &c : budget_cases)
+        EXPECT_EQ(taken(c.declarations), c.taken) << c.what;
+}
+
+// Each mark was once taken for the begin of a name that reached to the only semicolon: half a million
+// characters for a thousand marks.
+TEST(EntityBudget, TakesNoNameOutOfARowOfMarks) {
+    entity_budget budget;
+    EXPECT_TRUE(budget.declare(u"a", general, std::u16string(4000, u'&') + u"b;"));
+    EXPECT_TRUE(budget.declare(u"b", general, u"x"));
+}
+
+} // namespace

@@ -1,0 +1,8 @@
+#include "words.h"
+
+std::string counted(size_t count, const std::string &nouns) {
+    if (count != 1)
+        return std::to_string(count) + " " + nouns;
+    bool entries = nouns.size() > 3 && nouns.compare(nouns.size() - 3, 3, "ies") == 0;
+    return "1 " + (entries ? nouns.substr(0, nouns.size() - 3) + "y" : nouns.substr(0, nouns.size() - 1));
+}
