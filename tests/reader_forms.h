@@ -36,9 +36,8 @@ read_outcome read_either(reader_form form, const std::string &document, Memory m
     std::string name = "my_mem_info";
     captured streams;
     if (form == READ_MEMORY) {
-        std::vector<char> text(document.begin(), document.end());
-        text.reserve(document.size() + 1); // exactly as long, so that reading past it shows
-        text.push_back('\0');
+        // exactly as long as the text and its NUL, so that reading past them shows
+        std::vector<char> text(document.c_str(), document.c_str() + document.size() + 1);
         streams = capture([&] { seen.result = memory(text.data()); });
     } else {
         temporary_file source(document);
