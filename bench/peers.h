@@ -1,0 +1,46 @@
+#ifndef ZEB5_BENCH_PEERS_H
+#define ZEB5_BENCH_PEERS_H
+
+/// The same work done on other XML libraries, each used the way its manual shows. What they make is compared
+/// with what this library makes before anything is measured.
+
+#include <string>
+#include <vector>
+
+#include "documents.h"
+#include "zeb5_gige_descr.h"
+
+namespace bench {
+
+/// A reader of channels: of a document in memory and of a file.
+struct channel_peer {
+    const char *name;
+    void (*read)(const std::string &document, dialect form, channel_list &list);
+    void (*read_file)(const char *path, dialect form, channel_list &list);
+};
+extern const channel_peer libxml2_reader;
+extern const channel_peer expat_reader;
+extern const channel_peer pugixml_reader;
+
+/// A writer of CHANDESCRIPTIONS; `text` gets the document.
+struct channel_writer_peer {
+    const char *name;
+    void (*write)(const channel_list &list, std::string &text);
+};
+extern const channel_writer_peer fprintf_writer;
+extern const channel_writer_peer libxml2_writer;
+extern const channel_writer_peer pugixml_writer;
+
+/// A reader of camera files: whole tree, then the features. The generated files say of a feature nothing but
+/// name, tool tip and description.
+using feature_list = std::vector<ZEB5GigEFeature *>;
+struct camera_peer {
+    const char *name;
+    void (*read_file)(const char *path, feature_list &list);
+};
+extern const camera_peer libxml2_camera;
+extern const camera_peer pugixml_camera;
+
+} // namespace bench
+
+#endif
