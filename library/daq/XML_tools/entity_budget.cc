@@ -8,7 +8,6 @@ bool entity_budget::declare(std::u16string_view name, bool is_parameter, std::u1
     const std::size_t number = number_of((is_parameter ? u'%' : u'&') + std::u16string(name));
     if (entities_[number].declared)
         return true; // the first declaration of a name counts
-    entities_[number].declared = true;
     entities_[number].length = text.size();
     if (text.size() > most_characters)
         return false;
@@ -21,11 +20,12 @@ bool entity_budget::declare(std::u16string_view name, bool is_parameter, std::u1
         const std::size_t used = number_of(std::u16string(text.substr(begin, end - begin)));
         entities_[used].users.push_back(number);
         const entity &known = entities_[used];
-        if (known.declared && used != number &&
+        if (known.declared &&
             !add(number, {known.nested.expansions + 1, known.nested.characters + known.length}))
             return false;
     }
-    // Those declared before that refer to this one
+    // Only now, as its users take it whole: those declared before, and itself if it is one of them
+    entities_[number].declared = true;
     const weight whole{entities_[number].nested.expansions + 1,
                        entities_[number].nested.characters + entities_[number].length};
     const std::vector<std::size_t> users = entities_[number].users;
