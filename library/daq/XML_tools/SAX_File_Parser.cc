@@ -1,10 +1,11 @@
 #include "SAX_File_Parser.h"
 
 #include "sax_step_handlers.h"
+#include "step_parser.h"
 
-FileParseHandlers::FileParseHandlers() : texts(new sax_step_texts) {}
+FileParseHandlers::FileParseHandlers() : texts(new sax_step_texts<attrf>) {}
 
-FileParseHandlers::~FileParseHandlers() { sax_step_handlers::drop_attributes(*this); }
+FileParseHandlers::~FileParseHandlers() = default;
 
 void FileParseHandlers::getTagValue(char **tag_out, char **value_out) const {
     *tag_out = tag;
@@ -19,10 +20,13 @@ void FileParseHandlers::resetTagValue() {
 void FileParseHandlers::reset_end_tag_flag() { sax_step_handlers::reset_end_tag_flag(*this); }
 
 void FileParseHandlers::startElement(const XMLCh *const name, xercesc::AttributeList &attributes) {
-    sax_step_handlers::start_element(*this, name, attributes);
+    sax_step_handlers::start_element(*this, name, 0);
+    sax_step_handlers::take_attributes(*this, attributes);
 }
 
-void FileParseHandlers::endElement(const XMLCh *const) { end_flag = true; }
+void FileParseHandlers::endElement(const XMLCh *const) {
+    sax_step_handlers::end_element(*this);
+}
 
 void FileParseHandlers::characters(const XMLCh *const chars, const XMLSize_t length) {
     sax_step_handlers::characters(*this, chars, length);
@@ -51,7 +55,7 @@ void FileParseHandlers::fatalError(const xercesc::SAXParseException &exception) 
 SAX_File_Parser::SAX_File_Parser() {
     if (!sax_step_handlers::open_platform(*this))
         return;
-    sax_step_handlers::create_parser(*this);
+    parser = zeb5::create_step_parser(handler);
     init = true;
 }
 

@@ -17,7 +17,7 @@
 #include "xml_platform.h"
 #include "zeb5_export.h"
 
-struct sax_step_texts;
+template <class Attribute> struct sax_step_texts;
 
 /// One attribute of the current element; the strings are NUL-terminated and belong to the handler.
 struct attrf {
@@ -79,7 +79,7 @@ private:
     std::vector<attrf *> vattr;
     int error_count = 0;
     bool end_flag = false;
-    std::unique_ptr<sax_step_texts> texts; // what `tag` and `value` point into
+    std::unique_ptr<sax_step_texts<attrf>> texts; // what `tag`, `value` and `vattr` point into
 };
 
 class ZEB5_API SAX_File_Parser {

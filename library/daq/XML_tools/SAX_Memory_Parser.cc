@@ -1,10 +1,11 @@
 #include "SAX_Memory_Parser.h"
 
 #include "sax_step_handlers.h"
+#include "step_parser.h"
 
-MemParseHandlers::MemParseHandlers() : texts(new sax_step_texts) {}
+MemParseHandlers::MemParseHandlers() : texts(new sax_step_texts<attr>) {}
 
-MemParseHandlers::~MemParseHandlers() { sax_step_handlers::drop_attributes(*this); }
+MemParseHandlers::~MemParseHandlers() = default;
 
 void MemParseHandlers::getTagValue(char **tag_out, char **value_out) const {
     *tag_out = tag;
@@ -19,10 +20,13 @@ void MemParseHandlers::resetTagValue() {
 void MemParseHandlers::reset_end_tag_flag() { sax_step_handlers::reset_end_tag_flag(*this); }
 
 void MemParseHandlers::startElement(const XMLCh *const name, xercesc::AttributeList &attributes) {
-    sax_step_handlers::start_element(*this, name, attributes);
+    sax_step_handlers::start_element(*this, name, 0);
+    sax_step_handlers::take_attributes(*this, attributes);
 }
 
-void MemParseHandlers::endElement(const XMLCh *const) { end_flag = true; }
+void MemParseHandlers::endElement(const XMLCh *const) {
+    sax_step_handlers::end_element(*this);
+}
 
 void MemParseHandlers::characters(const XMLCh *const chars, const XMLSize_t length) {
     sax_step_handlers::characters(*this, chars, length);
@@ -49,7 +53,7 @@ void MemParseHandlers::fatalError(const xercesc::SAXParseException &exception) {
 SAX_Memory_Parser::SAX_Memory_Parser(char *str) {
     if (!str || !sax_step_handlers::open_platform(*this))
         return;
-    sax_step_handlers::create_parser(*this);
+    parser = zeb5::create_step_parser(handler);
     memBufIS = std::make_unique<xercesc::MemBufInputSource>(reinterpret_cast<const XMLByte *>(str),
                                                             std::strlen(str), "my_mem_info", false);
     init = true;

@@ -30,7 +30,7 @@
 #include "xml_platform.h"
 #include "zeb5_export.h"
 
-struct sax_step_texts;
+template <class Attribute> struct sax_step_texts;
 
 /// One attribute of the current element; the strings are NUL-terminated and belong to the handler.
 struct attr {
@@ -90,7 +90,7 @@ private:
     std::vector<attr *> vattr;
     int error_count = 0;
     bool end_flag = false;
-    std::unique_ptr<sax_step_texts> texts; // what `tag` and `value` point into
+    std::unique_ptr<sax_step_texts<attr>> texts; // what `tag`, `value` and `vattr` point into
 };
 
 class ZEB5_API SAX_Memory_Parser {

@@ -32,17 +32,17 @@ template <class Source, class Walk> int walk_document(char *source, Walk walk) {
     if (!parser.init_ok())
         return 1;
     int status = 1;
-    sax_step root;
-    if (Source::start(parser, source) == 0 && sax_step_handlers::next(parser, root) == 0)
-        status = walk(parser, root.tag.text ? root.tag.text : "");
+    if (Source::start(parser, source) == 0 && sax_step_handlers::next(parser) == 0) {
+        const char *const root = sax_step_handlers::current(parser).tag.text;
+        status = walk(parser, root ? root : "");
+    }
     return status + parser.get_error_counter();
 }
 
 /// Calls `act(step)` for every step that delivers a tag, up to the end or the first error.
 template <class Parser, class Act> void for_each_tag(Parser &parser, Act act) {
-    sax_step step;
-    while (sax_step_handlers::next(parser, step) == 0)
-        if (step.tag.text)
+    while (sax_step_handlers::next(parser) == 0)
+        if (const sax_step step = sax_step_handlers::current(parser); step.tag.text)
             act(step);
 }
 

@@ -45,6 +45,27 @@ bool narrow_ascii(const XMLCh *text, std::size_t length, char *out) {
     return all;
 }
 
+char *narrow_by_transcoder(const XMLCh *text, narrow_buffer &buffer) {
+    const transcoded narrow = transcode(text);
+    if (!narrow)
+        return nullptr;
+    const std::size_t bytes = std::strlen(narrow.get());
+    std::memcpy(buffer.reserve(bytes + 1), narrow.get(), bytes + 1);
+    buffer.set_size(bytes);
+    return buffer.bytes();
+}
+
+bool transcoder_keeps_ascii() {
+    XMLCh wide[128] = {};
+    char plain[128] = {};
+    for (unsigned i = 0; i < 127; ++i) {
+        wide[i] = static_cast<XMLCh>(i + 1);
+        plain[i] = static_cast<char>(i + 1);
+    }
+    const transcoded narrow = transcode(wide);
+    return narrow && std::strcmp(narrow.get(), plain) == 0;
+}
+
 } // namespace
 
 std::string plain_message(const xercesc::XMLException &problem) {
@@ -55,48 +76,38 @@ std::string plain_message(const xercesc::XMLException &problem) {
     return plain;
 }
 
-void narrow_buffer::grow(std::size_t bytes) {
-    const std::size_t grown = std::max({bytes, 2 * capacity_, std::size_t{64}});
-    bytes_.reset(new char[grown]);
-    capacity_ = grown;
-}
-
-char *narrow_buffer::release() {
-    capacity_ = size_ = 0;
-    return bytes_.release();
+char *narrow_buffer::reserve(std::size_t bytes) {
+    if (bytes > capacity_) {
+        const std::size_t grown = std::max({bytes, 2 * capacity_, std::size_t{64}});
+        bytes_.reset(new char[grown]);
+        capacity_ = grown;
+    }
+    return bytes_.get();
 }
 
 // Most text is ASCII, and the transcoder costs an allocation, two locks and some 1,000 instructions a text
 
 char *narrower::narrow(const XMLCh *text, std::size_t length, narrow_buffer &buffer) {
+    if (keeps_ascii_ != yes || length >= buffer.capacity() || !narrow_ascii(text, length, buffer.bytes()) ||
+        text[length] != 0)
+        return narrow_any(text, length, buffer);
+    buffer.bytes()[length] = '\0';
+    buffer.set_size(length);
+    return buffer.bytes();
+}
+
+/// Apart from narrow(), which needs no stack that way: 0.7 % of the instructions of reading channels.
+[[gnu::noinline]] char *narrower::narrow_any(const XMLCh *text, std::size_t length, narrow_buffer &buffer) {
+    if (keeps_ascii_ == not_asked)
+        keeps_ascii_ = transcoder_keeps_ascii() ? yes : no;
+    if (keeps_ascii_ == no)
+        return narrow_by_transcoder(text, buffer);
     char *const out = buffer.reserve(length + 1);
-    if (!keeps_ascii() || !narrow_ascii(text, length, out) || text[length] != 0)
+    if (!narrow_ascii(text, length, out) || text[length] != 0)
         return narrow_by_transcoder(text, buffer);
     out[length] = '\0';
     buffer.set_size(length);
     return out;
-}
-
-char *narrower::narrow_by_transcoder(const XMLCh *text, narrow_buffer &buffer) {
-    const transcoded narrow = transcode(text);
-    if (!narrow)
-        return nullptr;
-    const std::size_t bytes = std::strlen(narrow.get());
-    char *const out = buffer.reserve(bytes + 1);
-    std::memcpy(out, narrow.get(), bytes + 1);
-    buffer.set_size(bytes);
-    return out;
-}
-
-void narrower::ask_transcoder() {
-    XMLCh wide[128] = {};
-    char plain[128] = {};
-    for (unsigned i = 0; i < 127; ++i) {
-        wide[i] = static_cast<XMLCh>(i + 1);
-        plain[i] = static_cast<char>(i + 1);
-    }
-    const transcoded narrow = transcode(wide);
-    keeps_ascii_ = narrow && std::strcmp(narrow.get(), plain) == 0 ? yes : no;
 }
 
 long to_number(const char *text) {

@@ -29,20 +29,15 @@ std::string plain_message(const xercesc::XMLException &problem);
 /// Storage for one narrow text after another; kept from text to text.
 class narrow_buffer {
 public:
-    /// Room for `bytes` bytes; what it held before is lost when it has to grow.
-    char *reserve(std::size_t bytes) {
-        if (bytes > capacity_)
-            grow(bytes);
-        return bytes_.get();
-    }
+    /// Makes room for `bytes` bytes; what it held before is lost when it has to grow.
+    char *reserve(std::size_t bytes);
     void set_size(std::size_t size) { size_ = size; }
 
+    char *bytes() { return bytes_.get(); }
+    std::size_t capacity() const { return capacity_; }
     std::size_t size() const { return size_; }
-    char *release();
 
 private:
-    void grow(std::size_t bytes);
-
     std::unique_ptr<char[]> bytes_;
     std::size_t capacity_ = 0;
     std::size_t size_ = 0; // of the text, without its NUL
@@ -57,16 +52,9 @@ public:
     char *narrow(const XMLCh *text, std::size_t length, narrow_buffer &buffer);
 
 private:
-    static char *narrow_by_transcoder(const XMLCh *text, narrow_buffer &buffer);
+    char *narrow_any(const XMLCh *text, std::size_t length, narrow_buffer &buffer);
 
     /// Whether the transcoder leaves every ASCII character as it is; asked at the first text.
-    bool keeps_ascii() {
-        if (keeps_ascii_ == not_asked)
-            ask_transcoder();
-        return keeps_ascii_ == yes;
-    }
-    void ask_transcoder();
-
     enum { not_asked, yes, no } keeps_ascii_ = not_asked;
 };
 

@@ -16,6 +16,7 @@
 #include <xercesc/util/XMLExceptMsgs.hpp>
 #include <xercesc/util/XMLException.hpp>
 
+#include "attribute_texts.h"
 #include "narrow_text.h"
 #include "tag_memo.h"
 #include "xml_hardening.h"
@@ -23,11 +24,12 @@
 
 /// What is behind the tag and the value of a step; kept from step to step, so that most of them allocate
 /// nothing.
-struct sax_step_texts {
+template <class Attribute> struct sax_step_texts {
     zeb5::narrower narrower;
     zeb5::tag_memo tags;
     zeb5::tag_name tag;
     zeb5::narrow_buffer value;
+    zeb5::attribute_texts<Attribute> attributes;
 };
 
 /// What a step delivers to the library's own readers; without a tag the rest means nothing.
@@ -44,13 +46,19 @@ struct sax_step {
 struct sax_step_handlers {
     // Callbacks; Handlers is MemParseHandlers or FileParseHandlers
 
-    template <class Handlers>
-    static void start_element(Handlers &h, const XMLCh *name, xercesc::AttributeList &attributes) {
-        h.texts->tag = h.texts->tags.find(name, h.texts->narrower);
+    /// `id` tells this name from the document's others; two of one id cost time only.
+    template <class Handlers> static void start_element(Handlers &h, const XMLCh *name, std::size_t id) {
+        h.texts->tag = h.texts->tags.find(name, id, h.texts->narrower);
         h.tag = h.texts->tag.text;
         ++h.fElementCount;
-        if (!h.vattr.empty() || attributes.getLength() != 0)
-            take_attributes(h, attributes);
+        h.vattr.clear();
+    }
+
+    template <class Handlers> static void end_element(Handlers &h) { h.end_flag = true; }
+
+    template <class Handlers> static void take_attributes(Handlers &h, xercesc::AttributeList &attributes) {
+        h.fAttrCount += static_cast<std::uint32_t>(attributes.getLength());
+        h.texts->attributes.take(attributes, h.texts->narrower, h.vattr);
     }
 
     template <class Handlers> static void characters(Handlers &h, const XMLCh *text, XMLSize_t length) {
@@ -82,18 +90,14 @@ struct sax_step_handlers {
     }
 
     template <class Handlers> static void reset_end_tag_flag(Handlers &h) {
-        if (!h.end_flag && !h.value)
-            return;
-        h.tag = h.value = nullptr;
-        if (!h.vattr.empty())
-            drop_attributes(h);
-        h.end_flag = false;
+        if (h.end_flag || h.value)
+            drop_step(h);
     }
 
-    template <class Handlers> static void drop_attributes(Handlers &h) {
-        for (auto *record : h.vattr)
-            delete_attribute(record);
+    template <class Handlers> static void drop_step(Handlers &h) {
+        h.tag = h.value = nullptr;
         h.vattr.clear();
+        h.end_flag = false;
     }
 
     // Steps; Parser is SAX_Memory_Parser or SAX_File_Parser
@@ -108,13 +112,6 @@ struct sax_step_handlers {
                       << zeb5::plain_message(problem) << std::endl;
             return false;
         }
-    }
-
-    template <class Parser> static void create_parser(Parser &p) {
-        p.parser = zeb5::create_parser<xercesc::SAXParser>(xercesc::SAXParser::Val_Auto);
-        p.parser->setDocumentHandler(&p.handler);
-        p.parser->setErrorHandler(&p.handler);
-        p.parser->setDTDHandler(&p.handler); // without one the parser does not hear of entity declarations
     }
 
     template <class Parser, class Source> static int start(Parser &p, const Source &source) {
@@ -132,8 +129,8 @@ struct sax_step_handlers {
         return 1;
     }
 
-    /// Takes one step; `step` is set when the result is 0.
-    template <class Parser> static int next(Parser &p, sax_step &step) {
+    /// Takes one step; the handlers hold what it delivers when the result is 0.
+    template <class Parser> static int next(Parser &p) {
         auto &h = p.handler;
         reset_end_tag_flag(h);
         if (!p.gotMore)
@@ -141,20 +138,19 @@ struct sax_step_handlers {
         p.gotMore = p.parser->parseNext(p.token);
         if (!p.gotMore)
             p.parser->parseReset(p.token);
-        if (h.error_count)
-            return h.error_count;
-        step.tag.text = h.tag;
-        if (h.tag) {
-            step.tag.length = h.texts->tag.length;
-            step.value = h.value;
-            step.value_length = h.texts->value.size();
-        }
-        return 0;
+        return h.error_count;
+    }
+
+    /// What the last step delivered.
+    template <class Parser> static sax_step current(const Parser &p) {
+        const auto &h = p.handler;
+        if (!h.tag)
+            return {};
+        return {h.texts->tag, h.value, h.texts->value.size()};
     }
 
     template <class Parser> static int parse(Parser &p, char **tag, char **value) {
-        sax_step step;
-        const int result = p.init ? next(p, step) : -1;
+        const int result = p.init ? next(p) : -1;
         if (tag)
             *tag = result == 0 ? p.handler.tag : nullptr;
         if (value)
@@ -176,50 +172,11 @@ struct sax_step_handlers {
     }
 
 private:
-    /// Apart from start_element(), as most elements of these documents have no attributes.
-    template <class Handlers>
-    [[gnu::noinline]] static void take_attributes(Handlers &h, xercesc::AttributeList &attributes) {
-        drop_attributes(h);
-        const XMLSize_t count = attributes.getLength();
-        h.fAttrCount += static_cast<std::uint32_t>(count);
-        for (XMLSize_t i = 0; i < count; ++i)
-            add_attribute(h, attributes.getName(i), attributes.getType(i), attributes.getValue(i));
-    }
-
     static void refuse_folder(const char *path) {
         if (zeb5::is_folder(path))
             ThrowXML(xercesc::XMLPlatformUtilsException, xercesc::XMLExcepts::File_CouldNotReadFromFile);
     }
     static void refuse_folder(const xercesc::InputSource &) {}
-
-    template <class Handlers>
-    static void add_attribute(Handlers &h, const XMLCh *name, const XMLCh *type, const XMLCh *value) {
-        using record_pointer = typename std::remove_reference_t<decltype(h.vattr)>::value_type;
-        using record_type = std::remove_pointer_t<record_pointer>;
-        struct release {
-            void operator()(record_type *record) const { delete_attribute(record); }
-        };
-        std::unique_ptr<record_type, release> record(new record_type{});
-        record->name = copied(h, name);
-        record->type = copied(h, type);
-        record->value = copied(h, value);
-        h.vattr.push_back(record.get());
-        record.release();
-    }
-
-    template <class Record> static void delete_attribute(Record *record) {
-        delete[] record->name;
-        delete[] record->type;
-        delete[] record->value;
-        delete record;
-    }
-
-    /// Of our own making rather than the transcoder's, so that it may outlive the platform.
-    template <class Handlers> static char *copied(Handlers &h, const XMLCh *text) {
-        zeb5::narrow_buffer buffer;
-        return h.texts->narrower.narrow(text, xercesc::XMLString::stringLen(text), buffer) ? buffer.release()
-                                                                                           : nullptr;
-    }
 
     /// Blanks, line feeds and tabs only; an empty text is too.
     static bool is_white_space(const XMLCh *text, XMLSize_t length) {

@@ -12,38 +12,38 @@
 
 namespace zeb5 {
 
-/// A document has few element names, and the parser passes each by the pointer of its declaration. The name
-/// under a pointer is compared with the one kept for it, as memory is used again; then nothing is copied.
-/// That saves 2 % of the instructions of reading channels, and lets the look-up of what an element does
-/// compare numbers.
+/// A document has few element names, and the parser numbers them. The name of a number is compared with the
+/// one kept for it, as a number may come from anywhere; then nothing is copied. That saves 2 % of the
+/// instructions of reading channels, and lets the look-up of what an element does compare numbers.
 class tag_memo {
 public:
     /// The narrow form of a null-terminated name, good until the next call; without a text where the
     /// transcoder gives none. The XML platform must be up.
-    tag_name find(const XMLCh *name, narrower &narrower) {
-        entry &kept = entries_[slot_of(name)];
-        if (kept.name != name || !is_same(name, kept.text))
+    tag_name find(const XMLCh *name, std::size_t id, narrower &narrower) {
+        entry &kept = entries_[id % entries_.size()];
+        if (!is_same(name, kept.text, kept.recognised))
             return keep(name, kept, narrower);
-        return {kept.text, kept.length};
+        return {kept.text, kept.recognised - 1};
     }
 
 private:
     struct entry {
-        const XMLCh *name = nullptr; // null: free
-        std::size_t length = 0;
-        char text[48] = {}; // plain ASCII, the rest zero
+        std::size_t recognised; // characters of the name and its null; 0: none, narrow it again
+        char text[40];          // the rest zero
     };
 
-    static std::size_t slot_of(const XMLCh *name) {
-        return reinterpret_cast<std::uintptr_t>(name) * golden_ratio >> (64 - slot_bits);
-    }
-
-    static bool is_same(const XMLCh *name, const char *text) {
+    /// Whether the first `count` characters are these; looks at none behind the first that differs, as the
+    /// name may be shorter.
+    static bool is_same(const XMLCh *name, const char *text, std::size_t count) {
+        const auto differs = [&](std::size_t i) { return name[i] != static_cast<unsigned char>(text[i]); };
         std::size_t i = 0;
-        while (name[i] == static_cast<unsigned char>(text[i]))
-            if (text[i++] == '\0')
-                return true;
-        return false;
+        for (; i + 4 <= count; i += 4)
+            if (differs(i) || differs(i + 1) || differs(i + 2) || differs(i + 3))
+                return false;
+        for (; i < count; ++i)
+            if (differs(i))
+                return false;
+        return count != 0;
     }
 
     [[gnu::noinline]] tag_name keep(const XMLCh *name, entry &kept, narrower &narrower) {
@@ -53,14 +53,12 @@ private:
             return {text, length};
         kept = {};
         std::memcpy(kept.text, text, length);
-        kept.length = length;
-        if (is_same(name, kept.text)) // what the transcoder changes is not recognised again
-            kept.name = name;
+        if (is_same(name, text, length + 1)) // what the transcoder changes is not recognised again
+            kept.recognised = length + 1;
         return {kept.text, length};
     }
 
-    static constexpr unsigned slot_bits = 8;
-    std::array<entry, std::size_t{1} << slot_bits> entries_;
+    std::array<entry, 64> entries_{};
     narrow_buffer long_text_;
 };
 

@@ -66,10 +66,11 @@ private:
     content_model_budget content_models_;
 };
 
-/// Creates a parser that reads as the system's documents are meant: no validation but by `scheme`, no
-/// namespaces, no schemas, and hardened.
-template <class Parser> std::unique_ptr<Parser> create_parser(typename Parser::ValSchemes scheme) {
-    auto parser = std::make_unique<bounded_parser<Parser>>();
+/// Creates a parser of a class made from bounded_parser. It reads as the system's documents are meant: no
+/// validation but by `scheme`, no namespaces, no schemas, and hardened.
+template <class Bounded, class... Arguments>
+std::unique_ptr<Bounded> create_parser(typename Bounded::ValSchemes scheme, Arguments &...arguments) {
+    auto parser = std::make_unique<Bounded>(arguments...);
     parser->setValidationScheme(scheme);
     parser->setDoNamespaces(false);
     parser->setDoSchema(false);

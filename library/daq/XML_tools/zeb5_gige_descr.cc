@@ -231,7 +231,7 @@ std::unique_ptr<XercesDOMParser> parse_file(const char *file_name) {
         if (zeb5::is_folder(file_name))
             throw unreadable_file{};
         std::unique_ptr<XercesDOMParser> parser =
-            zeb5::create_parser<XercesDOMParser>(XercesDOMParser::Val_Never);
+            zeb5::create_parser<zeb5::bounded_parser<XercesDOMParser>>(XercesDOMParser::Val_Never);
         parser->setErrorHandler(&errors);
         parser->setCreateEntityReferenceNodes(false);
         parser->parse(file_name);
