@@ -24,9 +24,7 @@ void FileParseHandlers::startElement(const XMLCh *const name, xercesc::Attribute
     sax_step_handlers::take_attributes(*this, attributes);
 }
 
-void FileParseHandlers::endElement(const XMLCh *const) {
-    sax_step_handlers::end_element(*this);
-}
+void FileParseHandlers::endElement(const XMLCh *const) { sax_step_handlers::end_element(*this); }
 
 void FileParseHandlers::characters(const XMLCh *const chars, const XMLSize_t length) {
     sax_step_handlers::characters(*this, chars, length);

@@ -24,9 +24,7 @@ void MemParseHandlers::startElement(const XMLCh *const name, xercesc::AttributeL
     sax_step_handlers::take_attributes(*this, attributes);
 }
 
-void MemParseHandlers::endElement(const XMLCh *const) {
-    sax_step_handlers::end_element(*this);
-}
+void MemParseHandlers::endElement(const XMLCh *const) { sax_step_handlers::end_element(*this); }
 
 void MemParseHandlers::characters(const XMLCh *const chars, const XMLSize_t length) {
     sax_step_handlers::characters(*this, chars, length);
