@@ -13,9 +13,11 @@ class random_documents {
 public:
     explicit random_documents(unsigned seed) : random_(seed) {}
 
-    /// A document of one dialect; every third is damaged at a few places.
+    /// A document of one dialect; every third has odd texts, and every third is damaged at
+    /// a few places.
     std::string next() {
         const bool daq = below(2) == 0;
+        is_odd_ = below(3) == 0;
         std::string text = one_of(prologues);
         text += daq ? "<DAQvariables>" : below(40) == 0 ? "<CHANNELS>" : "<CHANDESCRIPTIONS>";
         for (std::size_t channels = below(12); channels-- > 0;)
@@ -29,7 +31,12 @@ public:
 
 private:
     static constexpr std::array prologues{
-        "", "<?xml version=\"1.0\" encoding=\"ISO-8859-1\" ?>\n", "<?xml version=\"1.0\"?><!-- - -->\n",
+        "",
+        "",
+        "",
+        "",
+        "<?xml version=\"1.0\" encoding=\"ISO-8859-1\" ?>\n",
+        "<?xml version=\"1.0\"?><!-- - -->\n",
         "<!DOCTYPE CHANDESCRIPTIONS [<!ENTITY e \"of &lt;entity>\"><!ATTLIST NAME unit CDATA \"mm\">]>\n"};
     static constexpr std::array chan_tags{
         "PROP",      "PROP",       "EVTYPE",     "STREAM",   "SB_NAME",
@@ -63,21 +70,17 @@ private:
                                        "12ab",
                                        "&amp;",
                                        "&#228;",
-                                       "\xC3\xA4",
                                        "&#x20AC;",
                                        "<![CDATA[<c>]]>",
                                        "<!-- c -->",
                                        "<?p i?>",
                                        "\n\t ",
                                        " ",
-                                       "&e;",
-                                       "&none;",
-                                       "&#0;",
-                                       "\xE4",
                                        "a text of more than sixteen characters",
                                        "<X/>",
-                                       "]]>",
                                        "name with blanks"};
+    /// Not in every document.
+    static constexpr std::array odd_pieces{"&e;", "&e;", "&none;", "&#0;", "\xE4", "\xC3\xA4", "]]>", "&"};
 
     std::size_t below(std::size_t limit) { return random_() % limit; }
     template <std::size_t N> const char *one_of(const std::array<const char *, N> &list) {
@@ -107,7 +110,7 @@ private:
         }
         text += '>';
         for (std::size_t count = below(8); count < 6; count += 2 + below(6))
-            text += one_of(pieces);
+            text += is_odd_ && below(8) == 0 ? one_of(odd_pieces) : one_of(pieces);
         if (below(40) == 0)
             text.append(below(600), 'l');
         if (below(30) == 0)
@@ -136,6 +139,7 @@ private:
     }
 
     std::mt19937 random_;
+    bool is_odd_ = false;
 };
 
 #endif
