@@ -35,3 +35,8 @@ build() {
     cmake --preset "$preset" "$@"
     cmake --build --preset "$preset" --target "$target" --parallel "$jobs"
 }
+
+# The paths of the headers that are installed.
+public_headers() {
+    sed -n '/^set(zeb5_public_headers/,/)$/s/^ *\([^ ]*\.h\))*$/\1/p' cmake/install.cmake
+}
