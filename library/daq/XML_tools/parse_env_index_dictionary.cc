@@ -9,6 +9,7 @@
 #include "document_walk.h"
 #include "env_index_dictionary_layouts.h"
 #include "narrow_text.h"
+#include "number_text.h"
 #include "tag_table.h"
 
 namespace {
@@ -28,14 +29,14 @@ public:
     void act(const sax_step &step) {
         const store *const action = entry_ && step.value ? elements().find(step.tag) : nullptr;
         if (action)
-            (*action)(*this, step.value);
+            (*action)(*this, step);
         else if (step.tag_text() == env_tags[ENV_INDX_CHAN])
             begin_channel();
     }
 
 private:
     using self = dictionary_reader;
-    using store = void (*)(self &, const char *);
+    using store = void (*)(self &, const sax_step &);
 
     /// From here on elements belong to a new entry; one that never got into the list is used again.
     void begin_channel() {
@@ -59,24 +60,23 @@ private:
         arrived = false;
     }
 
-    static void index(self &r, const char *text) {
-        r.entry_->index = static_cast<std::int32_t>(to_number(text));
+    static void index(self &r, const sax_step &s) {
+        r.entry_->index = static_cast<std::int32_t>(to_number(s.value));
         r.index_seen_ = true;
         if (r.prop_seen_)
             r.append(r.index_seen_);
     }
 
-    static void prop(self &r, const char *text) {
+    static void prop(self &r, const sax_step &s) {
         auto &field = r.entry_->data.env_prop;
-        std::strncpy(field, text, sizeof field - 1); // the rest is filled with zeros, the last byte is one
+        std::strncpy(field, s.value, sizeof field - 1); // the rest is filled with zeros, the last byte is one
         r.prop_seen_ = true;
         if (r.index_seen_)
             r.append(r.prop_seen_);
     }
 
-    /// A text that is no number leaves the field as it was.
-    template <auto Field> static void delta(self &r, const char *text) {
-        std::sscanf(text, "%f", &(r.entry_->data.*Field));
+    template <auto Field> static void delta(self &r, const sax_step &s) {
+        read_float(s.value_text(), r.entry_->data.*Field);
     }
 
     static const auto &elements() {

@@ -7,6 +7,7 @@
 
 #include "document_walk.h"
 #include "narrow_text.h"
+#include "number_text.h"
 #include "tag_table.h"
 
 namespace {
@@ -43,12 +44,6 @@ void append_channel(std::vector<char *> &channels, std::string_view name) {
     copy[name.size()] = '\0';
     channels.push_back(copy.get());
     (void)copy.release();
-}
-
-/// Leaves the field as it was when the text holds no number.
-void read_number(const char *text, std::uint32_t &field) {
-    // Kept: only a small x makes it hexadecimal, 0X1F is 0, as every consumer of these lists takes it
-    std::sscanf(text, std::strchr(text, 'x') ? " 0x%X " : "%u", &field);
 }
 
 class event_list_reader {
@@ -109,11 +104,11 @@ private:
     }
 
     template <auto Field> static void number(self &r, const sax_step &s) {
-        read_number(s.value, r.entry_->*Field);
+        read_unsigned(s.value_text(), r.entry_->*Field);
     }
 
     template <auto Field> static void min_time(self &r, const sax_step &s) {
-        read_number(s.value, r.entry_->min_ev_time.*Field);
+        read_unsigned(s.value_text(), r.entry_->min_ev_time.*Field);
     }
 
     static const auto &elements() {
