@@ -3,7 +3,7 @@
 
 /// Look-up of records by a name that they hold, with the result of a linear search: the first one added.
 
-#include <functional>
+#include <cstring>
 #include <string_view>
 #include <vector>
 
@@ -41,7 +41,33 @@ private:
         Record *record; // null: free
     };
 
-    static std::size_t hash(std::string_view name) { return std::hash<std::string_view>{}(name); }
+    /// Eight bytes at a time: half of the instructions of std::hash, and inlined.
+    static std::size_t hash(std::string_view name) {
+        const char *at = name.data();
+        const char *const end = at + name.size();
+        std::size_t key = name.size();
+        std::size_t word = 0;
+        for (; end - at > 8; at += 8)
+            key = mixed(key, word_at(at));
+        if (name.size() >= 8)
+            return mixed(key, word_at(end - 8)); // some bytes once more
+        for (; at != end; ++at)
+            word = word << 8 | static_cast<unsigned char>(*at);
+        return mixed(key, word);
+    }
+
+    static std::size_t word_at(const char *at) {
+        std::size_t word;
+        std::memcpy(&word, at, sizeof word);
+        return word;
+    }
+
+    /// The product spreads each bit upwards, the shift brings the upper half to where slots are chosen.
+    static std::size_t mixed(std::size_t key, std::size_t word) {
+        static_assert(sizeof(std::size_t) == 8);
+        const std::size_t product = (key ^ word) * 0x9E3779B97F4A7C15;
+        return product ^ (product >> 32);
+    }
 
     static std::string_view name_of(const Record *record) { return field_text(record->*Name); }
 
