@@ -5,6 +5,7 @@
 #include <memory>
 #include <string_view>
 #include <unordered_map>
+#include <utility>
 
 #include <unistd.h>
 
@@ -66,34 +67,41 @@ static_assert(sizeof tagspectprms / sizeof tagspectprms[0] == DIM_PARAMETERS, "o
 template <parameter_number Number> constexpr element_tags parameter_tag(tagspectprms[Number]);
 
 void write_spectrum(xml_text &out, const zeb5_spect_header_2010 &axis) {
-    out.element(parameter_tag<DIM_START>, axis.start, "%e");
-    out.element(parameter_tag<DIM_INC>, axis.inc, "%e");
-    out.element(parameter_tag<DIM_NDATA>, axis.ndata);
-    out.element(parameter_tag<DIM_GROUPS>, axis.groups);
-    out.element(parameter_tag<DIM_GROUP_INC>, axis.group_inc, "%e");
+    out.put_float(parameter_tag<DIM_START>, axis.start, "%e");
+    out.put_float(parameter_tag<DIM_INC>, axis.inc, "%e");
+    out.put(element<parameter_tag<DIM_NDATA>>(axis.ndata), element<parameter_tag<DIM_GROUPS>>(axis.groups));
+    out.put_float(parameter_tag<DIM_GROUP_INC>, axis.group_inc, "%e");
 }
 
-template <class... Value>
-void element_if(bool wanted, xml_text &out, const element_tags &name, Value... value) {
+template <parameter_number Number> void element_if(bool wanted, xml_text &out, std::int32_t value) {
     if (wanted)
-        out.element(name, value...);
+        out.put(element<parameter_tag<Number>>(value));
+}
+
+template <parameter_number Number> void element_if_positive(xml_text &out, float value) {
+    if (value > 0.0F)
+        out.put_float(parameter_tag<Number>, value, "%e");
+}
+
+template <parameter_number Number> void element_if_positive(xml_text &out, std::int32_t value) {
+    element_if<Number>(value > 0, out, value);
 }
 
 void write_image(xml_text &out, const zeb5_image_ext_frame_head &head) {
-    out.element(parameter_tag<DIM_XSTART>, head.x_start);
-    out.element(parameter_tag<DIM_WIDTH>, head.aoi_width >= 1 ? head.aoi_width : head.width);
-    element_if(head.hbin > 0, out, parameter_tag<DIM_XBIN>, head.hbin);
-    out.element(parameter_tag<DIM_YSTART>, head.y_start);
-    out.element(parameter_tag<DIM_HEIGHT>, head.aoi_height >= 1 ? head.aoi_height : head.height);
-    element_if(head.vbin > 0, out, parameter_tag<DIM_YBIN>, head.vbin);
-    element_if(head.bpp > 0, out, parameter_tag<DIM_BPP>, head.bpp);
-    element_if(head.ebitpp > 0, out, parameter_tag<DIM_EBITPP>, head.ebitpp);
-    element_if(head.ispare4 != -1, out, parameter_tag<DIM_UNSIGNED>, head.ispare4);
-    element_if(head.fspare2 > 0.0F, out, parameter_tag<DIM_START>, head.fspare2, "%e");
-    element_if(head.fspare3 > 0.0F, out, parameter_tag<DIM_INC>, head.fspare3, "%e");
-    element_if(head.ispare3 > 0, out, parameter_tag<DIM_NDATA>, head.ispare3);
-    element_if(head.ispare2 > 0, out, parameter_tag<DIM_GROUPS>, head.ispare2);
-    element_if(head.fspare4 > 0.0F, out, parameter_tag<DIM_GROUP_INC>, head.fspare4, "%e");
+    out.put(element<parameter_tag<DIM_XSTART>>(head.x_start),
+            element<parameter_tag<DIM_WIDTH>>(head.aoi_width >= 1 ? head.aoi_width : head.width));
+    element_if_positive<DIM_XBIN>(out, head.hbin);
+    out.put(element<parameter_tag<DIM_YSTART>>(head.y_start),
+            element<parameter_tag<DIM_HEIGHT>>(head.aoi_height >= 1 ? head.aoi_height : head.height));
+    element_if_positive<DIM_YBIN>(out, head.vbin);
+    element_if_positive<DIM_BPP>(out, head.bpp);
+    element_if_positive<DIM_EBITPP>(out, head.ebitpp);
+    element_if<DIM_UNSIGNED>(head.ispare4 != -1, out, head.ispare4);
+    element_if_positive<DIM_START>(out, head.fspare2);
+    element_if_positive<DIM_INC>(out, head.fspare3);
+    element_if_positive<DIM_NDATA>(out, head.ispare3);
+    element_if_positive<DIM_GROUPS>(out, head.ispare2);
+    element_if_positive<DIM_GROUP_INC>(out, head.fspare4);
 }
 
 /// The axes of each channel, by its DAQ name.
@@ -107,8 +115,10 @@ public:
                 by_name_.try_emplace(axes->name, axes); // the first one of a name counts
     }
 
-    const dim_params *find(std::string_view name) const {
-        const auto found = by_name_.empty() ? by_name_.end() : by_name_.find(name); // none: saves the hash
+    const dim_params *find(const name_field &name) const {
+        if (by_name_.empty())
+            return nullptr; // saves the hash
+        const auto found = by_name_.find(field_text(name));
         return found == by_name_.end() ? nullptr : found->second;
     }
 
@@ -133,27 +143,23 @@ void write_axis(xml_text &out, const dim_params &axes, std::int32_t dim) {
 
 void write_bit(xml_text &out, const bit_descr &bit) {
     out.make_room();
-    out.open(tag<TAG_PART>, bit.bit);
-    out.element(tag<TAG_PART_NAME>, bit.bit_name);
-    out.element(tag<TAG_PART_DESCR>, bit.bit_desc);
+    out.put(opening<tag<TAG_PART>>(bit.bit), element<tag<TAG_PART_NAME>>(bit.bit_name),
+            element<tag<TAG_PART_DESCR>>(bit.bit_desc));
     out.close(tag<TAG_PART>);
 }
 
 void write_stat(xml_text &out, const stat_descr &stat) {
     out.make_room();
-    out.open(tag<TAG_PART, OF_STAT>, stat.stat);
-    out.element(tag<TAG_PART_NAME, OF_STAT>, stat.stat_name);
-    out.element(tag<TAG_UNITS, OF_STAT>, stat.units);
-    out.element(tag<TAG_PART_DESCR, OF_STAT>, stat.stat_desc);
+    out.put(opening<tag<TAG_PART, OF_STAT>>(stat.stat), element<tag<TAG_PART_NAME, OF_STAT>>(stat.stat_name),
+            element<tag<TAG_UNITS, OF_STAT>>(stat.units),
+            element<tag<TAG_PART_DESCR, OF_STAT>>(stat.stat_desc));
     out.close(tag<TAG_PART, OF_STAT>);
 }
 
 void write_dim(xml_text &out, const dim_descr &dim, const dim_params *axes) {
     out.make_room();
-    out.open(tag<TAG_PART, OF_DIM>, dim.dim);
-    out.element(tag<TAG_PART_NAME, OF_DIM>, dim.dim_name);
-    out.element(tag<TAG_UNITS, OF_DIM>, dim.units);
-    out.element(tag<TAG_PART_DESCR, OF_DIM>, dim.dim_desc);
+    out.put(opening<tag<TAG_PART, OF_DIM>>(dim.dim), element<tag<TAG_PART_NAME, OF_DIM>>(dim.dim_name),
+            element<tag<TAG_UNITS, OF_DIM>>(dim.units), element<tag<TAG_PART_DESCR, OF_DIM>>(dim.dim_desc));
     for (const stat_descr *stat : dim.stats)
         write_stat(out, *stat);
     out.make_room();
@@ -166,7 +172,7 @@ void write_dim(xml_text &out, const dim_descr &dim, const dim_params *axes) {
 void write_made_up_dims(xml_text &out, const dim_params &axes, list_position position) {
     for (std::int32_t j = 0; j < axes.num; ++j) {
         out.make_room();
-        out.open(tag<TAG_PART, OF_DIM>, j);
+        out.put(opening<tag<TAG_PART, OF_DIM>>(j));
         if (axes.params)
             write_spectrum(out, axes.params[j]);
         // Kept: the head of the channel's place in the list, the same for every dimension; callers lay them
@@ -181,22 +187,16 @@ void write_chan_descr(xml_text &out, const chan_descr_2010 &channel, list_positi
                       const axes_of_channels &all_axes) {
     out.make_room();
     out.open(tag<TAG_CHANNEL>);
-    out.element(tag<TAG_STREAM>, channel.stream);
-    out.element(tag<TAG_EVTYPE>, channel.ev_type);
-    out.element(tag<TAG_DTYPE>, channel.dtype);
-    out.element(tag<TAG_DB_KEY>, channel.db_key);
-    out.element(tag<TAG_COUNT>, channel.count);
-    out.element(tag<TAG_SB_NAME>, channel.sb_name);
-    out.element(tag<TAG_PROP>, channel.prop_name);
-    out.element(tag<TAG_NAME>, daq_name(channel));
-    out.element(tag<TAG_SETPOINT>, channel.set_point);
-    out.element(tag<TAG_SUBSYSTEM>, channel.subsystem);
-    out.element(tag<TAG_UNITS>, channel.units);
-    out.element(tag<TAG_DESC>, channel.prop_desc);
-    out.element(tag<TAG_SIZE>, channel.max_size);
+    out.put(element<tag<TAG_STREAM>>(channel.stream), element<tag<TAG_EVTYPE>>(channel.ev_type),
+            element<tag<TAG_DTYPE>>(channel.dtype), element<tag<TAG_DB_KEY>>(channel.db_key),
+            element<tag<TAG_COUNT>>(channel.count), element<tag<TAG_SB_NAME>>(channel.sb_name),
+            element<tag<TAG_PROP>>(channel.prop_name), element<tag<TAG_NAME>>(daq_name(channel)),
+            element<tag<TAG_SETPOINT>>(channel.set_point), element<tag<TAG_SUBSYSTEM>>(channel.subsystem),
+            element<tag<TAG_UNITS>>(channel.units), element<tag<TAG_DESC>>(channel.prop_desc),
+            element<tag<TAG_SIZE>>(channel.max_size));
     for (const bit_descr *bit : channel.bits)
         write_bit(out, *bit);
-    const dim_params *const axes = all_axes.find(field_text(daq_name(channel)));
+    const dim_params *const axes = all_axes.find(daq_name(channel));
     for (const dim_descr *dim : channel.dims)
         write_dim(out, *dim, axes);
     if (channel.dims.empty() && axes)
@@ -221,52 +221,57 @@ bool has_own_frequency(std::uint32_t ev_type) {
     return is_of(ZEB5_EV_STRUCT_LOCAL) || is_of(ZEB5_EV_STRUCT_ML);
 }
 
+struct daq_bit_number {
+    static constexpr short_piece start = short_piece({"<", daq_tags::bit, " ", daq_tags::bit_number, "=\""});
+    static constexpr short_piece end = short_piece({"\">"});
+};
+
+struct daq_bit_text {
+    static constexpr short_piece start = short_piece({});
+    static constexpr short_piece end = daq_tag<daq_tags::bit>.end;
+};
+
 void write_daq_bit(xml_text &out, const bit_descr &bit) {
-    static constexpr short_piece start({"<", daq_tags::bit, " ", daq_tags::bit_number, "=\""});
-    static constexpr short_piece start_end({"\">"});
     out.make_room();
-    out.put(start);
-    out.put(bit.bit);
-    out.put(start_end);
-    out.put(bit.bit_desc); // Kept: readers take it for the bit's name, the name itself is not written
-    out.close(daq_tag<daq_tags::bit>);
+    // Kept: readers take the description for the bit's name, the name itself is not written
+    out.put(framed<daq_bit_number>(bit.bit), framed<daq_bit_text>(bit.bit_desc));
 }
 
+struct daq_dim_number {
+    static constexpr short_piece start = short_piece({"<", daq_tags::dim, " ", daq_tags::dim_id, "=\""});
+    static constexpr short_piece end = short_piece({"\">\n"});
+};
+
 void write_daq_dim(xml_text &out, const dim_descr &dim) {
-    static constexpr short_piece start({"<", daq_tags::dim, " ", daq_tags::dim_id, "=\""});
-    static constexpr short_piece start_end({"\">\n"});
     out.make_room();
-    out.put(start);
-    out.put(dim.dim);
-    out.put(start_end);
-    out.element(daq_tag<daq_tags::dim_name>, dim.dim_name);
-    out.element(daq_tag<daq_tags::description>, dim.dim_desc);
-    out.element(daq_tag<daq_tags::units>, dim.units);
+    out.put(framed<daq_dim_number>(dim.dim), element<daq_tag<daq_tags::dim_name>>(dim.dim_name),
+            element<daq_tag<daq_tags::description>>(dim.dim_desc),
+            element<daq_tag<daq_tags::units>>(dim.units));
     out.close(daq_tag<daq_tags::dim>);
 }
 
 void write_daq_variable(xml_text &out, const chan_descr_2010 &channel) {
     out.make_room();
     out.open(daq_element(channel));
-    out.element(daq_tag<daq_tags::ev_type>, channel.ev_type);
-    out.element(daq_tag<daq_tags::prop>, channel.prop_name);
-    out.element(daq_tag<daq_tags::daq_name>, daq_name(channel));
-    out.element(daq_tag<daq_tags::db_key>, channel.db_key);
-    out.element(daq_tag<daq_tags::set_point>, channel.set_point);
-    out.element(daq_tag<daq_tags::sb_name>, channel.sb_name);
-    out.element(daq_tag<daq_tags::subsystem>, channel.subsystem);
-    out.element(daq_tag<daq_tags::description>, channel.prop_desc);
-    out.element(daq_tag<daq_tags::units>, channel.units);
+    out.put(element<daq_tag<daq_tags::ev_type>>(channel.ev_type),
+            element<daq_tag<daq_tags::prop>>(channel.prop_name),
+            element<daq_tag<daq_tags::daq_name>>(daq_name(channel)),
+            element<daq_tag<daq_tags::db_key>>(channel.db_key),
+            element<daq_tag<daq_tags::set_point>>(channel.set_point),
+            element<daq_tag<daq_tags::sb_name>>(channel.sb_name),
+            element<daq_tag<daq_tags::subsystem>>(channel.subsystem),
+            element<daq_tag<daq_tags::description>>(channel.prop_desc),
+            element<daq_tag<daq_tags::units>>(channel.units));
     if (channel.max_size > 1) {
-        out.element(daq_tag<daq_tags::first_index>, 0);
-        out.element(daq_tag<daq_tags::last_index>, channel.max_size - 1);
+        out.put(element<daq_tag<daq_tags::first_index>>(0),
+                element<daq_tag<daq_tags::last_index>>(channel.max_size - 1));
     }
     for (const bit_descr *bit : channel.bits)
         write_daq_bit(out, *bit);
     for (const dim_descr *dim : channel.dims)
         write_daq_dim(out, *dim);
     out.make_room();
-    out.element(daq_tag<daq_tags::freq>, has_own_frequency(channel.ev_type) ? -1 : 1);
+    out.put(element<daq_tag<daq_tags::freq>>(has_own_frequency(channel.ev_type) ? -1 : 1));
     out.close(daq_element(channel));
 }
 
@@ -311,7 +316,8 @@ public:
         write_records(no_body);
     }
 
-    xml_text document() {
+    /// The whole document, in the memory of `text` where that is enough.
+    std::string document(std::string text) {
         const bool is_daq = format_ == DAQ_VARIABLES;
         const element_tags &root = is_daq ? daq_tag<daq_tags::root> : tag<TAG_ROOT>;
         std::string declaration;
@@ -319,7 +325,7 @@ public:
         std::string date;
         if (!is_daq && file_)
             add_iso_date(date);
-        xml_text out;
+        xml_text out(std::move(text), 512 * list_.size()); // a record has 250 bytes and its texts
         out.make_room();
         out.put(declaration);
         out.open(root);
@@ -328,7 +334,7 @@ public:
         out.make_room();
         out.close(root);
         out.line_end();
-        return out;
+        return out.take();
     }
 
 private:
@@ -394,19 +400,23 @@ int dump_chan_desr(std::vector<chan_descr_2010 *> *chdscr_list, char *file_name,
         writer.write_tables();
         return 0;
     }
-    xml_text document = writer.document();
+    // An empty string gives its memory and gets the document without a copy
+    const bool is_empty = sout && sout->empty();
+    std::string document = writer.document(is_empty ? std::exchange(*sout, {}) : std::string());
     if (file)
-        std::fwrite(document.view().data(), 1, document.view().size(),
+        std::fwrite(document.data(), 1, document.size(),
                     file.get()); // not checked: see file_close
     // Kept: a short write is not noticed, and the message has two blanks, as log scanners look for it
-    if (fd != -1 && write(fd, document.view().data(), document.view().size()) == -1) {
+    if (fd != -1 && write(fd, document.data(), document.size()) == -1) {
         std::cout << "dump_chan_desr()  write failed" << std::endl;
         // Kept: the file stays open, as always in this case; what was written to it is there to be read
         if (FILE *const open = file.release())
             std::fflush(open);
         return 2;
     }
-    if (sout)
-        sout->append(document.view());
+    if (is_empty)
+        *sout = std::move(document);
+    else if (sout)
+        sout->append(document);
     return 0;
 }

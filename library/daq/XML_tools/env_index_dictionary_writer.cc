@@ -25,7 +25,7 @@ template <class Layout> using entry_list = std::vector<typename Layout::entry *>
 
 template <int Number> constexpr element_tags tag(env_tags[Number]);
 
-template <class Layout> xml_text document(const entry_list<Layout> &list) {
+template <class Layout> std::string document(const entry_list<Layout> &list) {
     std::string declaration, date;
     set_xml_header(declaration);
     add_iso_date(date);
@@ -37,16 +37,15 @@ template <class Layout> xml_text document(const entry_list<Layout> &list) {
     for (const auto *entry : list) {
         out.make_room();
         out.open(tag<ENV_INDX_CHAN>);
-        out.element(tag<ENV_INDX_INDX>, entry->index);
-        out.element(tag<ENV_INDX_PROP>, entry->data.env_prop);
-        out.element(tag<ENV_INDX_DABS>, entry->data.env_ch_abs_delta, "%f");
-        out.element(tag<ENV_INDX_DREL>, entry->data.env_ch_rel_delta, "%f");
+        out.put(element<tag<ENV_INDX_INDX>>(entry->index), element<tag<ENV_INDX_PROP>>(entry->data.env_prop));
+        out.put_float(tag<ENV_INDX_DABS>, entry->data.env_ch_abs_delta, "%f");
+        out.put_float(tag<ENV_INDX_DREL>, entry->data.env_ch_rel_delta, "%f");
         out.close(tag<ENV_INDX_CHAN>);
     }
     out.make_room();
     out.close(tag<ENV_INDX_ROOT>);
     out.line_end();
-    return out;
+    return out.take();
 }
 
 // The two text forms
@@ -91,8 +90,7 @@ int deliver(const entry_list<Layout> &list, FILE *file, int mode, int fd, std::s
             return refuse_argument<Layout>(); // the lines go to no other destination
         write_lines<Layout>(file, list);
     } else if (mode == XML_TO_FILE_AND_FD && (file || fd != -1)) {
-        const xml_text out = document<Layout>(list);
-        const std::string_view text = out.view();
+        const std::string text = document<Layout>(list);
         if (file)
             (void)std::fwrite(text.data(), 1, text.size(), file); // see file_close
         // Kept: callers whose descriptor does not block see no failure of a short write
@@ -101,7 +99,7 @@ int deliver(const entry_list<Layout> &list, FILE *file, int mode, int fd, std::s
             return 2;
         }
     } else if (mode == XML_TO_STRING && xml_str) { // Kept: callers who name a file as well find it empty
-        *xml_str = document<Layout>(list).view();
+        *xml_str = document<Layout>(list);
     }
     return 0;
 }

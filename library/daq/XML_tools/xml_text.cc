@@ -2,73 +2,52 @@
 
 #include <charconv>
 #include <cstdio>
-#include <new>
+#include <utility>
 
 namespace zeb5 {
 
-namespace {
-
-char *copy(char *at, const short_piece &piece) { return piece.copy_to(at); }
-
-/// The text of a fixed field; all of it when somebody has overwritten its end.
-char *copy(char *at, const char *field, std::size_t size) {
-    char *const behind = static_cast<char *>(memccpy(at, field, '\0', size));
-    return behind ? behind - 1 : at + size;
+xml_text::xml_text(std::string text, std::size_t expected) : text_(std::move(text)) {
+    text_.clear();
+    text_.reserve(expected + 2 * part_room);
+    end_ = text_.data();
+    grow();
 }
 
-char *copy(char *at, std::int32_t number) { return std::to_chars(at, at + 16, number).ptr; }
-
-char *copy(char *at, float number, const char *format) {
-    return at + std::snprintf(at, 64, format, static_cast<double>(number)); // at most 48 bytes
+std::string xml_text::take() {
+    text_.resize(static_cast<std::size_t>(end_ - text_.data()));
+    if (text_.capacity() / 2 > text_.size())
+        text_.shrink_to_fit(); // who keeps many small documents does not want their room
+    return std::move(text_);
 }
-
-} // namespace
-
-void xml_text::put(const short_piece &piece) { end_at(copy(end(), piece)); }
 
 void xml_text::put(std::string_view text) {
-    std::memcpy(end(), text.data(), text.size());
-    size_ += text.size();
+    std::memcpy(end_, text.data(), text.size());
+    end_ += text.size();
 }
 
-void xml_text::put_field(const char *field, std::size_t size) { end_at(copy(end(), field, size)); }
-
-void xml_text::put(std::int32_t number) { end_at(copy(end(), number)); }
-
-void xml_text::element_field(const element_tags &name, const char *field, std::size_t size) {
-    end_at(copy(copy(copy(end(), name.start), field, size), name.end));
+void xml_text::put_float(const element_tags &name, float number, const char *format) {
+    char *const value = copy(end_, name.start);
+    const int length = std::snprintf(value, 64, format, static_cast<double>(number)); // at most 48 bytes
+    end_ = copy(value + length, name.end);
 }
 
-void xml_text::element(const element_tags &name, std::int32_t number) {
-    end_at(copy(copy(copy(end(), name.start), number), name.end));
+char *xml_text::copy_blocks(char *at, const char *from, const char *end) {
+    for (; from != end; from += block, at += block)
+        if (const unsigned nuls = copy_block(at, from))
+            return at + std::countr_zero(nuls);
+    return at;
 }
 
-void xml_text::element(const element_tags &name, float number, const char *format) {
-    end_at(copy(copy(copy(end(), name.start), number, format), name.end));
-}
-
-void xml_text::open(const element_tags &name) {
-    put(name.start);
-    line_end();
-}
-
-void xml_text::open(const element_tags &name, std::int32_t number) {
-    put(name.start);
-    put(number);
-    line_end();
-}
-
-void xml_text::close(const element_tags &name) { put(name.end); }
+char *xml_text::copy_number(char *at, std::int32_t number) { return std::to_chars(at, at + 16, number).ptr; }
 
 void xml_text::grow() {
-    const std::size_t wanted = 2 * capacity_ + 4 * part_room;
-    char *const grown =
-        static_cast<char *>(std::realloc(bytes_.get(), wanted)); // a large one moves without a copy
-    if (!grown)
-        throw std::bad_alloc();
-    (void)bytes_.release();
-    bytes_.reset(grown);
-    capacity_ = wanted;
+    // A string fills its new room with NULs. So little at a time they stay in the processor's cache until
+    // text comes over them, and cost less than copying the text from elsewhere at the end.
+    constexpr std::size_t step = 1536;
+    const auto length = static_cast<std::size_t>(end_ - text_.data());
+    text_.resize(length + part_room + step);
+    end_ = text_.data() + length;
+    last_with_room_ = end_ + step;
 }
 
 } // namespace zeb5

@@ -3,15 +3,19 @@
 
 /// The text of a document while it is written: elements with a value, at a few copies each.
 ///
-/// Against appending to a string tag by tag this takes a sixth of the instructions: room is made once a part
-/// of a record, a tag is copied with a fixed size, and numbers are formatted in place.
+/// Against appending to a string tag by tag this takes less than a tenth of the instructions: room is made
+/// once a part of a record, texts are copied 16 bytes at a time whatever their length, and numbers are
+/// formatted in place.
 
+#include <array>
+#include <bit>
 #include <cstdint>
-#include <cstdlib>
 #include <cstring>
 #include <initializer_list>
-#include <memory>
+#include <string>
 #include <string_view>
+
+#include <emmintrin.h>
 
 namespace zeb5 {
 
@@ -25,6 +29,8 @@ public:
             for (const char character : part)
                 text_[length_++] = character; // a piece that is too long does not compile
     }
+
+    constexpr std::string_view text() const { return {text_, length_}; }
 
     char *copy_to(char *at) const {
         std::memcpy(at, text_, room);
@@ -44,63 +50,129 @@ struct element_tags {
     short_piece end;
 };
 
+/// A value and the texts around it: `Around` has a `start` and an `end`.
+template <class Around, class Value> struct framed_value { const Value &value; };
+
+template <class Around, class Value> framed_value<Around, Value> framed(const Value &value) {
+    return {value};
+}
+
+template <const element_tags &Name> struct in_element {
+    static constexpr const short_piece &start = Name.start;
+    static constexpr const short_piece &end = Name.end;
+};
+
+/// One line: start tag, value, end tag.
+template <const element_tags &Name, class Value>
+framed_value<in_element<Name>, Value> element(const Value &value) {
+    return {value};
+}
+
+template <const element_tags &Name> struct in_opening_line {
+    static constexpr const short_piece &start = Name.start;
+    static constexpr short_piece end = short_piece({"\n"});
+};
+
+/// Start tag with the element's own number; the children follow on their own lines.
+template <const element_tags &Name>
+framed_value<in_opening_line<Name>, std::int32_t> opening(const std::int32_t &number) {
+    return {number};
+}
+
+template <class... Around> consteval auto join() {
+    std::array<short_piece, sizeof...(Around) + 1> ends = {short_piece({}), Around::end...};
+    const std::array<short_piece, sizeof...(Around) + 1> starts = {Around::start..., short_piece({})};
+    for (std::size_t i = 0; i < ends.size(); ++i)
+        ends[i] = short_piece({ends[i].text(), starts[i].text()});
+    return ends;
+}
+
+/// What stands before, between and behind values that always follow each other: the end of one is a single
+/// piece with the start of the next, which saves a tenth of the instructions of a channel.
+template <class... Around> inline constexpr auto joined = join<Around...>();
+
 /// A growing text. Before every part of a record make_room(); one part is at most 15 texts of fixed
 /// fields and 20 numbers.
 class xml_text {
 public:
-    static constexpr std::size_t part_room = 8192;
+    /// Goes on in the memory of `text`, whose content it replaces; `expected`: about how long it becomes.
+    explicit xml_text(std::string text = {}, std::size_t expected = 0);
+    xml_text(const xml_text &) = delete;
+    xml_text &operator=(const xml_text &) = delete;
 
     void make_room() {
-        if (size_ + part_room > capacity_)
+        if (end_ > last_with_room_)
             grow();
     }
 
-    std::string_view view() const { return {bytes_.get(), size_}; }
+    /// All of the text; nothing may be put behind it any more.
+    std::string take();
 
     // Kept: nothing is escaped; readers of these documents know only what stands between the tags
 
-    void put(const short_piece &piece);
+    void put(const short_piece &piece) { end_ = copy(end_, piece); }
     void put(std::string_view text);
-    void put(std::int32_t number);
-    template <std::size_t N> void put(const char (&field)[N]) { put_field(field, N); }
 
-    // One line each: start tag, value, end tag; `format` is "%e" or "%f".
-    template <std::size_t N> void element(const element_tags &name, const char (&field)[N]) {
-        element_field(name, field, N);
+    /// Values that always follow each other: texts of fixed fields and numbers.
+    template <class... Around, class... Value> void put(const framed_value<Around, Value> &...parts) {
+        const short_piece *piece = joined<Around...>.data();
+        char *at = end_;
+        ((at = copy(copy(at, *piece++), parts.value)), ...);
+        end_ = copy(at, *piece);
     }
-    void element(const element_tags &name, std::int32_t number);
-    void element(const element_tags &name, float number, const char *format);
 
-    /// Kept: masks come out as the signed number of their 32 bits, as readers of these documents take them.
-    void element(const element_tags &name, std::uint32_t mask) {
-        element(name, static_cast<std::int32_t>(mask));
-    }
+    /// One line; `format` is "%e" or "%f".
+    void put_float(const element_tags &name, float number, const char *format);
 
     /// A line that holds the start tag alone.
-    void open(const element_tags &name);
+    void open(const element_tags &name) {
+        put(name.start);
+        line_end();
+    }
 
-    /// Start tag with the element's own number; the children follow on their own lines.
-    void open(const element_tags &name, std::int32_t number);
+    void close(const element_tags &name) { put(name.end); }
 
-    void close(const element_tags &name);
-
-    void line_end() { bytes_.get()[size_++] = '\n'; }
+    void line_end() { *end_++ = '\n'; }
 
 private:
-    void put_field(const char *field, std::size_t size);
-    void element_field(const element_tags &name, const char *field, std::size_t size);
+    static constexpr std::size_t part_room = 8192;
+    static constexpr std::size_t block = sizeof(__m128i);
 
-    struct release {
-        void operator()(char *bytes) const { std::free(bytes); }
-    };
+    static char *copy(char *at, const short_piece &piece) { return piece.copy_to(at); }
 
-    char *end() { return bytes_.get() + size_; }
-    void end_at(const char *end) { size_ = static_cast<std::size_t>(end - bytes_.get()); }
+    /// The text of a fixed field; all of it when somebody has overwritten its end. In blocks this takes a
+    /// quarter of the instructions of memccpy(); one block holds most texts.
+    template <std::size_t N> static char *copy(char *at, const char (&field)[N]) {
+        static_assert(N % block == 0, "the last block would reach beyond the field");
+        if (const unsigned nuls = copy_block(at, field))
+            return at + std::countr_zero(nuls);
+        return copy_blocks(at + block, field + block, field + N);
+    }
+
+    /// Copies a block; a bit for each of its bytes that is NUL.
+    static unsigned copy_block(char *at, const char *from) {
+        const __m128i bytes = _mm_loadu_si128(reinterpret_cast<const __m128i *>(from));
+        _mm_storeu_si128(reinterpret_cast<__m128i *>(at), bytes);
+        return static_cast<unsigned>(_mm_movemask_epi8(_mm_cmpeq_epi8(bytes, _mm_setzero_si128())));
+    }
+    static char *copy_blocks(char *at, const char *from, const char *end);
+
+    static char *copy(char *at, std::int32_t number) {
+        if (number < 0 || number > 9)
+            return copy_number(at, number);
+        *at = static_cast<char>('0' + number); // most numbers; saves the call
+        return at + 1;
+    }
+    static char *copy_number(char *at, std::int32_t number);
+
+    /// Kept: masks come out as the signed number of their 32 bits, as readers of these documents take them.
+    static char *copy(char *at, std::uint32_t mask) { return copy(at, static_cast<std::int32_t>(mask)); }
+
     void grow();
 
-    std::unique_ptr<char, release> bytes_;
-    std::size_t size_ = 0;
-    std::size_t capacity_ = 0;
+    std::string text_; // with room behind the end
+    char *end_;
+    const char *last_with_room_; // where the end may be, at most, for a part to be put there
 };
 
 } // namespace zeb5
