@@ -3,6 +3,7 @@
 
 /// Look-up of records by a name that they hold, with the result of a linear search: the first one added.
 
+#include <cstdint>
 #include <cstring>
 #include <string_view>
 #include <vector>
@@ -41,11 +42,12 @@ private:
         Record *record; // null: free
     };
 
-    /// Eight bytes at a time: half of the instructions of std::hash, and inlined.
-    static std::size_t hash(std::string_view name) {
+    /// Eight bytes at a time: half of the instructions of std::hash, and inlined. Where the index stands goes
+    /// into it, so that nobody can make up names that all get one key.
+    std::size_t hash(std::string_view name) const {
         const char *at = name.data();
         const char *const end = at + name.size();
-        std::size_t key = name.size();
+        std::size_t key = seed_ + name.size();
         std::size_t word = 0;
         for (; end - at > 8; at += 8)
             key = mixed(key, word_at(at));
@@ -62,11 +64,11 @@ private:
         return word;
     }
 
-    /// The product spreads each bit upwards, the shift brings the upper half to where slots are chosen.
+    /// Each bit reaches both halves of the product, in a way that depends on the other bits.
     static std::size_t mixed(std::size_t key, std::size_t word) {
-        static_assert(sizeof(std::size_t) == 8);
-        const std::size_t product = (key ^ word) * 0x9E3779B97F4A7C15;
-        return product ^ (product >> 32);
+        __extension__ typedef unsigned __int128 two_words;
+        const two_words product = static_cast<two_words>(key ^ word) * 0x9E3779B97F4A7C15;
+        return static_cast<std::size_t>(product) ^ static_cast<std::size_t>(product >> 64);
     }
 
     static std::string_view name_of(const Record *record) { return field_text(record->*Name); }
@@ -96,6 +98,7 @@ private:
 
     std::vector<slot> slots_; // a power of two, at least half of it free
     std::size_t used_ = 0;
+    std::size_t seed_ = reinterpret_cast<std::uintptr_t>(this);
 };
 
 } // namespace zeb5
