@@ -40,3 +40,24 @@ build() {
 public_headers() {
     sed -n '/^set(zeb5_public_headers/,/)$/s/^ *\([^ ]*\.h\))*$/\1/p' cmake/install.cmake
 }
+
+# step NAME COMMAND...: runs a command under its name and tells how long it took; a failure ends the script.
+step() {
+    local name=$1 begin=$SECONDS
+    shift
+    echo
+    echo "== $name"
+    if ! "$@"; then
+        echo "FAILED: $name" >&2
+        exit 1
+    fi
+    echo "== $name: ok, $((SECONDS - begin)) s"
+}
+
+# figure NAME VALUE: leaves "NAME VALUE" in build/deep/figures, in place of an earlier line of that name.
+figure() {
+    mkdir -p build/deep
+    touch build/deep/figures
+    sed -i "/^$1 /d" build/deep/figures
+    echo "$1 $2" >> build/deep/figures
+}

@@ -1,0 +1,116 @@
+#ifndef FUZZ_H
+#define FUZZ_H
+
+/// What the harnesses share. A harness is one function, LLVMFuzzerTestOneInput(): libFuzzer calls it with
+/// inputs of its own making, replay.cc with those that lie in files.
+
+#include <cstddef>
+#include <cstdint>
+#include <cstdlib>
+#include <stdexcept>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include <fcntl.h>
+#include <sys/mman.h>
+#include <unistd.h>
+
+#include "xml_platform.h"
+
+/// A document, and behind it the bytes that choose what is done with it: taken from the end, so that any
+/// document is an input as it stands.
+class fuzz_input {
+public:
+    fuzz_input(const std::uint8_t *data, std::size_t size)
+        : rest_(reinterpret_cast<const char *>(data), size) {}
+
+    /// The next byte of choices; 0 when there is none left.
+    unsigned choice() {
+        if (rest_.empty())
+            return 0;
+        const auto last = static_cast<unsigned char>(rest_.back());
+        rest_.remove_suffix(1);
+        return last;
+    }
+
+    /// What is left, NUL bytes included.
+    std::string_view bytes() const { return rest_; }
+
+    /// What is left up to its first NUL, with a NUL behind it, in a block of just that size, so that reading
+    /// past it shows.
+    std::vector<char> text() const {
+        const std::string_view text = rest_.substr(0, rest_.find('\0'));
+        std::vector<char> block(text.size() + 1);
+        text.copy(block.data(), text.size());
+        return block;
+    }
+
+private:
+    std::string_view rest_;
+};
+
+/// A file in memory, whose path stays the same from content to content.
+class memory_file {
+public:
+    memory_file()
+        : fd_(memfd_create("zeb5_fuzz", MFD_CLOEXEC)), path_("/proc/self/fd/" + std::to_string(fd_)) {
+        if (fd_ < 0)
+            throw std::runtime_error("no file in memory");
+    }
+    ~memory_file() { close(fd_); }
+    memory_file(const memory_file &) = delete;
+    memory_file &operator=(const memory_file &) = delete;
+
+    int fd() const { return fd_; }
+    char *path() { return path_.data(); }
+
+    /// Gives it new content; returns its path.
+    char *holding(std::string_view content) {
+        if (ftruncate(fd_, 0) != 0 ||
+            pwrite(fd_, content.data(), content.size(), 0) != static_cast<ssize_t>(content.size()))
+            throw std::runtime_error("cannot write to a file in memory");
+        return path();
+    }
+
+    /// Its content; empties it.
+    std::string take() {
+        std::string content(static_cast<std::size_t>(lseek(fd_, 0, SEEK_END)), '\0');
+        if (pread(fd_, content.data(), content.size(), 0) != static_cast<ssize_t>(content.size()) ||
+            ftruncate(fd_, 0) != 0)
+            throw std::runtime_error("cannot read a file in memory");
+        lseek(fd_, 0, SEEK_SET);
+        return content;
+    }
+
+private:
+    int fd_;
+    std::string path_;
+};
+
+/// Holds the XML platform and one file for as long as the process lives.
+inline char *in_a_file(std::string_view document) {
+    static memory_file file;
+    return file.holding(document);
+}
+inline void hold_the_platform() { static const xml_platform platform; }
+
+/// Where failures are told: standard error as it was at the start, before anybody turned it elsewhere.
+inline const int failure_fd = fcntl(STDERR_FILENO, F_DUPFD_CLOEXEC, 100);
+
+[[noreturn]] inline void fail(const std::string &why) {
+    dprintf(failure_fd, "%s\n", why.c_str());
+    std::abort();
+}
+
+inline void expect(bool holds, const char *what) {
+    if (!holds)
+        fail(std::string("does not hold: ") + what);
+}
+
+inline void expect_same(const char *what, const std::string &one, const std::string &other) {
+    if (one != other)
+        fail(std::string(what) + " differ:\n" + one + "\n---- and ----\n" + other);
+}
+
+#endif

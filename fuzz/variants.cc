@@ -1,0 +1,105 @@
+/// The memory and the file form of each reader on one document: the same result, the same records and the
+/// same messages, but for the differences that are meant.
+
+#include "channel_records.h"
+#include "dictionary_records.h"
+#include "event_records.h"
+#include "streams.h"
+
+namespace {
+
+struct two_forms {
+    std::vector<char> text; // what the memory form reads, up to the NUL that ends it
+    char *path;
+
+    explicit two_forms(const fuzz_input &input)
+        : text(input.text()), path(in_a_file(std::string_view(text.data(), text.size() - 1))) {}
+};
+
+/// What a call tells, its result included.
+template <class Call> messages told_by(Call &&call) {
+    take_messages();
+    const int result = call();
+    messages told = take_messages();
+    told.err = "result " + std::to_string(result) + '\n' + told.err;
+    return told;
+}
+
+/// The name of the document may stand in it, too.
+std::string with_one_name(const two_forms &forms, const std::string &text) {
+    return replace_all(replace_all(text, forms.path, "DOCUMENT"), "my_mem_info", "DOCUMENT");
+}
+
+void expect_same(const two_forms &forms, const messages &memory, const messages &file) {
+    ::expect_same("results or reports", with_one_name(forms, memory.err), with_one_name(forms, file.err));
+    ::expect_same("outputs", memory.out, file.out);
+}
+
+template <class Memory, class File> void compare(two_forms &forms, Memory memory, File file) {
+    const messages of_memory = told_by([&] { return memory(forms.text.data()); });
+    const messages of_file = told_by([&] { return file(forms.path); });
+    expect_same(forms, of_memory, of_file);
+}
+
+/// Meant to differ under DAQvariables: the words for a missing attribute, the word on an untitled bit, and
+/// what a repeated property adds to the event types.
+void compare_channels(two_forms &forms) {
+    channel_list memory, file;
+    messages of_memory =
+        told_by([&] { return parse_descr_list_read(forms.text.data(), memory, false, false); });
+    messages of_file = told_by([&] { return parse_descr_list_readf(forms.path, file, false, false); });
+    of_memory.out.clear();
+    of_memory.err = replace_all(of_memory.err, "No attributebit", "No attribute: bit");
+    expect_same(forms, of_memory, of_file);
+    expect(memory.records.size() == file.records.size(), "both forms list as many channels");
+    for (std::size_t i = 0; i < memory.records.size(); ++i) {
+        const std::uint32_t ev_type = memory.records[i]->ev_type;
+        expect((file.records[i]->ev_type & ev_type) == ev_type, "a file's event types only add up");
+        file.records[i]->ev_type = ev_type;
+    }
+    ::expect_same("channels", describe(memory.records), describe(file.records));
+}
+
+void compare_events(two_forms &forms) {
+    event_entries memory, file;
+    compare(
+        forms, [&](char *text) { return zeb5_parse_ev_list_read(text, &memory.entries); },
+        [&](char *path) { return zeb5_parse_ev_list_readf(path, &file.entries); });
+    take_messages();
+    zeb5_print_ev_list(&memory.entries);
+    const messages of_memory = take_messages();
+    zeb5_print_ev_list(&file.entries);
+    expect_same(forms, of_memory, take_messages());
+}
+
+template <class Entry> void compare_dictionaries(two_forms &forms) {
+    dictionary<Entry> memory, file;
+    compare(
+        forms, [&](char *text) { return read_dictionary(text, memory); },
+        [&](char *path) { return read_dictionary_file(path, file); });
+    expect(memory.image() == file.image(), "both forms give the same entries");
+}
+
+} // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size) {
+    hold_the_platform();
+    fuzz_input input(data, size);
+    const unsigned kind = input.choice();
+    two_forms forms(input);
+    switch (kind % 4) {
+    case 0:
+        compare_channels(forms);
+        break;
+    case 1:
+        compare_events(forms);
+        break;
+    case 2:
+        compare_dictionaries<classic_entry>(forms);
+        break;
+    case 3:
+        compare_dictionaries<entry_2010>(forms);
+        break;
+    }
+    return 0;
+}
