@@ -1,5 +1,5 @@
 /// Random records, written, read back and written again: the second document is the first, where the format
-/// promises it. On the way every other form of output is made of the same records.
+/// promises it, and so are the records. On the way every other form of output is made of the same records.
 
 #include <algorithm>
 #include <array>
@@ -92,25 +92,25 @@ void add_channel(values &from, channel_list &list) {
     add_parts(from, channel);
 }
 
-/// What the DAQvariables dialect carries both ways: no database key and server block, no bits, and dimensions
-/// of a matrix only.
-void leave_daq_parts(chan_descr_2010 *channel) {
+template <class Part> void drop(std::vector<Part *> &parts, std::int32_t &count) {
+    for (Part *part : parts)
+        delete part;
+    parts.clear();
+    count = 0;
+}
+
+/// Leaves what the DAQvariables dialect carries both ways; of the parts, dimensions of a matrix only.
+void leave_daq_fields(chan_descr_2010 *channel) {
+    channel->stream = channel->count = 0;
+    channel->dtype = 0;
     channel->db_key = -1;
     channel->sb_name[0] = '\0';
     channel->max_size = std::max(channel->max_size, 1);
-    for (bit_descr *bit : channel->bits)
-        delete bit;
-    channel->bits.clear();
-    channel->nbits = 0;
-    if (channel->max_size > 1)
-        return;
-    for (dim_descr *dim : channel->dims) {
-        for (stat_descr *stat : dim->stats)
-            delete stat;
-        delete dim;
-    }
-    channel->dims.clear();
-    channel->ndims = 0;
+    drop(channel->bits, channel->nbits);
+    for (dim_descr *dim : channel->dims)
+        drop(dim->stats, dim->nstats);
+    if (channel->max_size == 1)
+        drop(channel->dims, channel->ndims);
 }
 
 std::string written(channel_list &list, int format) {
@@ -119,11 +119,24 @@ std::string written(channel_list &list, int format) {
     return text;
 }
 
+/// The records that a document holds: of several of one property the first.
+std::string describe_written(const channel_list &list) {
+    std::string text;
+    for (const chan_descr_2010 *channel : list.records)
+        if (find_chan_entry(&list.records, channel->prop_name) == channel)
+            text += describe(*channel);
+    return text;
+}
+
 void trip(channel_list &list, int format) {
+    for (chan_descr_2010 *channel : list.records)
+        if (!channel->daq_name[0])
+            set_text(channel->daq_name, "!!!UNDEFINED!!!"); // what it is called in documents
     const std::string first = written(list, format);
     channel_list back;
     std::string text = first;
     expect(parse_descr_list_read(text.data(), back, false, false) == 0, "channels are read back");
+    expect_same("channels", describe_written(list), describe_written(back));
     expect_same("channel documents", first, written(back, format));
 }
 
@@ -160,6 +173,16 @@ template <class Entry> std::string written(dictionary<Entry> &list) {
     return text.erase(date, text.find('\n', date) + 1 - date);
 }
 
+/// The entries as precisely as a document tells them.
+template <class Entry> std::string describe(const dictionary<Entry> &list) {
+    std::string text;
+    for (const Entry *entry : list.entries)
+        text += std::to_string(entry->index) + ' ' + quoted(entry->data.env_prop) + ' ' +
+                std::to_string(entry->data.env_ch_abs_delta) + ' ' +
+                std::to_string(entry->data.env_ch_rel_delta) + '\n';
+    return text;
+}
+
 template <class Entry> void dictionary_trip(values &from) {
     dictionary<Entry> list, back;
     for (unsigned entries = from.below(5); entries > 0; --entries) {
@@ -174,6 +197,7 @@ template <class Entry> void dictionary_trip(values &from) {
     const std::string first = written(list);
     std::string text = first;
     expect(read_dictionary(text.data(), back) == 0, "a dictionary is read back");
+    expect_same("entries", describe(list), describe(back));
     expect_same("dictionaries", first, written(back));
 }
 
@@ -195,7 +219,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size
         write_elsewhere(from, list);
         if (kind == DAQVARIABLES)
             for (chan_descr_2010 *channel : list.records)
-                leave_daq_parts(channel);
+                leave_daq_fields(channel);
         trip(list, static_cast<int>(kind));
     }
     return 0;
