@@ -24,10 +24,4 @@ inline messages take_messages() {
     return {out.take(), err.take()};
 }
 
-inline std::string replace_all(std::string text, std::string_view what, std::string_view with) {
-    for (std::size_t at = 0; (at = text.find(what, at)) != std::string::npos; at += with.size())
-        text.replace(at, what.size(), with);
-    return text;
-}
-
 #endif

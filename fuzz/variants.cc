@@ -4,6 +4,7 @@
 #include "channel_records.h"
 #include "dictionary_records.h"
 #include "event_records.h"
+#include "reader_forms.h"
 #include "streams.h"
 
 namespace {
