@@ -67,6 +67,8 @@ const budget_case budget_cases[] = {
     {"4,098 characters reached",
      {{u"a", general, std::u16string(2049, u'x')}, {u"b", general, u"&a;&a;"}},
      1},
+    {"114 tags", {{u"a", general, repeated(u"<a/>", 113)}}, 1},
+    {"many tags", {{u"a", general, repeated(u"<a/>", 114)}}, 0},
     {"the two kinds of one name",
      {{u"a", general, std::u16string(3000, u'x')}, {u"b", parameter, u"%a;%a;"}},
      2},

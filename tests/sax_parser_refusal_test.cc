@@ -6,6 +6,7 @@
 
 #include <gtest/gtest.h>
 
+#include "reader_forms.h"
 #include "sax_sources.h"
 #include "test_files.h"
 #include "watched.h"
@@ -196,6 +197,45 @@ TYPED_TEST(HostileDocument, MayNotHaveAContentModelOfEndlessStates) {
                                         "scanFirst() failed\n")
             << groups;
     }
+}
+
+/// The one report of a document whose root is declared by `model`, or "" when it is read.
+template <class Source> std::string report_of_model(const std::string &model, const std::string &content) {
+    const std::string declared = "<!DOCTYPE r [<!ELEMENT a EMPTY><!ELEMENT r " + model + ">";
+    Source source(declared + "]><r>" + content + "</r>");
+    const outcome seen = read(source);
+    EXPECT_EQ(seen.count, seen.streams.err.empty() ? 0 : 1);
+    return replace_all(seen.streams.err,
+                       "\nFatal Error at (file " + source.system_id() + ", line 1, char " +
+                           std::to_string(declared.size() + 1) + "): ",
+                       "");
+}
+
+// Such a model once overflowed the stack at 50,000 levels
+TYPED_TEST(HostileDocument, MayNotHaveAContentModelOfEndlessDepth) {
+    const auto model = [](int marks) { return repeated("(", marks) + "a" + repeated(")*", marks); };
+    EXPECT_EQ(report_of_model<TypeParam>(model(1000), "<a/>"), "");
+    EXPECT_EQ(report_of_model<TypeParam>(model(1100), "<a/>"),
+              "The content models of this document have too many states\nscanFirst() failed\n");
+}
+
+// 500 bytes of references stood for gigabytes of default values
+TYPED_TEST(HostileDocument, MayNotHaveDefaultsOfEndlessText) {
+    const std::string declared = "<!DOCTYPE r [<!ELEMENT r ANY><!ENTITY e '" + repeated("x", 4096) +
+                                 "'><!ATTLIST r a CDATA '" + repeated("&e;", 1000) + "'>]>";
+    TypeParam once(declared + "<r/>");
+    const outcome seen = read(once);
+    EXPECT_EQ(seen.count, 1);
+    EXPECT_EQ(without_column(seen.streams.err),
+              "\nFatal Error at (file " + once.system_id() +
+                  ", line 1, char #): The declarations of this document, with the default values that they "
+                  "give, are too long\nscanFirst() failed\n");
+}
+
+TYPED_TEST(HostileDocument, MayGiveShortDefaultsToAnyNumberOfElements) {
+    TypeParam source("<!DOCTYPE r [<!ELEMENT r ANY><!ATTLIST r a CDATA '" + repeated("x", 64) + "'>]><r>" +
+                     repeated("<r/>", 100000) + "</r>");
+    EXPECT_EQ(read(source).count, 0);
 }
 
 TYPED_TEST(HostileDocument, MayRepeatNamesInItsContentModels) {

@@ -13,8 +13,10 @@
 ///
 /// Documents are self-contained: an external entity or DTD is never opened. Like a reference to one, these
 /// are errors: the 1,001st expansion of an entity, an entity whose own text or what it reaches has more than
-/// 4,096 characters or 1,000 references, and content models that repeat names so often that their tables
-/// would grow without bound. The size of the document itself is the caller's to bound.
+/// 4,096 characters or 1,000 references, a tag counting for 32 characters more; content models that are
+/// nested more than 1,000 times or whose tables would grow without bound; and more than some four million
+/// characters of declarations, default values counted for each element that takes them. The size of the
+/// document itself is the caller's to bound.
 ///
 /// Each parser reads one document, on one thread; parsers on several threads may run at the same time.
 

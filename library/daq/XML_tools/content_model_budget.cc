@@ -9,28 +9,34 @@
 
 namespace zeb5 {
 
-bool content_model_budget::declare(const xercesc::DTDElementDecl &element) {
-    if (element.getModelType() != xercesc::DTDElementDecl::Children)
-        return true; // no table, or a small one
+bool content_model_budget::declare(const xercesc::DTDElementDecl &element, bool is_validated) {
+    const bool has_table = is_validated && element.getModelType() == xercesc::DTDElementDecl::Children;
     std::unordered_map<std::u16string_view, std::size_t> times;
     std::size_t places = 0;
+    std::size_t nodes = 0;
     std::vector<const xercesc::ContentSpecNode *> pending{element.getContentSpec()}; // models nest deeply
     while (!pending.empty()) {
         const xercesc::ContentSpecNode *const node = pending.back();
         pending.pop_back();
         if (!node)
             continue;
+        ++nodes;
         if (node->getType() == xercesc::ContentSpecNode::Leaf) {
             ++places;
-            ++times[node->getElement()->getRawName()];
+            if (has_table)
+                ++times[node->getElement()->getRawName()];
         }
         pending.push_back(node->getFirst());
         pending.push_back(node->getSecond());
     }
+    names_ += places;
+    if (!has_table)
+        return names_ <= most_names;
+    entries_ += places * places;
     for (const auto &[name, n] : times)
         if (n > 1)
             entries_ += (std::size_t{1} << std::min<std::size_t>(n, 20)) * places; // 2^20 is too many already
-    return entries_ <= most_entries;
+    return nodes <= most_nodes && names_ <= most_names && entries_ <= most_entries;
 }
 
 } // namespace zeb5

@@ -11,18 +11,25 @@ namespace zeb5 {
 
 /// Adds up the size of the tables that element declarations can ask for.
 ///
-/// A parser that validates turns a content model into a table of states. One in which a name stands n times
-/// can have 2^n of them: 200 bytes of declaration fill the memory. Models in which no name stands twice cost
-/// nothing here.
+/// A parser that validates turns a content model into a table of states, each with an entry for each name.
+/// Models in which no name stands twice have about as many states as names; one in which a name stands n
+/// times can have 2^n of them: 200 bytes of declaration fill the memory. The parser also walks a model by
+/// recursion, so that its depth is bounded for the stack's sake. Every parser reads models, and they may come
+/// from parameter entities, again and again.
 class content_model_budget {
 public:
     static constexpr std::size_t most_entries = std::size_t{1} << 18;
+    /// Names of all models together, tables or not.
+    static constexpr std::size_t most_names = std::size_t{1} << 16;
+    /// Names, groups and repetition marks of one model; each takes some 200 bytes of the stack.
+    static constexpr std::size_t most_nodes = 1024;
 
-    /// Notes a declaration. Returns whether all of those so far stay within the limit.
-    bool declare(const xercesc::DTDElementDecl &element);
+    /// Notes a declaration. Returns whether all of those so far stay within the limits.
+    bool declare(const xercesc::DTDElementDecl &element, bool is_validated);
 
 private:
     std::size_t entries_ = 0;
+    std::size_t names_ = 0;
 };
 
 } // namespace zeb5

@@ -1,5 +1,6 @@
 #include "entity_budget.h"
 
+#include <algorithm>
 #include <utility>
 
 namespace zeb5 {
@@ -8,8 +9,9 @@ bool entity_budget::declare(std::u16string_view name, bool is_parameter, std::u1
     const std::size_t number = number_of((is_parameter ? u'%' : u'&') + std::u16string(name));
     if (entities_[number].declared)
         return true; // the first declaration of a name counts
-    entities_[number].length = text.size();
-    if (text.size() > most_characters)
+    const auto tags = static_cast<std::size_t>(std::count(text.begin(), text.end(), u'<'));
+    entities_[number].length = text.size() + tags * characters_of_a_tag;
+    if (entities_[number].length > most_characters)
         return false;
     for (std::size_t begin = 0; (begin = text.find_first_of(u"&%", begin)) != text.npos; ++begin) {
         const std::size_t end = text.find_first_of(u"&%;", begin + 1);

@@ -22,6 +22,9 @@ public:
     /// Of an entity's own text and of the text that it reaches. What is written out of it 1,000 times is
     /// still small.
     static constexpr std::size_t most_characters = 4096;
+    /// What a tag counts beyond its own characters, as a parser that holds the whole document makes up to
+    /// 500 bytes of each.
+    static constexpr std::size_t characters_of_a_tag = 32;
 
     /// Notes a declaration; general and parameter entities have names of their own kind. Returns whether
     /// every entity declared so far stays within the limits. An external entity, which is never opened, has

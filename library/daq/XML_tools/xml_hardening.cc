@@ -33,6 +33,12 @@ void refuse_content_models(xercesc::XMLScanner &scanner) {
                       u"The content models of this document have too many states");
 }
 
+void refuse_declarations(xercesc::XMLScanner &scanner) {
+    scanner.emitError(xercesc::XMLErrs::XMLException_Fatal,
+                      u"The declarations of this document, with the default values that they give, are too "
+                      u"long");
+}
+
 bool is_folder(const char *path) {
     std::error_code none;
     return std::filesystem::is_directory(path, none);

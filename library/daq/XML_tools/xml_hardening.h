@@ -14,6 +14,7 @@
 #include <xercesc/validators/DTD/DTDEntityDecl.hpp>
 
 #include "content_model_budget.h"
+#include "declaration_budget.h"
 #include "entity_budget.h"
 
 XERCES_CPP_NAMESPACE_BEGIN
@@ -30,6 +31,7 @@ xercesc::SecurityManager *entity_limit();
 /// Report a document as beyond a limit, which ends its parse. They do not return.
 void refuse_entities(xercesc::XMLScanner &scanner);
 void refuse_content_models(xercesc::XMLScanner &scanner);
+void refuse_declarations(xercesc::XMLScanner &scanner);
 
 /// Whether a path names a folder. To the XML library a folder is an error like others, but it loses memory
 /// over it, so nobody passes one on.
@@ -47,12 +49,43 @@ private:
         const XMLCh *const text = entity.getValue();
         if (!entities_.declare(entity.getName(), is_parameter, text ? text : u""))
             refuse_entities(scanner());
+        spend(declarations_.declare());
     }
 
     void elementDecl(const xercesc::DTDElementDecl &element, const bool is_ignored) override {
         Parser::elementDecl(element, is_ignored);
-        if (is_sax && !content_models_.declare(element))
+        if (!content_models_.declare(element, is_sax))
             refuse_content_models(scanner());
+        spend(declarations_.declare());
+    }
+
+    void attDef(const xercesc::DTDElementDecl &element, const xercesc::DTDAttDef &attribute,
+                const bool is_ignored) override {
+        Parser::attDef(element, attribute, is_ignored);
+        spend(declarations_.declare(attribute));
+    }
+
+    void notationDecl(const xercesc::XMLNotationDecl &notation, const bool is_ignored) override {
+        Parser::notationDecl(notation, is_ignored);
+        spend(declarations_.declare());
+    }
+
+    void endAttList(const xercesc::DTDElementDecl &element) override {
+        spend(declarations_.copy_defaults(element));
+        Parser::endAttList(element);
+    }
+
+    void startElement(const xercesc::XMLElementDecl &element, const unsigned uri, const XMLCh *const prefix,
+                      const xercesc::RefVectorOf<xercesc::XMLAttr> &attributes, const XMLSize_t count,
+                      const bool is_empty, const bool is_root) override {
+        if (count != 0)
+            spend(declarations_.use_defaults(attributes, count));
+        Parser::startElement(element, uri, prefix, attributes, count, is_empty, is_root);
+    }
+
+    void spend(bool is_within_budget) {
+        if (!is_within_budget)
+            refuse_declarations(scanner());
     }
 
     xercesc::XMLScanner &scanner() {
@@ -64,6 +97,7 @@ private:
 
     entity_budget entities_;
     content_model_budget content_models_;
+    declaration_budget declarations_;
 };
 
 /// Creates a parser of a class made from bounded_parser. It reads as the system's documents are meant: no

@@ -1,0 +1,66 @@
+#ifndef ZEB5_DECLARATION_BUDGET_H
+#define ZEB5_DECLARATION_BUDGET_H
+
+/// What the declarations of a document cost, wherever their text came from.
+
+#include <cstddef>
+
+#include <xercesc/framework/XMLAttr.hpp>
+#include <xercesc/util/RefVectorOf.hpp>
+#include <xercesc/validators/DTD/DTDAttDef.hpp>
+#include <xercesc/validators/DTD/DTDElementDecl.hpp>
+
+namespace zeb5 {
+
+/// Adds up declarations and default values of attributes, each time that they are made or copied.
+///
+/// References to parameter entities and within defaults are not counted by the parser, and elements take
+/// their defaults without a character of their own: 10,000 bytes of these keep it busy for half a minute and
+/// fill 6 GB. Each call returns whether all so far stays within the limit.
+class declaration_budget {
+public:
+    static constexpr std::size_t most_characters = std::size_t{1} << 22;
+    static constexpr std::size_t characters_of_a_declaration = 64;
+    /// Defaults of an element up to this length cost nothing, however many such elements there are.
+    static constexpr std::size_t free_defaults = 64;
+
+    bool declare() { return spend(characters_of_a_declaration); }
+
+    bool declare(const xercesc::DTDAttDef &attribute) {
+        return spend(characters_of_a_declaration + length_of(attribute.getValue()));
+    }
+
+    /// The parser that holds the whole document copies all defaults of an element after each of its lists.
+    bool copy_defaults(const xercesc::DTDElementDecl &element) {
+        if (!element.hasAttDefs())
+            return true;
+        const xercesc::XMLAttDefList &all = element.getAttDefList();
+        std::size_t total = 0;
+        for (XMLSize_t i = 0; i < all.getAttDefCount(); ++i)
+            if (const XMLCh *const value = all.getAttDef(i).getValue())
+                total += characters_of_a_declaration + length_of(value);
+        return spend(total);
+    }
+
+    bool use_defaults(const xercesc::RefVectorOf<xercesc::XMLAttr> &attributes, XMLSize_t count) {
+        std::size_t total = 0;
+        for (XMLSize_t i = 0; i < count; ++i)
+            if (const xercesc::XMLAttr &attribute = *attributes.elementAt(i); !attribute.getSpecified())
+                total += length_of(attribute.getValue());
+        return total <= free_defaults || spend(total);
+    }
+
+private:
+    static std::size_t length_of(const XMLCh *text) { return xercesc::XMLString::stringLen(text); }
+
+    bool spend(std::size_t characters) {
+        spent_ += characters;
+        return spent_ <= most_characters;
+    }
+
+    std::size_t spent_ = 0;
+};
+
+} // namespace zeb5
+
+#endif

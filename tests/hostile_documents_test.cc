@@ -1,0 +1,348 @@
+/// What a document of 10,000 bytes may cost a reader at most, whatever stands in it, and that nothing but the
+/// document is opened for it. Every reading runs in a process of its own, which is measured; functions that
+/// open files or addresses are this program's own, and count.
+
+#include <cstdarg>
+#include <cstdio>
+#include <dlfcn.h>
+#include <fcntl.h>
+#include <netdb.h>
+#include <set>
+#include <sys/resource.h>
+#include <sys/socket.h>
+#include <sys/wait.h>
+
+#include <gtest/gtest.h>
+
+#include "every_reader.h"
+#include "reader_forms.h"
+#include "sanitized.h"
+#include "silence.h"
+
+namespace {
+
+std::string only_path; // the one that may be opened while `is_watching`
+bool is_watching = false;
+int opened_others = 0;
+
+void note_opening(const char *path) {
+    if (is_watching && only_path != path)
+        ++opened_others;
+}
+
+/// The function of the same name in the library that this program stands in for.
+template <class Function> Function *real(const char *name, Function *) {
+    return reinterpret_cast<Function *>(dlsym(RTLD_NEXT, name));
+}
+
+} // namespace
+
+extern "C" {
+
+int open(const char *path, int flags, ...) {
+    note_opening(path);
+    va_list rest;
+    va_start(rest, flags);
+    const mode_t mode = flags & (O_CREAT | O_TMPFILE) ? va_arg(rest, mode_t) : 0;
+    va_end(rest);
+    return openat(AT_FDCWD, path, flags, mode);
+}
+
+FILE *fopen(const char *path, const char *mode) {
+    note_opening(path);
+    return real("fopen", fopen)(path, mode);
+}
+
+int socket(int domain, int type, int protocol) noexcept {
+    note_opening("a socket");
+    return real("socket", socket)(domain, type, protocol);
+}
+
+int getaddrinfo(const char *name, const char *service, const addrinfo *hints, addrinfo **found) {
+    note_opening("a host");
+    return real("getaddrinfo", getaddrinfo)(name, service, hints, found);
+}
+}
+
+namespace {
+
+enum ending { READ, REFUSED, THROWN, OPENED_OTHERS, CRASHED };
+
+struct cost {
+    ending end = CRASHED;
+    double seconds = 0; // of the processor
+    double megabytes = 0;
+};
+
+std::ostream &operator<<(std::ostream &to, const cost &seen) {
+    const char *const names[] = {"read", "refused", "an exception", "opened others", "crashed"};
+    return to << names[seen.end] << ", " << seen.seconds << " s, " << seen.megabytes << " MB";
+}
+
+ending end_of(const reading &seen) {
+    if (opened_others > 0)
+        return OPENED_OTHERS;
+    if (*seen.thrown)
+        return THROWN;
+    return seen.result == 0 || seen.result == -1 ? READ : REFUSED; // -1: a pull reader's end
+}
+
+/// Reads a document, with the reader's own root for every ROOT in it, in a new process.
+cost read_apart(const reader_row &reader, const std::string &document) {
+    const char *const roots[] = {"CHANDESCRIPTIONS", "DAQvariables", "BMR", "ENVINDEXDICT", "Camera"};
+    reader_source source(reader, replace_all(document, "ROOT", roots[reader.kind]));
+    const pid_t child = fork();
+    if (child == 0) {
+        const silence quiet;
+        only_path = source.get();
+        is_watching = true;
+        _exit(end_of(reader.read(source.get())));
+    }
+    int status = 0;
+    rusage used{};
+    wait4(child, &status, 0, &used);
+    const auto seconds = [](const timeval &time) {
+        return static_cast<double>(time.tv_sec) + static_cast<double>(time.tv_usec) / 1e6;
+    };
+    return {WIFEXITED(status) ? static_cast<ending>(WEXITSTATUS(status)) : CRASHED,
+            seconds(used.ru_utime) + seconds(used.ru_stime), static_cast<double>(used.ru_maxrss) / 1024};
+}
+
+TEST(HostileDocuments, AreWatched) {
+    const temporary_file file;
+    only_path = file.path();
+    is_watching = true;
+    close(open(file.path().c_str(), O_RDONLY));
+    EXPECT_EQ(opened_others, 0);
+    close(open("/dev/null", O_RDONLY));
+    EXPECT_EQ(opened_others, 1);
+    fclose(fopen("/dev/null", "r"));
+    EXPECT_EQ(opened_others, 2);
+    close(socket(AF_INET, SOCK_STREAM, 0));
+    EXPECT_EQ(opened_others, 3);
+    is_watching = false;
+    opened_others = 0;
+}
+
+std::string times(std::size_t count, const std::string &text) {
+    std::string all;
+    for (std::size_t i = 0; i < count; ++i)
+        all += text;
+    return all;
+}
+
+/// "a0 a1 a2 ..." with something else before, between and behind.
+std::string numbered(std::size_t count, const std::string &before, const std::string &behind) {
+    std::string all;
+    for (std::size_t i = 0; i < count; ++i)
+        all += before + std::to_string(i) + behind;
+    return all;
+}
+
+const std::string any = "<!ELEMENT ROOT ANY>";
+
+std::string document(const std::string &declarations, const std::string &content = "") {
+    return "<!DOCTYPE ROOT [" + declarations + "]><ROOT>" + content + "</ROOT>";
+}
+
+/// An entity of 4,032 characters, in few.
+const std::string long_entity = "<!ENTITY d '" + times(64, "x") + "'><!ENTITY e '" + times(62, "&d;") + "'>";
+
+struct hostile_case {
+    const char *what;
+    std::string document;
+    ending by_sax, by_camera; // the camera reader does not validate
+};
+
+const hostile_case small_cases[] = {
+    {"one long default", document(any + long_entity + "<!ATTLIST ROOT a CDATA '" + times(2900, "&e;") + "'>"),
+     REFUSED, REFUSED},
+    {"a long default for many elements",
+     document(any + long_entity + "<!ATTLIST ROOT a CDATA '" + times(1300, "&e;") + "'>",
+              times(450, "<ROOT/>")),
+     REFUSED, REFUSED},
+    {"a default of some length for many elements",
+     document(any + "<!ELEMENT a ANY><!ATTLIST a b CDATA '" + times(4000, "x") + "'>", times(1300, "<a/>")),
+     REFUSED, REFUSED},
+    {"many lists of long defaults",
+     document(any + long_entity + numbered(200, "<!ATTLIST ROOT a", " CDATA '&e;&e;&e;&e;&e;'>")), REFUSED,
+     REFUSED},
+    {"many lists of empty defaults", document(any + numbered(330, "<!ATTLIST ROOT a", " CDATA ''>")), READ,
+     READ},
+    {"elements of an entity",
+     document(any + "<!ELEMENT a EMPTY><!ENTITY e '" + times(1000, "<a/>") + "'>", times(1000, "&e;")),
+     REFUSED, REFUSED},
+    {"as many elements of an entity as may be",
+     document(any + "<!ELEMENT a EMPTY><!ENTITY e '" + times(112, "<a/>") + "'>", times(1000, "&e;")), READ,
+     READ},
+    {"defaults for elements of an entity",
+     document(any + "<!ELEMENT a EMPTY><!ATTLIST a b CDATA '" + times(1000, "x") + "'><!ENTITY e '" +
+                  times(112, "<a/>") + "'>",
+              times(1000, "&e;")),
+     REFUSED, REFUSED},
+    {"comments of an entity",
+     document(any + "<!ENTITY e '" + times(500, "<!---->") + "'>", times(1000, "&e;")), REFUSED, REFUSED},
+    {"text of an entity", document(any + long_entity, times(15, "&e;")), READ, READ},
+    {"declarations of a parameter entity",
+     document(any + "<!ENTITY % e \"" + times(100, "<!ELEMENT a ANY>") + "\">" + times(2600, "%e;")), REFUSED,
+     REFUSED},
+    {"attributes of a parameter entity",
+     document(any + "<!ENTITY % e \"" + times(70, "<!ATTLIST a a ID #IMPLIED>") + "\">" + times(2600, "%e;")),
+     REFUSED, REFUSED},
+    {"notations of a parameter entity",
+     document(any + "<!ENTITY % e \"" + times(70, "<!NOTATION a PUBLIC 'b'>") + "\">" + times(2600, "%e;")),
+     REFUSED, REFUSED},
+    {"entities of a parameter entity",
+     document(any + "<!ENTITY % e \"" + times(90, "<!ENTITY a ''>") + "\">" + times(2600, "%e;")), REFUSED,
+     REFUSED},
+    {"blanks of a parameter entity",
+     document("<!ENTITY % e '" + times(4000, " ") + "'>" + any + times(1900, "%e;")), READ, READ},
+    {"a model of a parameter entity",
+     document(any + "<!ENTITY % e \"<!ELEMENT a (#PCDATA" + times(1900, "|b") + ")*>\">" +
+              times(1900, "%e;")),
+     REFUSED, REFUSED},
+    {"one name after the other", document("<!ELEMENT ROOT (a" + numbered(1200, ",a", "") + ")>"), REFUSED,
+     READ},
+    {"one name or the other", document("<!ELEMENT ROOT (a" + numbered(1200, "|a", "") + ")*>"), REFUSED,
+     READ},
+    {"an attribute of many values",
+     document(any + "<!ATTLIST ROOT a (a" + numbered(1500, "|a", "") + ") #IMPLIED>"), READ, READ},
+    {"many names", "<ROOT>" + numbered(1200, "<a", "/>") + "</ROOT>", READ, READ},
+    {"many attributes", "<ROOT " + numbered(1000, " a", "=''") + "/>", READ, READ},
+    {"an identifier for each element",
+     document(any + "<!ELEMENT a EMPTY><!ATTLIST a b ID #REQUIRED>", numbered(600, "<a b='i", "'/>")), READ,
+     READ},
+    {"many entities", document(any + numbered(450, "<!ENTITY a", " '&a;'>")), READ, READ},
+    {"a chain of entities",
+     document(any + numbered(330, "<!ENTITY a", " '&b;&b;&b;&b;'>") + "<!ENTITY b ''>"), READ, READ},
+};
+
+const double most_seconds = 1;
+const double most_megabytes = 100;
+
+/// The file reader of each kind and one of a text: the others walk documents in the same way.
+bool one_of_a_kind(const reader_row &reader) {
+    static const std::set<std::string> names = {"channels in memory",        "channels in a file",
+                                                "DAQ variables in a file",   "events in a file",
+                                                "2010 dictionary in a file", "camera file"};
+    return names.count(reader.name) > 0;
+}
+
+void expect_cheap(const hostile_case &row, double limit_of_seconds, double limit_of_megabytes) {
+    for (const reader_row &reader : every_reader) {
+        if (!one_of_a_kind(reader))
+            continue;
+        SCOPED_TRACE(std::string(row.what) + ", " + reader.name);
+        const cost seen = read_apart(reader, row.document);
+        EXPECT_EQ(seen.end, reader.kind == CAMERA ? row.by_camera : row.by_sax) << seen;
+        if (!is_sanitized) {
+            EXPECT_LT(seen.seconds, limit_of_seconds) << seen;
+            EXPECT_LT(seen.megabytes, limit_of_megabytes) << seen;
+        }
+    }
+}
+
+TEST(HostileDocuments, OfTenThousandBytesCostLittle) {
+    for (const hostile_case &row : small_cases) {
+        EXPECT_LE(row.document.size(), 10'000u) << row.what;
+        expect_cheap(row, most_seconds, most_megabytes);
+    }
+}
+
+// Documents of any size: what they cost goes with their size, and neither depth nor number breaks a reader
+
+/// Made one by one, as what is measured is the whole process.
+using large_case = hostile_case (*)();
+
+const large_case large_cases[] = {
+    [] {
+        return hostile_case{"elements within elements",
+                            "<ROOT>" + times(100'000, "<a>") + times(100'000, "</a>") + "</ROOT>", READ,
+                            READ};
+    },
+    [] {
+        return hostile_case{"elements within elements without an end", "<ROOT>" + times(100'000, "<a>"),
+                            REFUSED, REFUSED};
+    },
+    [] {
+        return hostile_case{"repetitions within repetitions",
+                            document("<!ELEMENT a EMPTY><!ELEMENT ROOT " + times(100'000, "(") + "a" +
+                                     times(100'000, ")*") + ">"),
+                            REFUSED, READ};
+    },
+    [] {
+        return hostile_case{"groups within groups",
+                            document("<!ELEMENT a EMPTY><!ELEMENT ROOT " + times(500'000, "(") + "a?" +
+                                     times(500'000, ")") + ">"),
+                            READ, READ};
+    },
+    [] {
+        return hostile_case{"groups without an end", document("<!ELEMENT ROOT " + times(500'000, "(")),
+                            REFUSED, REFUSED};
+    },
+    [] {
+        return hostile_case{
+            "names within names",
+            document("<!ELEMENT ROOT " + times(100'000, "(a,") + "a" + times(100'000, ")") + ">"), REFUSED,
+            REFUSED};
+    },
+    [] {
+        return hostile_case{"names in a row", document("<!ELEMENT ROOT (a" + times(100'000, ",a") + ")>"),
+                            REFUSED, REFUSED};
+    },
+    [] {
+        return hostile_case{"a long text", "<ROOT>" + std::string(50'000'000, 'x') + "</ROOT>", READ, READ};
+    },
+    [] {
+        return hostile_case{"a long name", "<ROOT><" + std::string(1'000'000, 'a') + "/></ROOT>", READ, READ};
+    },
+    [] {
+        return hostile_case{"a long attribute", "<ROOT a='" + std::string(5'000'000, 'x') + "'/>", READ,
+                            READ};
+    },
+    [] {
+        return hostile_case{"a long comment", "<ROOT><!--" + std::string(5'000'000, 'x') + "--></ROOT>", READ,
+                            READ};
+    },
+    [] {
+        return hostile_case{"a long instruction", "<ROOT><?p " + std::string(5'000'000, 'x') + "?></ROOT>",
+                            READ, READ};
+    },
+    [] {
+        return hostile_case{"a long CDATA section",
+                            "<ROOT><![CDATA[" + std::string(5'000'000, 'x') + "]]></ROOT>", READ, READ};
+    },
+    [] {
+        return hostile_case{"empty CDATA sections", "<ROOT>" + times(200'000, "<![CDATA[]]>") + "</ROOT>",
+                            READ, READ};
+    },
+    [] {
+        return hostile_case{"comments", "<ROOT>" + times(200'000, "<!---->") + "</ROOT>", READ, READ};
+    },
+    [] {
+        return hostile_case{"characters", "<ROOT>" + times(500'000, "&#65;") + "</ROOT>", READ, READ};
+    },
+    [] {
+        return hostile_case{"attributes", "<ROOT" + numbered(30'000, " a", "=''") + "/>", READ, READ};
+    },
+    [] {
+        return hostile_case{"names", "<ROOT>" + numbered(30'000, "<a", "/>") + "</ROOT>", READ, READ};
+    },
+};
+
+TEST(HostileDocuments, OfAnySizeAreReadOrRefused) {
+    for (const large_case make : large_cases)
+        expect_cheap(make(), 10, 600);
+}
+
+// To the parser that holds the whole document they cost time by their square
+TEST(HostileDocuments, MayHaveAMillionAttributes) {
+    const std::string many = "<ROOT" + numbered(1'000'000, " a", "=''") + "/>";
+    for (const reader_row &reader : every_reader)
+        if (one_of_a_kind(reader) && (reader.kind == CHANNELS || reader.kind == DAQ_VARIABLES)) {
+            const cost seen = read_apart(reader, many);
+            EXPECT_EQ(seen.end, READ) << reader.name << ": " << seen;
+        }
+}
+
+} // namespace
