@@ -11,6 +11,7 @@
 #include <string>
 
 #include <gtest/gtest.h>
+#include <xercesc/util/OutOfMemoryException.hpp>
 #include <xercesc/util/PlatformUtils.hpp>
 #include <xercesc/util/RuntimeException.hpp>
 
@@ -23,7 +24,7 @@ namespace {
 
 int initialized = 0; // calls that were passed on
 int terminated = 0;
-enum { passing_on, refusing, out_of_memory } platform = passing_on;
+enum { passing_on, refusing, out_of_memory, breaking } platform = passing_on;
 
 /// The function of the same name in the library that this program stands in for.
 template <class Function> Function *real(Function *own) {
@@ -43,6 +44,8 @@ void XMLPlatformUtils::Initialize(const char *const locale, const char *const nl
         throw RuntimeException("", 0, XMLExcepts::Gen_ParseInProgress, fgMemoryManager);
     if (platform == out_of_memory)
         throw std::bad_alloc();
+    if (platform == breaking)
+        throw OutOfMemoryException();
     ++initialized;
     real<void(const char *, const char *, PanicHandler *, MemoryManager *)>(Initialize)(
         locale, nls_home, panic_handler, memory_manager);
@@ -126,6 +129,25 @@ TEST_F(RefusingPlatform, ThrowsItsOwnExceptionsThroughAHolder) {
     EXPECT_NO_THROW(xml_platform()); // and no lock is left behind
     EXPECT_EQ(initialized, 1);
     EXPECT_EQ(terminated, 1);
+}
+
+// Xerces is then half up for good: who used it crashed. In a process of its own, as that one is lost.
+TEST(BrokenPlatform, IsNotTriedAgain) {
+    const auto try_twice = [] {
+        platform = breaking;
+        char text[] = "<r/>";
+        for (int i = 0; i < 2; ++i) {
+            try {
+                SAX_Memory_Parser parser(text);
+                _exit(1);
+            } catch (const xercesc::OutOfMemoryException &) {
+                platform = passing_on;
+            }
+        }
+        _exit(initialized == 0 && terminated == 0 ? 0 : 2);
+    };
+    initialized = terminated = 0;
+    EXPECT_EXIT(try_twice(), testing::ExitedWithCode(0), "");
 }
 
 TEST(CountedPlatform, IsTakenOnceAndGivenBackOnceByEveryReader) {

@@ -9,6 +9,12 @@
 /// reader brings it up and takes it down by itself; in a process that holds an xml_platform for its lifetime
 /// those calls are mere reference counts. Every Initialize and Terminate of this library goes through this
 /// class and is serialised here, so readers may run at the same time on different threads.
+///
+/// Xerces does not survive running out of memory on its way up: it ends the process with status 255, or
+/// throws OutOfMemoryException and cannot be brought up again; every later attempt of this library throws the
+/// same then. A process that must go on holds one from its beginning. Out of memory later is the failure of
+/// the one call: a reader passes on std::bad_alloc or xercesc::OutOfMemoryException, which is no
+/// std::exception.
 class ZEB5_API xml_platform {
 public:
     /// Throws what xercesc::XMLPlatformUtils::Initialize throws; nothing is held then.
