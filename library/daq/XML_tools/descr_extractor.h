@@ -6,7 +6,8 @@
 #include "parse_chan_descr.h"
 #include "zeb5_export.h"
 
-/// Reads channel descriptions from several sources, which are file names or documents in memory.
+/// Reads channel descriptions from several sources, which are file names or documents in memory. Different
+/// extractors may read at the same time on different threads.
 class ZEB5_API descr_extractor {
 public:
     descr_extractor(); // mode EXTR_FROM_FILE

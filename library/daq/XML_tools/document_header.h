@@ -2,6 +2,7 @@
 #define ZEB5_DOCUMENT_HEADER_H
 
 /// What every written document begins with: the XML declaration and the date. All dates are local time.
+/// May be called from several threads at once.
 
 #include <ctime>
 #include <string>

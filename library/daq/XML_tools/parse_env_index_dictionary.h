@@ -3,7 +3,8 @@
 
 /// Env index dictionaries (root ENVINDEXDICT): index to property name with change thresholds, in the classic
 /// record layout (names of up to 79 bytes) and in the 2010 layout (up to 255). Everything exists twice, once
-/// for each.
+/// for each. Several dictionaries may be read and written at the same time on different threads; one list
+/// belongs to one thread at a time.
 
 #include <cstdint>
 #include <string>

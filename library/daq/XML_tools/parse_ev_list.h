@@ -2,7 +2,8 @@
 #define ZEB5_PARSE_EV_LIST_H
 
 /// Event lists (root BMR): which event types a consumer wants, from which server blocks, and which channels
-/// of each. Readers append to the caller's vector and never clear it.
+/// of each. Readers append to the caller's vector and never clear it. Several lists may be read at the same
+/// time on different threads; one list belongs to one thread at a time.
 
 #include <cstdint>
 #include <vector>
