@@ -39,6 +39,15 @@ bool is_folder(const char *path);
 
 /// A parser that refuses a document at the declaration that is too much, before anything comes of it.
 template <class Parser> class bounded_parser : public Parser {
+protected:
+    void startElement(const xercesc::XMLElementDecl &element, const unsigned uri, const XMLCh *const prefix,
+                      const xercesc::RefVectorOf<xercesc::XMLAttr> &attributes, const XMLSize_t count,
+                      const bool is_empty, const bool is_root) override {
+        if (count != 0)
+            spend(declarations_.use_defaults(attributes, count));
+        Parser::startElement(element, uri, prefix, attributes, count, is_empty, is_root);
+    }
+
 private:
     /// Only the SAX parser validates.
     static constexpr bool is_sax = std::is_same_v<Parser, xercesc::SAXParser>;
@@ -73,14 +82,6 @@ private:
     void endAttList(const xercesc::DTDElementDecl &element) override {
         spend(declarations_.copy_defaults(element));
         Parser::endAttList(element);
-    }
-
-    void startElement(const xercesc::XMLElementDecl &element, const unsigned uri, const XMLCh *const prefix,
-                      const xercesc::RefVectorOf<xercesc::XMLAttr> &attributes, const XMLSize_t count,
-                      const bool is_empty, const bool is_root) override {
-        if (count != 0)
-            spend(declarations_.use_defaults(attributes, count));
-        Parser::startElement(element, uri, prefix, attributes, count, is_empty, is_root);
     }
 
     void spend(bool is_within_budget) {
