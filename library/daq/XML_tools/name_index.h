@@ -17,22 +17,31 @@ namespace zeb5 {
 /// one.
 template <class Record, char (std::remove_const_t<Record>::*Name)[256]> class name_index {
 public:
-    /// The first record added whose name is exactly `name`; null when there is none.
-    Record *find(std::string_view name) const {
-        return slots_.empty() ? nullptr : slots_[probe(name, hash(name))].record;
+    /// The first record added whose name is exactly `name`; without one, null, after adding `make()`, which
+    /// carries the name or what its field holds of it.
+    template <class Make> Record *find_or_add(std::string_view name, Make make) {
+        make_room();
+        const std::size_t key = hash(name);
+        slot &place = slots_[probe(name, key)];
+        if (place.record)
+            return place.record;
+        Record *const made = make();
+        if (name.size() < sizeof(made->*Name))
+            fill(place, key, made);
+        else
+            add(made);
+        return nullptr;
     }
 
     /// Adds a record, unless one of the same name is there; whether it was added.
     bool add(Record *record) {
-        if (2 * (used_ + 1) > slots_.size())
-            grow();
+        make_room();
         const std::string_view name = name_of(record);
         const std::size_t key = hash(name);
         slot &place = slots_[probe(name, key)];
         if (place.record)
             return false;
-        place = {key, record};
-        ++used_;
+        fill(place, key, record);
         return true;
     }
 
@@ -79,6 +88,16 @@ private:
         while (slots_[i].record && !(slots_[i].key == key && name_of(slots_[i].record) == name))
             i = (i + 1) & (slots_.size() - 1);
         return i;
+    }
+
+    void fill(slot &place, std::size_t key, Record *record) {
+        place = {key, record};
+        ++used_;
+    }
+
+    void make_room() {
+        if (2 * (used_ + 1) > slots_.size())
+            grow();
     }
 
     void grow() {

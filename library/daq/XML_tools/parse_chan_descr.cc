@@ -102,11 +102,17 @@ public:
     chan_descr_2010 *operator->() const { return channel_; }
     chan_descr_2010 &operator*() const { return *channel_; }
 
-    /// The listed record that find_chan_entry() would give, without its walk through the list.
-    chan_descr_2010 *find_listed(std::string_view prop) {
+    /// The listed record that find_chan_entry() would give, without its walk through the list; null when
+    /// there is none, and the channel is appended under this name.
+    chan_descr_2010 *find_or_append_as(std::string_view prop) {
         for (; indexed_ < list_.size(); ++indexed_)
             by_prop_.add(list_[indexed_]);
-        return by_prop_.find(prop);
+        chan_descr_2010 *const entry = by_prop_.find_or_add(prop, [&] {
+            append_as(prop);
+            return channel_;
+        });
+        indexed_ = list_.size();
+        return entry;
     }
 
     /// Names the channel and appends it. Kept: a further identity of a listed channel renames it and lists it
@@ -152,11 +158,12 @@ private:
     }
 
     void identify(std::string_view prop) {
-        chan_descr_2010 *const entry = merges_ ? channel_.find_listed(prop) : nullptr;
-        if (!entry)
+        if (!merges_)
             return channel_.append_as(prop);
-        merge_unknown(*entry, *channel_);
-        channel_.skip_rest();
+        if (chan_descr_2010 *const entry = channel_.find_or_append_as(prop)) {
+            merge_unknown(*entry, *channel_);
+            channel_.skip_rest();
+        }
     }
 
     // What an element does
@@ -292,11 +299,10 @@ private:
     /// Kept: other than PROP this merges whatever `delete_duplicated` says, as every DAQvariables reader
     /// relies on.
     static void prop(self &r, const sax_step &s) {
-        chan_descr_2010 *const entry = r.channel_.find_listed(s.value_text());
-        if (!entry)
-            return r.channel_.append_as(s.value_text());
-        Variant::merge_daq(*entry, *r.channel_);
-        r.channel_.skip_rest();
+        if (chan_descr_2010 *const entry = r.channel_.find_or_append_as(s.value_text())) {
+            Variant::merge_daq(*entry, *r.channel_);
+            r.channel_.skip_rest();
+        }
     }
 
     static void ev_type(self &r, const sax_step &s) { r.channel_->ev_type = to_ev_type(s.value, r.shift_); }
