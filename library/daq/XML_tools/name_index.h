@@ -21,10 +21,10 @@ public:
     /// carries the name or what its field holds of it.
     template <class Make> Record *find_or_add(std::string_view name, Make make) {
         make_room();
-        const std::size_t key = hash(name);
+        const std::uint32_t key = hash(name);
         slot &place = slots_[probe(name, key)];
-        if (place.record)
-            return place.record;
+        if (place.number != 0)
+            return record_of(place);
         Record *const made = make();
         if (name.size() < sizeof(made->*Name))
             fill(place, key, made);
@@ -37,23 +37,24 @@ public:
     bool add(Record *record) {
         make_room();
         const std::string_view name = name_of(record);
-        const std::size_t key = hash(name);
+        const std::uint32_t key = hash(name);
         slot &place = slots_[probe(name, key)];
-        if (place.record)
+        if (place.number != 0)
             return false;
         fill(place, key, record);
         return true;
     }
 
 private:
+    /// Small, as the table is larger than the processor's cache from some ten thousand names on.
     struct slot {
-        std::size_t key;
-        Record *record; // null: free
+        std::uint32_t key;
+        std::uint32_t number; // of the record, from 1; 0: free
     };
 
     /// Eight bytes at a time: half of the instructions of std::hash, and inlined. Where the index stands goes
     /// into it, so that nobody can make up names that all get one key.
-    std::size_t hash(std::string_view name) const {
+    std::uint32_t hash(std::string_view name) const {
         const char *at = name.data();
         const char *const end = at + name.size();
         std::size_t key = seed_ + name.size();
@@ -61,10 +62,10 @@ private:
         for (; end - at > 8; at += 8)
             key = mixed(key, word_at(at));
         if (name.size() >= 8)
-            return mixed(key, word_at(end - 8)); // some bytes once more
+            return static_cast<std::uint32_t>(mixed(key, word_at(end - 8))); // some bytes once more
         for (; at != end; ++at)
             word = word << 8 | static_cast<unsigned char>(*at);
-        return mixed(key, word);
+        return static_cast<std::uint32_t>(mixed(key, word));
     }
 
     static std::size_t word_at(const char *at) {
@@ -82,21 +83,23 @@ private:
 
     static std::string_view name_of(const Record *record) { return field_text(record->*Name); }
 
+    Record *record_of(const slot &place) const { return records_[place.number - 1]; }
+
     /// Where the record of this name stands, or the free slot where it would.
-    std::size_t probe(std::string_view name, std::size_t key) const {
+    std::size_t probe(std::string_view name, std::uint32_t key) const {
         std::size_t i = key & (slots_.size() - 1);
-        while (slots_[i].record && !(slots_[i].key == key && name_of(slots_[i].record) == name))
+        while (slots_[i].number != 0 && !(slots_[i].key == key && name_of(record_of(slots_[i])) == name))
             i = (i + 1) & (slots_.size() - 1);
         return i;
     }
 
-    void fill(slot &place, std::size_t key, Record *record) {
-        place = {key, record};
-        ++used_;
+    void fill(slot &place, std::uint32_t key, Record *record) {
+        records_.push_back(record);
+        place = {key, static_cast<std::uint32_t>(records_.size())};
     }
 
     void make_room() {
-        if (2 * (used_ + 1) > slots_.size())
+        if (2 * (records_.size() + 1) > slots_.size())
             grow();
     }
 
@@ -104,19 +107,19 @@ private:
         std::vector<slot> old(slots_.empty() ? 64 : 2 * slots_.size());
         old.swap(slots_);
         for (const slot &entry : old)
-            if (entry.record)
+            if (entry.number != 0)
                 slots_[free_slot(entry.key)] = entry;
     }
 
-    std::size_t free_slot(std::size_t key) const {
+    std::size_t free_slot(std::uint32_t key) const {
         std::size_t i = key & (slots_.size() - 1);
-        while (slots_[i].record)
+        while (slots_[i].number != 0)
             i = (i + 1) & (slots_.size() - 1);
         return i;
     }
 
+    std::vector<Record *> records_;
     std::vector<slot> slots_; // a power of two, at least half of it free
-    std::size_t used_ = 0;
     std::size_t seed_ = reinterpret_cast<std::uintptr_t>(this);
 };
 
