@@ -32,7 +32,7 @@ template <std::size_t Width> bool narrow_by(const XMLCh *text, std::size_t lengt
 }
 
 /// Copies `length` characters to `out`; whether all of them were ASCII and none a NUL.
-bool narrow_ascii(const XMLCh *text, std::size_t length, char *out) {
+bool copy_ascii(const XMLCh *text, std::size_t length, char *out) {
     if (length >= 8)
         return narrow_by<8>(text, length, out);
     if (length >= 4)
@@ -43,6 +43,16 @@ bool narrow_ascii(const XMLCh *text, std::size_t length, char *out) {
         out[i] = static_cast<char>(text[i]);
     }
     return all;
+}
+
+/// Fills a buffer that is large enough; false when the text is not all ASCII or goes on behind its length.
+bool narrow_ascii(const XMLCh *text, std::size_t length, narrow_buffer &buffer) {
+    char *const out = buffer.bytes();
+    if (!copy_ascii(text, length, out) || text[length] != 0)
+        return false;
+    out[length] = '\0';
+    buffer.set_size(length);
+    return true;
 }
 
 char *narrow_by_transcoder(const XMLCh *text, narrow_buffer &buffer) {
@@ -88,26 +98,21 @@ char *narrow_buffer::reserve(std::size_t bytes) {
 // Most text is ASCII, and the transcoder costs an allocation, two locks and some 1,000 instructions a text
 
 char *narrower::narrow(const XMLCh *text, std::size_t length, narrow_buffer &buffer) {
-    if (keeps_ascii_ != yes || length >= buffer.capacity() || !narrow_ascii(text, length, buffer.bytes()) ||
-        text[length] != 0)
-        return narrow_any(text, length, buffer);
-    buffer.bytes()[length] = '\0';
-    buffer.set_size(length);
-    return buffer.bytes();
+    if (keeps_ascii_ == yes && length < buffer.capacity() && narrow_ascii(text, length, buffer))
+        return buffer.bytes();
+    return narrow_any(text, length, buffer);
 }
 
 /// Apart from narrow(), which needs no stack that way: 0.7 % of the instructions of reading channels.
 [[gnu::noinline]] char *narrower::narrow_any(const XMLCh *text, std::size_t length, narrow_buffer &buffer) {
     if (keeps_ascii_ == not_asked)
         keeps_ascii_ = transcoder_keeps_ascii() ? yes : no;
-    if (keeps_ascii_ == no)
-        return narrow_by_transcoder(text, buffer);
-    char *const out = buffer.reserve(length + 1);
-    if (!narrow_ascii(text, length, out) || text[length] != 0)
-        return narrow_by_transcoder(text, buffer);
-    out[length] = '\0';
-    buffer.set_size(length);
-    return out;
+    if (keeps_ascii_ == yes) {
+        buffer.reserve(length + 1);
+        if (narrow_ascii(text, length, buffer))
+            return buffer.bytes();
+    }
+    return narrow_by_transcoder(text, buffer);
 }
 
 long to_number(const char *text) {
