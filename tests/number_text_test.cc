@@ -192,27 +192,25 @@ TEST_P(NumberText, OfAnEventListIsReadAsTheCLibraryReadsIt) {
 }
 
 TEST(NumberTextLocale, IsTheOneOfTheThread) {
-    const locale_in_use comma("de_DE.ISO-8859-1");
-    if (!comma.is_set())
+    const locale_t point = newlocale(LC_ALL_MASK, "C", nullptr); // first: glibc would lose a LOCPATH over it
+    const locale_in_use comma_in_use("de_DE.ISO-8859-1");
+    if (!comma_in_use.is_set())
         GTEST_SKIP() << "no locale with a decimal comma and nothing to make it of";
+    const locale_t comma = newlocale(LC_ALL_MASK, "de_DE.ISO-8859-1", nullptr);
     const struct {
-        const char *locale, *text;
+        locale_t locale;
+        const char *text;
         float value;
-    } rows[] = {
-        {"C", "0.5", 0.5F},
-        {"C", "0,5", 0},
-        {"de_DE.ISO-8859-1", "0.5", 0},
-        {"de_DE.ISO-8859-1", "0,5", 0.5F},
-    };
+    } rows[] = {{point, "0.5", 0.5F}, {point, "0,5", 0}, {comma, "0.5", 0}, {comma, "0,5", 0.5F}};
     for (const auto &row : rows) {
-        const locale_t own = newlocale(LC_ALL_MASK, row.locale, nullptr);
-        const locale_t before = uselocale(own);
+        const locale_t before = uselocale(row.locale);
         float value = kept_delta;
         zeb5::read_float(row.text, value);
         uselocale(before);
-        freelocale(own);
-        EXPECT_EQ(value, row.value) << row.locale << ' ' << row.text;
+        EXPECT_EQ(value, row.value) << (row.locale == comma ? "comma " : "point ") << row.text;
     }
+    freelocale(comma);
+    freelocale(point);
 }
 
 } // namespace
