@@ -54,10 +54,20 @@ step() {
     echo "== $name: ok, $((SECONDS - begin)) s"
 }
 
-# figure NAME VALUE: leaves "NAME VALUE" in build/deep/figures, in place of an earlier line of that name.
+# figure NAME: the figure of that name, which a deep check left in build/deep/figures as "NAME VALUE"; 0 without one.
 figure() {
+    local value
+    value=$(sed -n "s/^$1 //p" build/deep/figures 2>/dev/null) || true
+    echo "${value:-0}"
+}
+
+# set_figure NAME VALUE: leaves a figure in place of an earlier one of that name.
+set_figure() {
     mkdir -p build/deep
     touch build/deep/figures
     sed -i "/^$1 /d" build/deep/figures
-    echo "$1 $2" >> build/deep/figures
+    echo "$1 $2" >>build/deep/figures
 }
+
+# add_figure NAME NUMBER: adds to a figure.
+add_figure() { set_figure "$1" $(($(figure "$1") + $2)); }
