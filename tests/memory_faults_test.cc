@@ -136,6 +136,54 @@ TEST_F(MemoryFaults, LeaveEveryReaderAsItWas) {
             }
 }
 
+// The pull readers by themselves: whoever catches the exception may ask on
+
+/// Takes all steps while memory runs out at the `at`-th allocation. Whether it did.
+template <class Parser> bool run_out_while_stepping(Parser &parser, std::size_t at) {
+    char never_set = '?', *tag, *value;
+    bool has_thrown = false;
+    prepare(at, ONCE);
+    arm();
+    try {
+        do
+            tag = value = &never_set;
+        while (parser.parse(&tag, &value) == 0);
+    } catch (const std::bad_alloc &) {
+        has_thrown = true;
+    } catch (const xercesc::OutOfMemoryException &) {
+        has_thrown = true;
+    }
+    disarm();
+    EXPECT_EQ(tag, nullptr) << at;
+    EXPECT_EQ(value, nullptr) << at;
+    return has_thrown;
+}
+
+template <class Source> void expect_pull_reader_to_end() {
+    const std::string document = "<r name='\xc3\xa4'><a>short</a><b>" + std::string(300, 'x') +
+                                 "\xc3\xb6</b><" + std::string(50, 't') + " n='" + std::string(100, 'n') +
+                                 "'>y</" + std::string(50, 't') + "></r>";
+    std::size_t at = 1;
+    for (bool has_thrown = true; has_thrown; ++at) {
+        Source source(document);
+        ASSERT_EQ(source.start(), 0);
+        has_thrown = run_out_while_stepping(source.parser(), at);
+        EXPECT_EQ(step(source.parser()), "-1") << at;
+        EXPECT_EQ(step(source.parser()), "-1") << at;
+        char name[] = "name", *value = name;
+        if (source.parser().get_attr(name, &value) == 0) // nothing has dropped it so far
+            EXPECT_STREQ(value, "\xc3\xa4") << at;
+        else
+            EXPECT_EQ(value, nullptr) << at;
+    }
+    EXPECT_GT(at, 10u);
+}
+
+TEST_F(MemoryFaults, EndTheDocumentOfAPullReader) {
+    expect_pull_reader_to_end<memory_source>();
+    expect_pull_reader_to_end<file_source>();
+}
+
 // Writers and conversions
 
 /// One call that writes, in all that may differ; `out` is the string that it may write to.

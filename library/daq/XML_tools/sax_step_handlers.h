@@ -135,7 +135,14 @@ struct sax_step_handlers {
         reset_end_tag_flag(h);
         if (!p.gotMore)
             return h.error_count ? h.error_count : -1;
-        p.gotMore = p.parser->parseNext(p.token);
+        try {
+            p.gotMore = p.parser->parseNext(p.token);
+        } catch (const xercesc::XMLException &) {
+            throw; // the parser was not started, and says so each time
+        } catch (...) {
+            p.gotMore = false; // Xerces has let go of the document: one more step of it would be a crash
+            throw;
+        }
         if (!p.gotMore)
             p.parser->parseReset(p.token);
         return h.error_count;
@@ -150,11 +157,16 @@ struct sax_step_handlers {
     }
 
     template <class Parser> static int parse(Parser &p, char **tag, char **value) {
-        const int result = p.init ? next(p) : -1;
+        // Before the step, as an exception may end it and what it drops must not be used any more
         if (tag)
-            *tag = result == 0 ? p.handler.tag : nullptr;
+            *tag = nullptr;
         if (value)
-            *value = result == 0 ? p.handler.value : nullptr;
+            *value = nullptr;
+        const int result = p.init ? next(p) : -1;
+        if (result == 0 && tag)
+            *tag = p.handler.tag;
+        if (result == 0 && value)
+            *value = p.handler.value;
         return result;
     }
 
