@@ -8,15 +8,17 @@
 #include <vector>
 
 #include <gtest/gtest.h>
+#include <xercesc/framework/MemBufInputSource.hpp>
 #include <xercesc/sax/AttributeList.hpp>
 #include <xercesc/sax/SAXParseException.hpp>
 
 #include "capture.h"
+#include "step_parser.h"
 #include "xml_platform.h"
 
 namespace {
 
-/// Both handlers, driven without a parser. Transcoding needs the platform.
+/// Both handlers, driven without a parser where none is mentioned. Transcoding needs the platform.
 template <class Handlers> class StepHandlers : public testing::Test {
 protected:
     xml_platform platform;
@@ -94,6 +96,28 @@ TYPED_TEST(StepHandlers, CountCharactersInUnitsOfTheParser) {
     start(this->handlers, u"A");
     this->text(u"\u00e4\u20ac\U0001f600"); // 9 bytes in UTF-8, 4 units in UTF-16
     EXPECT_EQ(this->handlers.getCharacterCount(), 4u);
+}
+
+TYPED_TEST(StepHandlers, CountTheSameInElementsWithAndWithoutAttributesThatAParserReads) {
+    const std::string declarations = "<!DOCTYPE r [<!ELEMENT r (a*)><!ATTLIST r n CDATA #IMPLIED>"
+                                     "<!ELEMENT a (#PCDATA)><!ATTLIST a n CDATA #IMPLIED>]>\n";
+    const struct {
+        const char *elements;
+        counts expect;
+    } rows[] = {
+        {"<r>\n  <a>x y</a>\n\t<a/> </r>\n\n", {3, 0, 3, 6, 0}},
+        {"<r n='1'>\n  <a>x y</a>\n\t<a/> </r>\n\n", {3, 1, 3, 6, 0}},
+        {"<r n='1'>\n  <a n='2'>x y</a>\n\t<a n='3'/> </r>\n\n", {3, 3, 3, 6, 0}},
+        {"<r>\n  <a n='2'>x y</a>\n\t<a n='3'/> </r>\n\n", {3, 2, 3, 6, 0}},
+        {"<r/>\n", {1, 0, 0, 0, 0}},
+    };
+    for (const auto &row : rows) {
+        const std::string document = declarations + row.elements;
+        const xercesc::MemBufInputSource source(reinterpret_cast<const XMLByte *>(document.data()),
+                                                document.size(), "document", false);
+        zeb5::create_step_parser(this->handlers)->parse(source);
+        EXPECT_EQ(counters(this->handlers), row.expect) << row.elements;
+    }
 }
 
 TYPED_TEST(StepHandlers, KeepTheLastStartTagAndItsAttributes) {

@@ -49,6 +49,12 @@ private:
             sax_step_handlers::characters(handlers_, text, length);
     }
 
+    /// The base class counts only the elements that are left to it, and would take the others for closed.
+    void ignorableWhitespace(const XMLCh *const text, const XMLSize_t length, const bool) override {
+        if (depth_ != 0)
+            handlers_.ignorableWhitespace(text, length);
+    }
+
     void resetDocument() override {
         depth_ = 0;
         base::resetDocument();
