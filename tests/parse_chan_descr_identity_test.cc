@@ -174,6 +174,18 @@ TEST(ChanDescrIdentity, MergesIntoTheFirstOfSeveralRecords) {
         });
 }
 
+TEST(ChanDescrIdentity, PassesOverPlacesOfTheListWithoutARecord) {
+    const std::string daq = "<DAQvariables><DaqFloat><orvin>ORVIN/A</orvin></DaqFloat></DAQvariables>";
+    for (const std::string &text : {document("<CHANNEL>" + prop("ORVIN/A") + "</CHANNEL>"), daq})
+        for (reader_form form : both_readers) {
+            channel_list list;
+            list.records = {nullptr, numbered("ORVIN/B", 1), nullptr};
+            EXPECT_EQ(read_document(form, text, &list.records, merging).result, 0) << text;
+            ASSERT_EQ(list.records.size(), 4u) << text;
+            EXPECT_EQ(find_chan_entry(&list.records, "ORVIN/A"), list.records[3]) << text;
+        }
+}
+
 TEST(ChanDescrIdentity, MergesOnlyExactlyEqualProperties) {
     const std::string longest(255, 'p');
     const struct {

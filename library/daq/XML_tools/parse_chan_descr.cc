@@ -106,7 +106,8 @@ public:
     /// there is none, and the channel is appended under this name.
     chan_descr_2010 *find_or_append_as(std::string_view prop) {
         for (; indexed_ < list_.size(); ++indexed_)
-            by_prop_.add(list_[indexed_]);
+            if (chan_descr_2010 *const listed = list_[indexed_])
+                by_prop_.add(listed);
         chan_descr_2010 *const entry = by_prop_.find_or_add(prop, [&] {
             append_as(prop);
             return channel_;
