@@ -358,7 +358,7 @@ public:
 private:
     /// Writes every record once; the tables to the file, the XML body to `body`.
     void write_records(xml_text &body) {
-        name_index<const chan_descr_2010, &chan_descr_2010::prop_name> written;
+        name_index<const chan_descr_2010, &chan_descr_2010::prop_name> written(list_.size());
         const std::size_t count = list_.size();
         for (list_position i = 0; i < count; ++i) {
             if (i + 3 < count)

@@ -3,6 +3,8 @@
 
 /// Look-up of records by a name that they hold, with the result of a linear search: the first one added.
 
+#include <algorithm>
+#include <bit>
 #include <cstdint>
 #include <cstring>
 #include <string_view>
@@ -17,6 +19,12 @@ namespace zeb5 {
 /// one.
 template <class Record, char (std::remove_const_t<Record>::*Name)[256]> class name_index {
 public:
+    /// `expected`: of about so many records.
+    explicit name_index(std::size_t expected = 0)
+        : slots_(std::bit_ceil(std::max<std::size_t>(64, 2 * expected + 2))) {
+        records_.reserve(expected);
+    }
+
     /// The first record added whose name is exactly `name`; without one, null, after adding `make()`, which
     /// carries the name or what its field holds of it.
     template <class Make> Record *find_or_add(std::string_view name, Make make) {
@@ -104,7 +112,7 @@ private:
     }
 
     void grow() {
-        std::vector<slot> old(slots_.empty() ? 64 : 2 * slots_.size());
+        std::vector<slot> old(2 * slots_.size());
         old.swap(slots_);
         for (const slot &entry : old)
             if (entry.number != 0)
