@@ -8,6 +8,7 @@
 #include <vector>
 
 #include <xercesc/sax/AttributeList.hpp>
+#include <xercesc/util/XMLString.hpp>
 
 #include "narrow_text.h"
 

@@ -398,8 +398,8 @@ struct file_close {
 int dump_chan_desr(std::vector<chan_descr_2010 *> *chdscr_list, char *file_name, int mode, int format, int fd,
                    std::string *sout, std::vector<dim_params *> *dims) {
     if (!chdscr_list || format < 0 || format >= DIALECTS) {
-        std::cout << "dump_chan_desr() invalid argument: '"
-                  << std::endl; // Kept: operators know it with one quote
+        // Kept: operators know it with one quote
+        std::cout << "dump_chan_desr() invalid argument: '" << std::endl;
         return 2;
     }
     std::unique_ptr<FILE, file_close> file;
@@ -428,8 +428,7 @@ int dump_chan_desr(std::vector<chan_descr_2010 *> *chdscr_list, char *file_name,
     const bool is_empty = sout && sout->empty();
     std::string document = writer.document(is_empty ? std::exchange(*sout, {}) : std::string());
     if (file)
-        std::fwrite(document.data(), 1, document.size(),
-                    file.get()); // not checked: see file_close
+        (void)std::fwrite(document.data(), 1, document.size(), file.get()); // see file_close
     // Kept: a short write is not noticed, and the message has two blanks, as log scanners look for it
     if (fd != -1 && write(fd, document.data(), document.size()) == -1) {
         std::cout << "dump_chan_desr()  write failed" << std::endl;

@@ -32,9 +32,8 @@ enum name_role {
 ///   ceases to be one of them.
 /// - An older one is compared again once it is handed out again, and checked when it is asked for by number.
 /// - Once there are older ones, a name that the index does not know in its role is searched for in the list,
-/// until
-///   `most_in_vain` searches found nothing and no change was seen since: clients that ask for names which are
-///   not there would wait for a search each.
+///   until `most_in_vain` searches found nothing and no change was seen since: clients that ask for names
+///   which are not there would wait for a search each.
 /// So an answer can be a wrong one only when a name was changed through a pointer to none of the latest
 /// `window` records, to one that the index knows from another record, and is seen by none of the above.
 class chan_name_index {

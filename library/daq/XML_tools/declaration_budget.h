@@ -7,6 +7,7 @@
 
 #include <xercesc/framework/XMLAttr.hpp>
 #include <xercesc/util/RefVectorOf.hpp>
+#include <xercesc/util/XMLString.hpp>
 #include <xercesc/validators/DTD/DTDAttDef.hpp>
 #include <xercesc/validators/DTD/DTDElementDecl.hpp>
 

@@ -443,8 +443,8 @@ int zeb5_load_chan_descr(const zeb5_xml_chan_descr_header *tab, std::vector<chan
 int zeb5_load_master_daq_channel_description_file(std::vector<chan_descr_2010 *> *list, char *file) {
     if (!list || !file || !*file)
         return -1;
-    return parse_descr_list_readf(file, list, false,
-                                  true); // Kept: the file reader lists duplicates all the same
+    // Kept: the file reader lists duplicates all the same
+    return parse_descr_list_readf(file, list, false, true);
 }
 
 int dump_chan_desr_from_xml(char *xml, char *file_name, int mode, int format, int fd) {

@@ -138,6 +138,7 @@ private:
     zeb5_ev_sb_list *block_ = nullptr;
 };
 
+/// Behind the class, where the type of elements() is known.
 inline void event_list_reader::act(const sax_step &step) {
     const element *const found = elements().find(step.tag);
     if (found && place_ >= found->from && (!found->fills_entry || (step.value && entry_)))

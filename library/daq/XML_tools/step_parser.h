@@ -3,7 +3,10 @@
 
 /// The parser behind a pull reader.
 
+#include <memory>
+
 #include <xercesc/framework/XMLElementDecl.hpp>
+#include <xercesc/parsers/SAXParser.hpp>
 
 #include "sax_step_handlers.h"
 #include "xml_hardening.h"
@@ -64,6 +67,7 @@ private:
     XMLSize_t depth_ = 0; // elements open
 };
 
+/// `handlers` must outlive the parser.
 template <class Handlers> std::unique_ptr<xercesc::SAXParser> create_step_parser(Handlers &handlers) {
     return create_parser<step_parser<Handlers>>(xercesc::SAXParser::Val_Auto, handlers);
 }

@@ -7,6 +7,8 @@
 #include <cstdint>
 #include <cstring>
 
+#include <xercesc/util/XMLString.hpp>
+
 #include "narrow_text.h"
 #include "tag_table.h"
 

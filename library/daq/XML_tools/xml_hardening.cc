@@ -17,8 +17,8 @@ struct expansion_limit : xercesc::SecurityManager {
 } // namespace
 
 xercesc::SecurityManager *entity_limit() {
-    static auto *const limit =
-        new expansion_limit; // never gone: parsers point to it, in the last destructors too
+    // Never gone: parsers point to it, in the last destructors too
+    static auto *const limit = new expansion_limit;
     return limit;
 }
 
