@@ -389,7 +389,8 @@ private:
 };
 
 struct file_close {
-    // A failed close is not reported: this function tells only of what it could not open or send
+    // A file that does not take all of what is written to it is not reported, neither here nor at each
+    // write: the writer tells only of what it could not open or send
     void operator()(FILE *file) const { std::fclose(file); }
 };
 

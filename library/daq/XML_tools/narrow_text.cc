@@ -1,7 +1,6 @@
 #include "narrow_text.h"
 
 #include <algorithm>
-#include <cstdlib>
 
 #include <emmintrin.h>
 
@@ -113,17 +112,6 @@ char *narrower::narrow(const XMLCh *text, std::size_t length, narrow_buffer &buf
             return buffer.bytes();
     }
     return narrow_by_transcoder(text, buffer);
-}
-
-long to_number(const char *text) {
-    constexpr int safe_digits = 18; // no 18 digits overflow 64 bits
-    long number = 0;
-    int digits = 0;
-    while (text[digits] >= '0' && text[digits] <= '9' && digits < safe_digits)
-        number = 10 * number + (text[digits++] - '0');
-    if (digits > 0 && (text[digits] < '0' || text[digits] > '9'))
-        return number;
-    return std::strtol(text, nullptr, 10);
 }
 
 } // namespace zeb5

@@ -74,9 +74,6 @@ template <std::size_t N, std::size_t M> void copy_text(char (&field)[N], const c
     copy_text(field, field_text(from));
 }
 
-/// strtol() in base 10: leading blanks and a sign allowed, what follows the number ignored, 0 for no number.
-long to_number(const char *text);
-
 } // namespace zeb5
 
 #endif

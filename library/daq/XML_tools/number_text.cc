@@ -2,6 +2,7 @@
 
 #include <charconv>
 #include <cstdio>
+#include <cstdlib>
 #include <cstring>
 #include <iterator>
 #include <system_error>
@@ -66,6 +67,17 @@ bool read_plain(std::string_view text, float &field) {
 }
 
 } // namespace
+
+long to_number(const char *text) {
+    constexpr int safe_digits = 18; // no 18 digits overflow 64 bits
+    long number = 0;
+    int digits = 0;
+    while (text[digits] >= '0' && text[digits] <= '9' && digits < safe_digits)
+        number = 10 * number + (text[digits++] - '0');
+    if (digits > 0 && (text[digits] < '0' || text[digits] > '9'))
+        return number;
+    return std::strtol(text, nullptr, 10);
+}
 
 void read_unsigned(std::string_view text, std::uint32_t &field) {
     if (!read_plain(text, field)) // saves 6 % of the instructions of reading an event list

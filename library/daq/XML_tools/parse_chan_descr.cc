@@ -9,6 +9,7 @@
 #include "document_walk.h"
 #include "name_index.h"
 #include "narrow_text.h"
+#include "number_text.h"
 #include "tag_table.h"
 
 namespace {

@@ -8,7 +8,6 @@
 
 #include "document_walk.h"
 #include "env_index_dictionary_layouts.h"
-#include "narrow_text.h"
 #include "number_text.h"
 #include "tag_table.h"
 
