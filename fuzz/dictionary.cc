@@ -1,27 +1,27 @@
 /// Env index dictionaries in both layouts: the readers, the writers in every mode to every destination, and
 /// the conversions.
 
-#include "dictionary_records.h"
+#include "env_dictionary_records.h"
 #include "fuzz.h"
 
 namespace {
 
 enum { FROM_FILE = 1, LAYOUT_2010 = 2, CONVERT = 4, TO_FILE = 8, TO_FD = 16, TO_STRING = 32 };
 
-template <class Entry> void run(const fuzz_input &input, unsigned choice, int mode) {
+template <class Layout> void run(const fuzz_input &input, unsigned choice, int mode) {
     static memory_file out;
     char *const file = choice & TO_FILE ? out.holding("") : nullptr;
     const int fd = choice & TO_FD ? out.fd() : -1;
     if (choice & CONVERT) {
-        convert_dictionary<Entry>(input.text().data(), file, mode, fd);
+        Layout::convert(input.text().data(), file, mode, fd);
     } else {
-        dictionary<Entry> list;
+        dictionary<Layout> list;
         if (choice & FROM_FILE)
-            read_dictionary_file(in_a_file(input.bytes()), list);
+            Layout::read_file(in_a_file(input.bytes()), &list.entries);
         else
-            read_dictionary(input.text().data(), list);
+            Layout::read_memory(input.text().data(), &list.entries);
         std::string text;
-        write_dictionary(list, file, mode, fd, choice & TO_STRING ? &text : nullptr);
+        Layout::dump(&list.entries, file, mode, fd, choice & TO_STRING ? &text : nullptr);
     }
     out.take();
 }
@@ -34,8 +34,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size
     const unsigned choice = input.choice();
     const int mode = static_cast<int>(input.choice() % 5); // 0 and 4 are none
     if (choice & LAYOUT_2010)
-        run<entry_2010>(input, choice, mode);
+        run<layout_2010>(input, choice, mode);
     else
-        run<classic_entry>(input, choice, mode);
+        run<classic_layout>(input, choice, mode);
     return 0;
 }

@@ -1,13 +1,13 @@
 /// Event lists from memory and from a file, read, listed and released.
 
-#include "event_records.h"
+#include "event_list_records.h"
 #include "fuzz.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size) {
     hold_the_platform();
     fuzz_input input(data, size);
     const bool from_file = input.choice() & 1;
-    event_entries list;
+    event_list list;
     if (from_file)
         zeb5_parse_ev_list_readf(in_a_file(input.bytes()), &list.entries);
     else

@@ -88,11 +88,13 @@ private:
     std::string path_;
 };
 
-/// Holds the XML platform and one file for as long as the process lives.
+/// The path of the process's one file, which now holds the document.
 inline char *in_a_file(std::string_view document) {
     static memory_file file;
     return file.holding(document);
 }
+
+/// From here on to the end of the process.
 inline void hold_the_platform() { static const xml_platform platform; }
 
 /// Where failures are told: standard error as it was at the start, before anybody turned it elsewhere.

@@ -6,7 +6,7 @@
 #include <cstring>
 
 #include "channel_records.h"
-#include "dictionary_records.h"
+#include "env_dictionary_records.h"
 #include "fuzz.h"
 
 namespace {
@@ -166,28 +166,27 @@ void write_elsewhere(values &from, channel_list &list) {
 }
 
 /// A dictionary without the line that tells the time of writing.
-template <class Entry> std::string written(dictionary<Entry> &list) {
+template <class Layout> std::string written(dictionary<Layout> &list) {
     std::string text;
-    expect(write_dictionary(list, nullptr, TO_STRING, -1, &text) == 0, "a dictionary is written");
+    expect(Layout::dump(&list.entries, nullptr, TO_STRING, -1, &text) == 0, "a dictionary is written");
     const std::size_t date = text.find("\t<isodate>");
     return text.erase(date, text.find('\n', date) + 1 - date);
 }
 
 /// The entries as precisely as a document tells them.
-template <class Entry> std::string describe(const dictionary<Entry> &list) {
+template <class Layout> std::string describe(const dictionary<Layout> &list) {
     std::string text;
-    for (const Entry *entry : list.entries)
+    for (const auto *entry : list.entries)
         text += std::to_string(entry->index) + ' ' + quoted(entry->data.env_prop) + ' ' +
                 std::to_string(entry->data.env_ch_abs_delta) + ' ' +
                 std::to_string(entry->data.env_ch_rel_delta) + '\n';
     return text;
 }
 
-template <class Entry> void dictionary_trip(values &from) {
-    dictionary<Entry> list, back;
+template <class Layout> void dictionary_trip(values &from) {
+    dictionary<Layout> list, back;
     for (unsigned entries = from.below(5); entries > 0; --entries) {
-        Entry *entry = list.add();
-        entry->index = from.number();
+        auto *entry = list.add(from.number(), "");
         from.text(entry->data.env_prop);
         if (!entry->data.env_prop[0])
             entry->data.env_prop[0] = 'P';
@@ -196,7 +195,7 @@ template <class Entry> void dictionary_trip(values &from) {
     }
     const std::string first = written(list);
     std::string text = first;
-    expect(read_dictionary(text.data(), back) == 0, "a dictionary is read back");
+    expect(Layout::read_memory(text.data(), &back.entries) == 0, "a dictionary is read back");
     expect_same("entries", describe(list), describe(back));
     expect_same("dictionaries", first, written(back));
 }
@@ -209,9 +208,9 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size
     values from(input);
     const unsigned kind = from.below(4);
     if (kind == 2) {
-        dictionary_trip<classic_entry>(from);
+        dictionary_trip<classic_layout>(from);
     } else if (kind == 3) {
-        dictionary_trip<entry_2010>(from);
+        dictionary_trip<layout_2010>(from);
     } else {
         channel_list list;
         for (unsigned channels = from.below(5); channels > 0; --channels)

@@ -13,9 +13,7 @@
 #include <string>
 #include <vector>
 
-#include <gtest/gtest.h>
-
-#include "descr_readers.h"
+#include "channel_records.h"
 #include "parse_env_index_dictionary.h"
 
 struct classic_layout {
@@ -51,8 +49,6 @@ struct layout_2010 {
         return dump_env_index_dict_2010(text, file, mode, fd);
     }
 };
-
-using both_layouts = testing::Types<classic_layout, layout_2010>;
 
 /// A list that releases its entries at the end, each once.
 template <class Layout> struct dictionary {
@@ -100,25 +96,6 @@ template <class Entry> std::string describe(const std::vector<Entry *> &entries)
         text += deltas;
     }
     return text;
-}
-
-/// Reads `document` into `list`.
-template <class Layout>
-read_outcome read_dictionary(reader_form form, const std::string &document, typename Layout::list *list) {
-    return read_either(
-        form, document, [&](char *text) { return Layout::read_memory(text, list); },
-        [&](char *path) { return Layout::read_file(path, list); });
-}
-
-/// What both readers make of a document that must be read without a word.
-template <class Layout> void expect_entries(const std::string &document, const std::string &expected) {
-    for (reader_form form : both_readers) {
-        dictionary<Layout> list;
-        const read_outcome seen = read_dictionary<Layout>(form, document, &list.entries);
-        EXPECT_EQ(seen.result, 0) << reader_name(form) << ": " << document;
-        EXPECT_EQ(seen.out + seen.err, "") << reader_name(form) << ": " << document;
-        EXPECT_EQ(describe(list.entries), expected) << reader_name(form) << ": " << document;
-    }
 }
 
 #endif

@@ -11,7 +11,7 @@
 #include "capture.h"
 #include "chan_descr_writing.h"
 #include "dated_documents.h"
-#include "env_dictionary_records.h"
+#include "env_dictionary_readers.h"
 
 enum { text_lines = 1, xml_to_file_and_fd = 2, xml_to_string = 3 }; // values of `mode`
 const int all_dictionary_modes[] = {text_lines, xml_to_file_and_fd, xml_to_string, 0, 4, -1, INT_MAX,

@@ -7,7 +7,7 @@
 
 #include <gtest/gtest.h>
 
-#include "env_dictionary_records.h"
+#include "env_dictionary_readers.h"
 
 namespace {
 

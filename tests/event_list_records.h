@@ -1,7 +1,7 @@
 #ifndef EVENT_LIST_RECORDS_H
 #define EVENT_LIST_RECORDS_H
 
-/// Event lists for tests: reading them in both forms, releasing them and comparing them as text.
+/// Event lists for tests: making them, releasing them and comparing them as text.
 
 #include <cstdio>
 #include <cstring>
@@ -9,9 +9,7 @@
 #include <utility>
 #include <vector>
 
-#include <gtest/gtest.h>
-
-#include "descr_readers.h"
+#include "channel_records.h"
 #include "parse_ev_list.h"
 
 /// Releases what zeb5_clean_ev_list() leaves alone, so that leak checkers see only what the library loses.
@@ -85,25 +83,6 @@ inline std::string describe(const std::vector<zeb5_ev_entry *> &entries) {
     for (const zeb5_ev_entry *entry : entries)
         text += (text.empty() ? "" : "; ") + describe(*entry);
     return text;
-}
-
-/// Reads `document` into `list`.
-inline read_outcome read_document(reader_form form, const std::string &document,
-                                  std::vector<zeb5_ev_entry *> *list) {
-    return read_either(
-        form, document, [&](char *text) { return zeb5_parse_ev_list_read(text, list); },
-        [&](char *path) { return zeb5_parse_ev_list_readf(path, list); });
-}
-
-/// What both readers make of a document that must be read without a word.
-inline void expect_entries(const std::string &document, const std::string &expected) {
-    for (reader_form form : both_readers) {
-        event_list list;
-        const read_outcome seen = read_document(form, document, &list.entries);
-        EXPECT_EQ(seen.result, 0) << reader_name(form) << ": " << document;
-        EXPECT_EQ(seen.out + seen.err, "") << reader_name(form) << ": " << document;
-        EXPECT_EQ(describe(list.entries), expected) << reader_name(form) << ": " << document;
-    }
 }
 
 #endif

@@ -2,6 +2,7 @@
 /// a failed write to a descriptor and of no other.
 
 #include <csignal>
+#include <fcntl.h>
 #include <functional>
 #include <sys/resource.h>
 #include <sys/wait.h>
@@ -12,6 +13,7 @@
 #include "channel_records.h"
 #include "env_dictionary_records.h"
 #include "silence.h"
+#include "test_files.h"
 
 namespace {
 

@@ -7,6 +7,7 @@
 
 #include <gtest/gtest.h>
 
+#include "env_dictionary_readers.h"
 #include "every_reader.h"
 #include "failing_memory.h"
 #include "sanitized.h"

@@ -9,7 +9,7 @@
 
 #include <gtest/gtest.h>
 
-#include "env_dictionary_records.h"
+#include "env_dictionary_readers.h"
 #include "xml_platform.h"
 
 namespace {

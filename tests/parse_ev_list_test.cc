@@ -6,7 +6,7 @@
 
 #include <gtest/gtest.h>
 
-#include "event_list_records.h"
+#include "event_list_readers.h"
 #include "xml_platform.h"
 
 namespace {
