@@ -8,6 +8,8 @@
 #include <optional>
 #include <string>
 
+#include <gtest/gtest.h>
+
 #include "test_files.h"
 
 /// The process's locale while this lives, named like "de_DE.ISO-8859-1": language and character set.
@@ -46,5 +48,27 @@ private:
 
 /// One of each kind: the two of every machine, one of 8 bits, and one with a decimal comma.
 inline constexpr const char *locales[] = {"C", "C.UTF-8", "en_US.ISO-8859-1", "de_DE.ISO-8859-1"};
+
+/// The base of tests that run in each of them. It comes before what follows the locale, like the XML
+/// platform's transcoder.
+class InEachLocale : public testing::TestWithParam<const char *> {
+protected:
+    void SetUp() override {
+        if (!locale_.is_set())
+            GTEST_SKIP() << "no locale " << GetParam() << " and nothing to make it of";
+    }
+
+private:
+    locale_in_use locale_{GetParam()};
+};
+
+/// The locale in the name of such a test.
+inline std::string locale_in_name(const testing::TestParamInfo<const char *> &row) {
+    std::string name = row.param;
+    for (char &c : name)
+        if (c == '.' || c == '-')
+            c = '_';
+    return name;
+}
 
 #endif

@@ -110,19 +110,8 @@ std::string random_text(std::mt19937 &random) {
     return text;
 }
 
-class NumberText : public testing::TestWithParam<const char *> {
-protected:
-    void SetUp() override {
-        if (!locale_.is_set())
-            GTEST_SKIP() << "no locale " << GetParam() << " and nothing to make it of";
-    }
-
-private:
-    locale_in_use locale_{GetParam()};
-};
-
-INSTANTIATE_TEST_SUITE_P(Locale, NumberText, testing::ValuesIn(locales),
-                         [](const auto &row) { return std::to_string(row.index); });
+class NumberText : public InEachLocale {};
+INSTANTIATE_TEST_SUITE_P(Locale, NumberText, testing::ValuesIn(locales), locale_in_name);
 
 TEST_P(NumberText, IsReadAsTheCLibraryReadsIt) {
     for (const char *text : edges)

@@ -107,19 +107,14 @@ void expect_same_channels(reader_form form, const std::string &document, read_op
     ASSERT_EQ(outcome.err, expected.err) << reader_name(form) << ": " << document;
 }
 
-class plain_reading : public testing::TestWithParam<const char *> {
+class PlainReading : public InEachLocale {
 protected:
-    void SetUp() override {
-        if (!locale_.is_set())
-            GTEST_SKIP() << "no locale " << GetParam() << " and nothing to make it of";
-    }
-
     const xml_platform platform_; // starting it takes longer than a document
-    locale_in_use locale_{GetParam()};
     static constexpr int documents = 500;
 };
+INSTANTIATE_TEST_SUITE_P(Locale, PlainReading, testing::ValuesIn(locales), locale_in_name);
 
-TEST_P(plain_reading, delivers_the_same_steps) {
+TEST_P(PlainReading, DeliversTheSameSteps) {
     random_documents next(1);
     for (int i = 0; i < documents && !HasFatalFailure(); ++i) {
         const std::string document = next.next();
@@ -128,7 +123,7 @@ TEST_P(plain_reading, delivers_the_same_steps) {
     }
 }
 
-TEST_P(plain_reading, fills_the_same_channels) {
+TEST_P(PlainReading, FillsTheSameChannels) {
     random_documents next(2);
     for (int i = 0; i < documents && !HasFatalFailure(); ++i) {
         const std::string document = next.next();
@@ -138,9 +133,5 @@ TEST_P(plain_reading, fills_the_same_channels) {
                     ASSERT_NO_FATAL_FAILURE(expect_same_channels(form, document, {shift, delete_duplicated}));
     }
 }
-
-INSTANTIATE_TEST_SUITE_P(in_locale, plain_reading, testing::ValuesIn(locales), [](const auto &used) {
-    return replace_all(replace_all(used.param, ".", "_"), "-", "_");
-});
 
 } // namespace

@@ -173,20 +173,10 @@ std::string plain_features(const std::string &document) {
     return all_features(list);
 }
 
-class CameraPlainWalk : public testing::TestWithParam<const char *> {
-protected:
-    void SetUp() override {
-        if (!locale_.is_set())
-            GTEST_SKIP() << "no locale " << GetParam() << " and nothing to make it of";
-    }
-
-private:
-    locale_in_use locale_{GetParam()}; // before the platform, whose transcoder may follow it
+class CameraPlainWalk : public InEachLocale {
     xml_platform platform_;
 };
-
-INSTANTIATE_TEST_SUITE_P(Locale, CameraPlainWalk, testing::ValuesIn(locales),
-                         [](const auto &row) { return std::to_string(row.index); });
+INSTANTIATE_TEST_SUITE_P(Locale, CameraPlainWalk, testing::ValuesIn(locales), locale_in_name);
 
 TEST_P(CameraPlainWalk, FindsTheSame) {
     std::mt19937 random(20240518);
