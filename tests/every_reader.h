@@ -266,4 +266,16 @@ private:
     std::unique_ptr<temporary_file> file_;
 };
 
+/// A reading that a test does again and again, and what is to come of it.
+struct repeated_reading {
+    repeated_reading(const reader_row &what, const std::string &document)
+        : row(&what), source(what, document) {}
+
+    reading read() { return row->read(source.get()); }
+
+    const reader_row *row;
+    reader_source source;
+    reading expected;
+};
+
 #endif

@@ -13,8 +13,7 @@ class random_documents {
 public:
     explicit random_documents(unsigned seed) : random_(seed) {}
 
-    /// A document of one dialect; every third has odd texts, and every third is damaged at
-    /// a few places.
+    /// A document of one dialect; every third has odd texts, and every third is damaged at a few places.
     std::string next() {
         const bool daq = below(2) == 0;
         is_odd_ = below(3) == 0;

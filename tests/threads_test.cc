@@ -55,40 +55,32 @@ const reader_row writers[] = {
     {"dictionary writer", DICTIONARY, false, write<DICTIONARY, write_dictionary>},
 };
 
-struct task {
-    explicit task(const reader_row &what, const std::string &document) : row(&what), source(what, document) {}
-
-    const reader_row *row;
-    reader_source source;
-    reading expected;
-};
-
-std::vector<std::unique_ptr<task>> all_tasks() {
-    std::vector<std::unique_ptr<task>> tasks;
+std::vector<repeated_reading> all_tasks() {
+    std::vector<repeated_reading> tasks;
     for (const reader_row &reader : every_reader)
         for (const std::string &document : {good_documents[reader.kind], bad_document(reader.kind)})
-            tasks.push_back(std::make_unique<task>(reader, document));
+            tasks.emplace_back(reader, document);
     for (const reader_row &writer : writers)
-        tasks.push_back(std::make_unique<task>(writer, ""));
+        tasks.emplace_back(writer, "");
     return tasks;
 }
 
 void expect_the_same_on_all_threads() {
     const std::size_t documents = documents_of_a_thread();
     std::optional<silence> quiet(std::in_place);
-    const auto expected = all_tasks();
-    for (const auto &one : expected)
-        one->expected = one->row->read(one->source.get());
+    auto expected = all_tasks();
+    for (repeated_reading &one : expected)
+        one.expected = one.read();
     std::vector<std::string> first_wrong(thread_count);
     std::vector<std::thread> threads;
     const auto begin = std::chrono::steady_clock::now();
     for (std::size_t number = 0; number < thread_count; ++number)
         threads.emplace_back([&expected, documents, number, &wrong = first_wrong[number]] {
-            const auto own = all_tasks();
+            auto own = all_tasks();
             for (std::size_t i = 0; i < documents; ++i) {
                 const std::size_t at = (i + 5 * number) % own.size(); // no two threads do the same
-                if (!(own[at]->row->read(own[at]->source.get()) == expected[at]->expected) && wrong.empty())
-                    wrong = own[at]->row->name;
+                if (!(own[at].read() == expected[at].expected) && wrong.empty())
+                    wrong = own[at].row->name;
             }
         });
     for (std::thread &thread : threads)
