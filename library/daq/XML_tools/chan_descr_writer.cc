@@ -361,8 +361,8 @@ private:
         name_index<const chan_descr_2010, &chan_descr_2010::prop_name> written(list_.size());
         const std::size_t count = list_.size();
         for (list_position i = 0; i < count; ++i) {
-            if (i + 3 < count)
-                fetch_ahead(*list_[i + 3]);
+            if (i + 4 < count)
+                fetch_ahead(*list_[i + 4]);
             if (i + 1 < count)
                 fetch_dims_ahead(*list_[i + 1]);
             if (written.add(list_[i]))
