@@ -358,14 +358,14 @@ public:
 private:
     /// Writes every record once; the tables to the file, the XML body to `body`.
     void write_records(xml_text &body) {
-        name_index<const chan_descr_2010, &chan_descr_2010::prop_name> written(list_.size());
+        name_index<chan_descr_2010, &chan_descr_2010::prop_name> written(list_, list_.size());
         const std::size_t count = list_.size();
         for (list_position i = 0; i < count; ++i) {
             if (i + 4 < count)
                 fetch_ahead(*list_[i + 4]);
             if (i + 1 < count)
                 fetch_dims_ahead(*list_[i + 1]);
-            if (written.add(list_[i]))
+            if (written.add(i))
                 write_record(body, *list_[i], i);
         }
     }

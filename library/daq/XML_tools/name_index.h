@@ -15,42 +15,40 @@
 
 namespace zeb5 {
 
-/// Hashes records by the text field `Name`. Nothing is copied: the records must stay where they are. A record
-/// whose name was changed is found under its new name once it is added again, and no longer under the old
-/// one.
-template <class Record, char (std::remove_const_t<Record>::*Name)[256]> class name_index {
+/// Hashes the records of a list by the text field `Name`. Nothing is copied: records must keep their places
+/// in the list, which may grow. A record whose name was changed is found under its new name once it is added
+/// again, and no longer under the old one.
+template <class Record, char (Record::*Name)[256]> class name_index {
 public:
-    /// `expected`: of about so many records.
-    explicit name_index(std::size_t expected = 0)
-        : slots_(std::bit_ceil(std::max<std::size_t>(64, 2 * expected + 2))) {
-        records_.reserve(expected);
-    }
+    /// Nothing of `list` is added yet; `expected`: about how much of it will be.
+    explicit name_index(const std::vector<Record *> &list, std::size_t expected = 0)
+        : list_(list), slots_(std::bit_ceil(std::max<std::size_t>(64, 2 * expected + 2))) {}
 
-    /// The first record added whose name is exactly `name`; without one, null, after adding `make()`, which
-    /// carries the name or what its field holds of it.
-    template <class Make> Record *find_or_add(std::string_view name, Make make) {
+    /// The first record added whose name is exactly `name`; without one, null, after adding the record that
+    /// `append()` puts at the end of the list and that carries the name or what its field holds of it.
+    template <class Append> Record *find_or_add(std::string_view name, Append append) {
         make_room();
         const std::uint32_t key = hash(name);
-        slot &place = slots_[probe(name, key)];
-        if (place.number != 0)
-            return record_of(place);
-        Record *const made = make();
-        if (name.size() < sizeof(made->*Name))
-            fill(place, key, made);
+        slot &free = slots_[probe(name, key)];
+        if (free.number != 0)
+            return record_of(free);
+        append();
+        if (name.size() < sizeof(list_[0]->*Name))
+            fill(free, key, list_.size() - 1);
         else
-            add(made);
+            add(list_.size() - 1);
         return nullptr;
     }
 
-    /// Adds a record, unless one of the same name is there; whether it was added.
-    bool add(Record *record) {
+    /// Adds the record at a place of the list, unless one of the same name is there; whether it was added.
+    bool add(std::size_t place) {
         make_room();
-        const std::string_view name = name_of(record);
+        const std::string_view name = name_of(list_[place]);
         const std::uint32_t key = hash(name);
-        slot &place = slots_[probe(name, key)];
-        if (place.number != 0)
+        slot &free = slots_[probe(name, key)];
+        if (free.number != 0)
             return false;
-        fill(place, key, record);
+        fill(free, key, place);
         return true;
     }
 
@@ -58,7 +56,7 @@ private:
     /// Small, as the table is larger than the processor's cache from some ten thousand names on.
     struct slot {
         std::uint32_t key;
-        std::uint32_t number; // of the record, from 1; 0: free
+        std::uint32_t number; // of the record's place, from 1; 0: free
     };
 
     /// Eight bytes at a time: half of the instructions of std::hash, and inlined. Where the index stands goes
@@ -92,7 +90,7 @@ private:
 
     static std::string_view name_of(const Record *record) { return field_text(record->*Name); }
 
-    Record *record_of(const slot &place) const { return records_[place.number - 1]; }
+    Record *record_of(const slot &taken) const { return list_[taken.number - 1]; }
 
     /// Where the record of this name stands, or the free slot where it would.
     std::size_t probe(std::string_view name, std::uint32_t key) const {
@@ -102,13 +100,13 @@ private:
         return i;
     }
 
-    void fill(slot &place, std::uint32_t key, Record *record) {
-        records_.push_back(record);
-        place = {key, static_cast<std::uint32_t>(records_.size())};
+    void fill(slot &free, std::uint32_t key, std::size_t place) {
+        free = {key, static_cast<std::uint32_t>(place + 1)};
+        ++filled_;
     }
 
     void make_room() {
-        if (2 * (records_.size() + 1) > slots_.size())
+        if (2 * (filled_ + 1) > slots_.size())
             grow();
     }
 
@@ -127,8 +125,9 @@ private:
         return i;
     }
 
-    std::vector<Record *> records_;
+    const std::vector<Record *> &list_;
     std::vector<slot> slots_; // a power of two, at least half of it free
+    std::size_t filled_ = 0;
     std::size_t seed_ = reinterpret_cast<std::uintptr_t>(this);
 };
 

@@ -85,7 +85,7 @@ template <class Record> Record *append_new(std::vector<Record *> &parts, std::in
 /// The channel that elements go to, and its way into the caller's list.
 class channel_in_progress {
 public:
-    explicit channel_in_progress(channel_vector &list) : list_(list) {}
+    explicit channel_in_progress(channel_vector &list) : list_(list), by_prop_(list) {}
 
     /// From here on elements belong to a new channel; one that never got an identity is dropped.
     void begin() {
@@ -107,12 +107,9 @@ public:
     /// there is none, and the channel is appended under this name.
     chan_descr_2010 *find_or_append_as(std::string_view prop) {
         for (; indexed_ < list_.size(); ++indexed_)
-            if (chan_descr_2010 *const listed = list_[indexed_])
-                by_prop_.add(listed);
-        chan_descr_2010 *const entry = by_prop_.find_or_add(prop, [&] {
-            append_as(prop);
-            return channel_;
-        });
+            if (list_[indexed_])
+                by_prop_.add(indexed_);
+        chan_descr_2010 *const entry = by_prop_.find_or_add(prop, [&] { append_as(prop); });
         indexed_ = list_.size();
         return entry;
     }
