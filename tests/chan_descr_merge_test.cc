@@ -69,6 +69,17 @@ TEST(ExtendChannelDescription, RefusesDifferentPropertiesAndChangesNothing) {
     }
 }
 
+TEST(ExtendChannelDescription, LeavesARecordMergedIntoItselfAsItIs) {
+    for (bool force : both_forms) {
+        merge_pair pair;
+        add_bit(pair.in, 1, "one");
+        add_stat(add_dim(pair.in, 2, "two"), 3, "three");
+        const std::string before = describe(*pair.in);
+        EXPECT_FALSE(extend_channel_description(pair.in, pair.in, force));
+        EXPECT_EQ(describe(*pair.in), before);
+    }
+}
+
 TEST(ExtendChannelDescription, MergesTwoRecordsWithoutAProperty) {
     merge_pair pair;
     set_text(pair.in->prop_name, "");

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstring>
 #include <ctime>
+#include <limits>
 #include <string>
 
 #include <gtest/gtest.h>
@@ -18,10 +19,13 @@ struct date_case {
 const date_case date_cases[] = {
     {1625123709, "2021-07-01T13:00:09"}, // 5 h 45 min ahead
     {1625084099, "2021-07-01T01:59:59"}, // still the day before in Greenwich
-    {1735582499, "2024-12-30T23:59:59"}, {1735582500, "2024-12-31T00:00:00"},
+    {1735582499, "2024-12-30T23:59:59"},
+    {1735582500, "2024-12-31T00:00:00"},
     {1709144100, "2024-02-29T00:00:00"}, // a leap day
     {0, "1970-01-01T05:30:00"},          // 5 h 30 min ahead until 1986
-    {-1, "1970-01-01T05:29:59"},         {253402280100, "10000-01-01T00:00:00"},
+    {-1, "1970-01-01T05:29:59"},
+    {253402280100, "10000-01-01T00:00:00"},
+    {std::numeric_limits<time_t>::max(), ""}, // its year does not fit into a number
 };
 
 TEST(IsoDate, IsLocalTime) {

@@ -1,6 +1,6 @@
-/// A platform that does not come up. Initialize() and Terminate() are this program's own here: they count and
-/// pass on, or refuse, which the real ones cannot be made to do. That is why these tests are a program of
-/// their own.
+/// A platform that does not come up, or has no text for a character. Initialize(), Terminate() and
+/// transcode() are this program's own here: they count and pass on, or refuse, which the real ones cannot be
+/// made to do. That is why these tests are a program of their own.
 
 #include "xml_platform.h"
 
@@ -14,10 +14,13 @@
 #include <xercesc/util/OutOfMemoryException.hpp>
 #include <xercesc/util/PlatformUtils.hpp>
 #include <xercesc/util/RuntimeException.hpp>
+#include <xercesc/util/XMLString.hpp>
 
 #include "SAX_File_Parser.h"
 #include "SAX_Memory_Parser.h"
 #include "capture.h"
+#include "channel_records.h"
+#include "descr_extractor.h"
 #include "sax_sources.h"
 
 namespace {
@@ -25,6 +28,7 @@ namespace {
 int initialized = 0; // calls that were passed on
 int terminated = 0;
 enum { passing_on, refusing, out_of_memory, breaking } platform = passing_on;
+bool has_no_umlauts = false;
 
 /// The function of the same name in the library that this program stands in for.
 template <class Function> Function *real(Function *own) {
@@ -54,6 +58,12 @@ void XMLPlatformUtils::Initialize(const char *const locale, const char *const nl
 void XMLPlatformUtils::Terminate() {
     ++terminated;
     real(Terminate)();
+}
+
+char *XMLString::transcode(const XMLCh *const text, MemoryManager *const memory_manager) {
+    if (has_no_umlauts && indexOf(text, u'\u00DC') != -1)
+        return nullptr;
+    return real<char *(const XMLCh *, MemoryManager *)>(transcode)(text, memory_manager);
 }
 
 XERCES_CPP_NAMESPACE_END
@@ -106,6 +116,38 @@ TEST_F(RefusingPlatform, IsNotAskedForANullText) {
     EXPECT_EQ(streams.err, "");
 }
 
+TEST_F(RefusingPlatform, MakesEveryReadingOfADocumentFail) {
+    char text[] = "<CHANDESCRIPTIONS/>", path[] = "/dev/null";
+    const captured streams = capture([&] {
+        channel_list list;
+        EXPECT_EQ(parse_descr_list_read(text, &list.records, true, true), 1);
+        EXPECT_EQ(parse_descr_list_readf(path, &list.records, true, true), 1);
+        EXPECT_EQ(describe(list.records), "");
+    });
+    EXPECT_EQ(streams.err, std::string(refusal) + refusal);
+    EXPECT_EQ(streams.out, "");
+    EXPECT_EQ(initialized, 0);
+    EXPECT_EQ(terminated, 0);
+}
+
+// The extractor wants it for all of its sources, and tells nothing of its own
+TEST_F(RefusingPlatform, MakesEverySourceOfAnExtractorFail) {
+    char text[] = "<CHANDESCRIPTIONS/>";
+    std::vector<char *> sources = {text, text};
+    int total = 99;
+    channel_list list;
+    descr_extractor extractor;
+    extractor.set_mode(EXTR_FROM_XML);
+    const captured streams =
+        capture([&] { EXPECT_TRUE(extractor.get_descriptions(&sources, &total, &list.records, false)); });
+    EXPECT_EQ(streams.err, std::string(refusal) + refusal);
+    EXPECT_EQ(streams.out, "");
+    EXPECT_EQ(total, 99);
+    EXPECT_EQ(describe(list.records), "");
+    EXPECT_EQ(initialized, 0);
+    EXPECT_EQ(terminated, 0);
+}
+
 TEST_F(RefusingPlatform, ServesTheNextReaderOnceItComesUp) {
     char text[] = "<r>x</r>";
     capture([&] { EXPECT_FALSE(SAX_Memory_Parser(text).init_ok()); });
@@ -131,7 +173,8 @@ TEST_F(RefusingPlatform, ThrowsItsOwnExceptionsThroughAHolder) {
     EXPECT_EQ(terminated, 1);
 }
 
-// Xerces is then half up for good: who used it crashed. In a process of its own, as that one is lost.
+// Xerces is then half up for good: who used it crashed. In a process of its own, as that one is lost; it ends
+// as others do, and that does not use Xerces either.
 TEST(BrokenPlatform, IsNotTriedAgain) {
     const auto try_twice = [] {
         platform = breaking;
@@ -139,12 +182,12 @@ TEST(BrokenPlatform, IsNotTriedAgain) {
         for (int i = 0; i < 2; ++i) {
             try {
                 SAX_Memory_Parser parser(text);
-                _exit(1);
+                std::exit(1);
             } catch (const xercesc::OutOfMemoryException &) {
                 platform = passing_on;
             }
         }
-        _exit(initialized == 0 && terminated == 0 ? 0 : 2);
+        std::exit(initialized == 0 && terminated == 0 ? 0 : 2);
     };
     initialized = terminated = 0;
     EXPECT_EXIT(try_twice(), testing::ExitedWithCode(0), "");
@@ -172,6 +215,34 @@ TEST(CountedPlatform, IsTakenOnceAndGivenBackOnceByEveryReader) {
     });
     EXPECT_EQ(initialized, 4);
     EXPECT_EQ(terminated, 4);
+}
+
+// Transcoders of other systems have none for some characters
+template <class Source> class PlatformWithoutUmlauts : public testing::Test {
+protected:
+    PlatformWithoutUmlauts() { has_no_umlauts = true; }
+    ~PlatformWithoutUmlauts() override { has_no_umlauts = false; }
+};
+using sources = testing::Types<memory_source, file_source>;
+TYPED_TEST_SUITE(PlatformWithoutUmlauts, sources, );
+
+TYPED_TEST(PlatformWithoutUmlauts, GivesStepsWithoutTheirText) {
+    TypeParam source("<r>\u00DC<\u00DC>x</\u00DC><a>A\u00DC</a><a>A</a></r>");
+    const outcome seen = read(source);
+    EXPECT_EQ(seen.started, 0);
+    EXPECT_EQ(seen.steps_seen, "r r ~ ~ ~ a a a a a[A] ~ ~ ~ -1"); // the end tag drops a tag without a value
+    EXPECT_EQ(seen.streams.err, "");
+}
+
+TYPED_TEST(PlatformWithoutUmlauts, HasNoAttributeOfSuchAValue) {
+    TypeParam source("<r a='\u00DC' b='B'/>");
+    ASSERT_EQ(source.start(), 0);
+    EXPECT_EQ(step(source.parser()), "r");
+    char a[] = "a", b[] = "b", *value = a;
+    EXPECT_EQ(source.parser().get_attr(a, &value), -1);
+    EXPECT_EQ(value, nullptr);
+    EXPECT_EQ(source.parser().get_attr(b, &value), 0);
+    EXPECT_STREQ(value, "B");
 }
 
 } // namespace

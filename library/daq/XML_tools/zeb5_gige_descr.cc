@@ -199,8 +199,6 @@ private:
     }
 
     void descend(DOMNodeList *nodes) {
-        if (!nodes)
-            return;
         // The children of a node are a list of this class: it counts from the first at every call, which
         // would be 13 % of the instructions of reading a file
         if (typeid(*nodes) == typeid(DOMNodeListImpl)) {
