@@ -148,6 +148,18 @@ std::string document(const std::string &declarations, const std::string &content
 /// An entity of 4,032 characters, in few.
 const std::string long_entity = "<!ENTITY d '" + times(64, "x") + "'><!ENTITY e '" + times(62, "&d;") + "'>";
 
+/// Elements, and a model of ROOT in which one of them stands once and the others twice.
+std::string twice(std::size_t count) {
+    const std::string names = numbered(count, "|a", "");
+    return "<!ELEMENT a EMPTY>" + numbered(count, "<!ELEMENT a", " EMPTY>") + "<!ELEMENT ROOT (a" + names +
+           names + ")*>";
+}
+
+/// A model of ROOT with repetitions within repetitions.
+std::string repetitions(std::size_t count) {
+    return "<!ELEMENT a EMPTY><!ELEMENT ROOT " + times(count, "(") + "a" + times(count, ")*") + ">";
+}
+
 struct hostile_case {
     const char *what;
     std::string document;
@@ -205,6 +217,10 @@ const hostile_case small_cases[] = {
      READ},
     {"one name or the other", document("<!ELEMENT ROOT (a" + numbered(1200, "|a", "") + ")*>"), REFUSED,
      READ},
+    {"one of many names, each twice", document(twice(148)), REFUSED, READ},
+    {"one of as many names as may be, each twice", document(twice(147)), READ, READ},
+    {"a repeated repetition", document(repetitions(1024)), REFUSED, READ},
+    {"a repetition repeated as often as may be", document(repetitions(1023)), READ, READ},
     {"an attribute of many values",
      document(any + "<!ATTLIST ROOT a (a" + numbered(1500, "|a", "") + ") #IMPLIED>"), READ, READ},
     {"many names", "<ROOT>" + numbered(1200, "<a", "/>") + "</ROOT>", READ, READ},
@@ -258,17 +274,22 @@ struct large_case {
     ending by_sax, by_camera;
 };
 
+std::string models_of_201_names(std::size_t count) {
+    return "<!ELEMENT a EMPTY>" + numbered(200, "<!ELEMENT a", " EMPTY>") +
+           numbered(count, "<!ELEMENT b", " (a" + numbered(200, "|a", "") + ")*>");
+}
+
+std::string models_of_4_names(std::size_t count) {
+    return "<!ELEMENT a EMPTY><!ELEMENT b EMPTY><!ELEMENT c EMPTY><!ELEMENT d EMPTY>" +
+           numbered(count, "<!ELEMENT a", " (a|b|c|d)>");
+}
+
 const large_case large_cases[] = {
     {"elements within elements",
      [] { return "<ROOT>" + times(100'000, "<a>") + times(100'000, "</a>") + "</ROOT>"; }, READ, READ},
     {"elements within elements without an end", [] { return "<ROOT>" + times(100'000, "<a>"); }, REFUSED,
      REFUSED},
-    {"repetitions within repetitions",
-     [] {
-         return document("<!ELEMENT a EMPTY><!ELEMENT ROOT " + times(100'000, "(") + "a" +
-                         times(100'000, ")*") + ">");
-     },
-     REFUSED, READ},
+    {"repetitions within repetitions", [] { return document(repetitions(100'000)); }, REFUSED, READ},
     {"groups within groups",
      [] {
          return document("<!ELEMENT a EMPTY><!ELEMENT ROOT " + times(500'000, "(") + "a?" +
@@ -282,6 +303,17 @@ const large_case large_cases[] = {
      REFUSED, REFUSED},
     {"names in a row", [] { return document("<!ELEMENT ROOT (a" + times(100'000, ",a") + ")>"); }, REFUSED,
      REFUSED},
+    {"models of many names", [] { return document(any + models_of_201_names(7)); }, REFUSED, READ},
+    {"as many models of many names as may be", [] { return document(any + models_of_201_names(6)); }, READ,
+     READ},
+    {"models of few names", [] { return document(any + models_of_4_names(16'384) + "<!ELEMENT e (a)>"); },
+     REFUSED, REFUSED},
+    {"as many models of few names as may be", [] { return document(any + models_of_4_names(16'384)); }, READ,
+     READ},
+    {"declarations", [] { return document(any + numbered(65'536, "<!ELEMENT a", " EMPTY>")); }, REFUSED,
+     REFUSED},
+    {"as many declarations as may be",
+     [] { return document(any + numbered(65'535, "<!ELEMENT a", " EMPTY>")); }, READ, READ},
     {"a long text", [] { return "<ROOT>" + std::string(50'000'000, 'x') + "</ROOT>"; }, READ, READ},
     {"a long name", [] { return "<ROOT><" + std::string(1'000'000, 'a') + "/></ROOT>"; }, READ, READ},
     {"a long attribute", [] { return "<ROOT a='" + std::string(5'000'000, 'x') + "'/>"; }, READ, READ},
