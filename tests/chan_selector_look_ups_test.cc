@@ -260,13 +260,16 @@ TEST(ChanSelectorLookUps, AnswerAsASearchInLongListsWithNamesChangedByFreshPoint
 /// Six hundred channels, more than are compared at every question, all of them handed out; `first` is
 /// the DAQ name of channel 0.
 struct long_list : pair_of_selectors {
-    long_list() {
+    /// `unknown`: how many names are asked for before that are nobody's
+    explicit long_list(int unknown = 0) {
         std::vector<channel_source> channels;
         for (int i = 0; i < 600; ++i)
             channels.push_back(
                 {numbered("P", i), numbered("D", i), 1u << (i % 28), static_cast<std::uint32_t>(i), 1});
         add(channels);
         compare_name("D599");
+        for (int i = 0; i < unknown; ++i)
+            expect_same(tested().get_data_type(name(numbered("N", i))), 0, "get_data_type", numbered("N", i));
         first = tested().get_channel(0);
         for (int i = 1; i < 600; ++i)
             tested().get_channel(i);
@@ -286,6 +289,15 @@ void question_all(long_list &list) {
 TEST(ChanSelectorLookUps, FindANewNameWrittenByAnOldPointer) {
     capture([] {
         long_list list;
+        list.rename_by(list.first, 0, false, "NEW");
+        list.compare_name("NEW");
+        question_all(list);
+    });
+}
+
+TEST(ChanSelectorLookUps, FindANewNameWrittenByAnOldPointerThoughManyOthersWereNobodysBefore) {
+    capture([] {
+        long_list list(300);
         list.rename_by(list.first, 0, false, "NEW");
         list.compare_name("NEW");
         question_all(list);
