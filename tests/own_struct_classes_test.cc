@@ -79,6 +79,16 @@ TEST(OwnStructClasses, AreAskedAtEveryQuestion) {
         }
 }
 
+TEST(OwnStructClasses, CountFromTheNextQuestionForOneName) {
+    chan_selector selector;
+    add_channels(selector, {{"NAME", "OTHER", 0x82, 0, 0}, {"PROP", "NAME", 0x90, 0, 0}});
+    for (int round = 0; round < 3; ++round)
+        for (const class_case &c : class_cases) {
+            classify_all(c.structure);
+            EXPECT_EQ(selector.get_event_type(name("NAME")), c.by_daq_name ? 0x90 : 0x82) << c.structure;
+        }
+}
+
 TEST(OwnStructClasses, OfOneEventTypeAreEnough) {
     for (int other : {1, 7}) {
         classify_all(ZEB5_EV_STRUCT_LOCAL);
