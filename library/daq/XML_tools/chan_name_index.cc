@@ -73,12 +73,11 @@ void chan_name_index::fill() {
             return true;
         });
     filled_ = true;
-    indexed_ = list_.size();
     searches_in_vain_ = 0;
 }
 
 void chan_name_index::check(std::size_t position) {
-    if (!is_filled())
+    if (!filled_)
         return;
     const place at = static_cast<place>(position);
     filled_ = all_entries(*list_[at], [this, at](name_role role, std::size_t hash, bool is_event_name) {
@@ -132,14 +131,14 @@ chan_name_index::place chan_name_index::first_handed_out(name_role role, std::st
 }
 
 const chan_descr_2010 *chan_name_index::find(name_role role, std::string_view name) {
-    if (role == EVENT_NAME || !is_filled())
+    if (role == EVENT_NAME || !filled_)
         note_event_classes();
     if (slots_.size() < slots_wanted()) // memory ran out when the list grew
         return search(role, name);
 
     const std::size_t hash = hash_of(name);
     const auto is_wrong = [&](place at) { return at != nowhere && !matches(role, *list_[at], name); };
-    if (!is_filled() || is_wrong(slot_of(hash).first[role]))
+    if (!filled_ || is_wrong(slot_of(hash).first[role]))
         fill();
     const slot &known = slot_of(hash);
     const place indexed = known.first[role];

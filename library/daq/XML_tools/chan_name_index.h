@@ -75,13 +75,11 @@ private:
     slot &slot_of(std::size_t hash);
     void note_event_classes();
     std::size_t slots_wanted() const { return 5 * list_.size() / 2 + 1; }
-    bool is_filled() const { return filled_ && indexed_ == list_.size(); }
     void fill();
 
     const std::vector<chan_descr_2010 *> &list_;
     std::vector<slot> slots_; // a power of two, a fifth of it free
     bool filled_ = false;     // the slots hold what was in the list, by all that is known
-    std::size_t indexed_ = 0; // how long it was then
     std::size_t searches_in_vain_ = 0;
     std::uint32_t non_local_ = 0; // event types that are neither local nor ML
 
