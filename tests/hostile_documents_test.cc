@@ -181,6 +181,7 @@ const hostile_case small_cases[] = {
      REFUSED},
     {"many lists of empty defaults", document(any + numbered(330, "<!ATTLIST ROOT a", " CDATA ''>")), READ,
      READ},
+    {"lists of no attributes", document(any + times(400, "<!ATTLIST ROOT>")), READ, READ},
     {"elements of an entity",
      document(any + "<!ELEMENT a EMPTY><!ENTITY e '" + times(1000, "<a/>") + "'>", times(1000, "&e;")),
      REFUSED, REFUSED},
@@ -284,6 +285,23 @@ std::string models_of_4_names(std::size_t count) {
            numbered(count, "<!ELEMENT a", " (a|b|c|d)>");
 }
 
+std::string lists_of_64_characters(std::size_t count) {
+    const std::string text(64, 'x');
+    std::string all;
+    for (std::size_t i = 0; i < count; ++i) {
+        const std::string element = "a" + std::to_string(i);
+        all += "<!ELEMENT " + element + " EMPTY><!ATTLIST " + element + " b CDATA '" + text + "'>";
+    }
+    return all;
+}
+
+/// Seventy thousand elements, each with two defaults of these lengths.
+std::string elements_with_defaults(std::size_t first, std::size_t second) {
+    return document(any + "<!ELEMENT a EMPTY><!ATTLIST a b CDATA '" + times(first, "x") + "' c CDATA '" +
+                        times(second, "x") + "'>",
+                    times(70'000, "<a/>"));
+}
+
 const large_case large_cases[] = {
     {"elements within elements",
      [] { return "<ROOT>" + times(100'000, "<a>") + times(100'000, "</a>") + "</ROOT>"; }, READ, READ},
@@ -314,6 +332,11 @@ const large_case large_cases[] = {
      REFUSED},
     {"as many declarations as may be",
      [] { return document(any + numbered(65'535, "<!ELEMENT a", " EMPTY>")); }, READ, READ},
+    {"lists of defaults", [] { return document(any + lists_of_64_characters(13'108)); }, REFUSED, REFUSED},
+    {"as many lists of defaults as may be", [] { return document(any + lists_of_64_characters(13'107)); },
+     READ, READ},
+    {"elements with defaults", [] { return elements_with_defaults(32, 33); }, REFUSED, REFUSED},
+    {"elements with defaults that are free", [] { return elements_with_defaults(32, 32); }, READ, READ},
     {"a long text", [] { return "<ROOT>" + std::string(50'000'000, 'x') + "</ROOT>"; }, READ, READ},
     {"a long name", [] { return "<ROOT><" + std::string(1'000'000, 'a') + "/></ROOT>"; }, READ, READ},
     {"a long attribute", [] { return "<ROOT a='" + std::string(5'000'000, 'x') + "'/>"; }, READ, READ},
