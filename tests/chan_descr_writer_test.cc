@@ -167,6 +167,18 @@ TEST(ChanDescrWriter, ComparesPropertyNamesToTheirLastByte) {
     EXPECT_EQ(xml_of(list, chandescriptions), bare_document(chandescriptions, {start + "1", start + "2"}));
 }
 
+TEST(ChanDescrWriter, ComparesPropertyNamesOfEveryLengthWhateverStandsBesideThem) {
+    for (size_t length = 1; length <= 25; ++length) {
+        const std::string start(length - 1, 'p');
+        channel_list list;
+        for (const char *end : {"1", "2", "1"})
+            list.add(make_channel((start + end).c_str()));
+        list.records[2]->db_key = 0x01020304; // before the name in the record, and not written
+        EXPECT_EQ(xml_of(list, chandescriptions),
+                  bare_document(chandescriptions, {start + "1", start + "2"}));
+    }
+}
+
 TEST(ChanDescrWriter, WritesARecordThatStandsTwiceOnce) {
     channel_list list;
     list.add(list.add(make_channel("P")));

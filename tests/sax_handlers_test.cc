@@ -130,6 +130,24 @@ TYPED_TEST(StepHandlers, KeepTheLastStartTagAndItsAttributes) {
     EXPECT_EQ(state(h), "B");
 }
 
+TYPED_TEST(StepHandlers, BeginWithTextsOfNoCharacters) {
+    start(this->handlers, u"", {{u"", u"", u""}});
+    EXPECT_EQ(state(this->handlers), " :=");
+}
+
+TYPED_TEST(StepHandlers, TellNamesApartByEachCharacter) {
+    const std::string longest = "ABCDEFGHIJKL";
+    for (size_t length = 1; length <= longest.size(); ++length)
+        for (size_t i = 0; i < length; ++i) {
+            std::string other = longest.substr(0, length);
+            other[i] = 'x';
+            for (const std::string &name : {longest.substr(0, length), other}) {
+                start(this->handlers, std::u16string(name.begin(), name.end()).c_str());
+                EXPECT_EQ(state(this->handlers), name);
+            }
+        }
+}
+
 TYPED_TEST(StepHandlers, LeaveTheTextAloneAtAStartTag) {
     start(this->handlers, u"A");
     this->text(u"text");
