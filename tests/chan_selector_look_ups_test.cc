@@ -295,6 +295,15 @@ TEST(ChanSelectorLookUps, FindANewNameWrittenByAnOldPointer) {
     });
 }
 
+TEST(ChanSelectorLookUps, FindANewNameWrittenByAnOldPointerAfterASearchForNobody) {
+    capture([] {
+        long_list list;
+        list.compare_name("NOBODY");
+        list.rename_by(list.first, 0, false, "NEW");
+        list.compare_name("NEW");
+    });
+}
+
 TEST(ChanSelectorLookUps, FindANewNameWrittenByAnOldPointerThoughManyOthersWereNobodysBefore) {
     capture([] {
         long_list list(300);
