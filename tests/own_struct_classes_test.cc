@@ -1,6 +1,9 @@
 /// A process may classify its event types itself, with values outside of the enumeration: the selector asks
 /// that function. This program has one, and links the shared library like any other process.
 
+#include <algorithm>
+#include <iterator>
+
 #include <gtest/gtest.h>
 
 #include "capture.h"
@@ -101,6 +104,19 @@ TEST(OwnStructClasses, OfOneEventTypeAreEnough) {
         own_structure[3] = 12; // a type that the channel has not
         EXPECT_EQ(selector.is_channel_ml(0), 0) << other;
     }
+}
+
+TEST(OwnStructClasses, OfTypesThatNoMaskHasDoNotCount) {
+    classify_all(ZEB5_EV_STRUCT_LOCAL);
+    std::fill(own_structure + 32, std::end(own_structure), 12);
+    chan_selector selector;
+    add_channels(selector, {{"PROP", "DAQ", 1, 0, 0}});
+    EXPECT_EQ(capture([&] { EXPECT_EQ(selector.get_event_type(name("PROP")), 0); }).out,
+              "CHANNEL PROP NOT FOUND\n");
+    EXPECT_EQ(selector.is_channel_ml(0), 0);
+    own_structure[0] = 12;
+    EXPECT_EQ(selector.get_event_type(name("PROP")), 1);
+    EXPECT_EQ(selector.is_channel_ml(0), 1);
 }
 
 TEST(OwnStructClasses, AreAskedWithTheEventTypeAsItWasGiven) {
