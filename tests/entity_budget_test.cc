@@ -80,6 +80,10 @@ const budget_case budget_cases[] = {
      3},
     {"characters are no references", {{u"a", general, repeated(u"&#65;", 800)}, {u"#65", general, u"x"}}, 2},
     {"marks without an end are no references", {{u"a", general, u"& 100 % &"}, {u"b", general, u"%&a;"}}, 2},
+    {"references behind a character",
+     {{u"a", general, u"x"}, {u"b", general, u"&#65;" + repeated(u"&a;", 1001)}},
+     1},
+    {"references behind a mark", {{u"a", general, u"x"}, {u"b", general, u"&" + repeated(u"&a;", 1001)}}, 1},
 };
 
 TEST(EntityBudget, AddsUpWhatEachEntityReaches) {
