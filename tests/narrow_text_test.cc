@@ -1,0 +1,38 @@
+#include "narrow_text.h"
+
+#include <string>
+
+#include <gtest/gtest.h>
+
+#include "xml_platform.h"
+
+namespace {
+
+struct narrow_case {
+    std::u16string text;
+    std::size_t length; // what is said of it
+    const char *narrow;
+};
+
+const narrow_case narrow_cases[] = {
+    {u"", 0, ""},
+    {u"abc", 3, "abc"},
+    {u"abcdefghijk", 11, "abcdefghijk"},
+    {u"abc", 0, "abc"}, // it goes on behind its length
+    {u"abcdefghijk", 3, "abcdefghijk"},
+    {u"abcdefghijk", 8, "abcdefghijk"},
+    {std::u16string(u"ab\0cdefghijk", 12), 12, "ab"},
+    {std::u16string(u"abcdefghij\0k", 12), 12, "abcdefghij"},
+};
+
+TEST(NarrowText, EndsWhereTheTextDoesWhateverItsLengthIsSaidToBe) {
+    const xml_platform platform;
+    zeb5::narrower narrower;
+    zeb5::narrow_buffer buffer;
+    for (const narrow_case &c : narrow_cases) {
+        EXPECT_STREQ(narrower.narrow(c.text.c_str(), c.length, buffer), c.narrow);
+        EXPECT_EQ(buffer.size(), std::string(c.narrow).size()) << c.narrow;
+    }
+}
+
+} // namespace
