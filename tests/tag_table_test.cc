@@ -22,12 +22,12 @@ constexpr tag_row<int> rows[] = {
 };
 constexpr tag_table table{rows};
 
-/// What the table says of a name; 0 for none.
+/// What the table says of a name; -1 for none.
 int found(const std::string &name) {
     char text[48] = {};
     std::memcpy(text, name.data(), name.size());
     const int *action = table.find(tag_name{text, name.size()});
-    return action ? *action : 0;
+    return action ? *action : -1;
 }
 
 TEST(TagTable, FindsEachOfItsTags) {
@@ -49,7 +49,7 @@ TEST(TagTable, FindsNothingElse) {
                                   "CHANDESCRIPTIONSX",
                                   "CHANDESCRIPTIONS and far more than sixteen"};
     for (const char *name : others)
-        EXPECT_EQ(found(name), 0) << '"' << name << '"';
+        EXPECT_EQ(found(name), -1) << '"' << name << '"';
 }
 
 } // namespace
