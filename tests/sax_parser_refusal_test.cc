@@ -126,6 +126,12 @@ TYPED_TEST(HostileDocument, MayExpandEntitiesAThousandTimes) {
     }
 }
 
+std::string too_many_expansions(const std::string &file) {
+    return "\nFatal Error at (file " + file +
+           ", line 1, char #): parser has encountered more than '1000' entity expansions in the document; "
+           "this is the limit imposed by the application\n";
+}
+
 TYPED_TEST(HostileDocument, MayNotExpandThemOnceMore) {
     const std::string documents[] = {
         with_entity + "<r>" + repeated("&e;", 1001) + "</r>",
@@ -139,10 +145,7 @@ TYPED_TEST(HostileDocument, MayNotExpandThemOnceMore) {
         EXPECT_EQ(seen.started, 0);
         EXPECT_EQ(seen.count, 1);
         EXPECT_TRUE(seen.steps_seen.ends_with("1")) << seen.steps_seen.substr(0, 200);
-        EXPECT_EQ(without_column(seen.streams.err),
-                  "\nFatal Error at (file " + source.system_id() +
-                      ", line 1, char #): parser has encountered more than '1000' entity expansions in the "
-                      "document; this is the limit imposed by the application\n");
+        EXPECT_EQ(without_column(seen.streams.err), too_many_expansions(source.system_id()));
     }
 }
 
@@ -156,35 +159,34 @@ std::string bomb(const std::string &kind, const std::string &reference_mark) {
     return all;
 }
 
-template <class Source> void expect_one_fatal_report(const std::string &document) {
+template <class Source> void expect_declarations_refused(const std::string &document) {
     Source source(document);
     const outcome seen = read(source);
     const std::string end = document.substr(document.size() - 40);
     EXPECT_EQ(seen.count, 1) << "..." << end;
-    EXPECT_EQ(seen.streams.err.rfind("\nFatal Error at (file " + source.system_id() + ", line 1, char ", 0),
-              0u)
-        << "..." << end << '\n'
-        << seen.streams.err;
+    EXPECT_EQ(without_column(seen.streams.err),
+              too_many_expansions(source.system_id()) + "scanFirst() failed\n")
+        << "..." << end;
 }
 
 TYPED_TEST(HostileDocument, MayNotExpandEntitiesThatGrowWithEveryLevel) {
     const std::string declared = "<!DOCTYPE r [<!ELEMENT r ANY><!ATTLIST r a CDATA #IMPLIED>" + bomb("", "&");
-    expect_one_fatal_report<TypeParam>(declared + "]><r>&e4;</r>");
-    expect_one_fatal_report<TypeParam>(declared + "]><r a='&e4;'/>");
+    expect_declarations_refused<TypeParam>(declared + "]><r>&e4;</r>");
+    expect_declarations_refused<TypeParam>(declared + "]><r a='&e4;'/>");
 }
 
 // The XML library's own limit does not see these two
 TYPED_TEST(HostileDocument, MayNotExpandThemInItsDeclarationsEither) {
     const std::string declared = "<!DOCTYPE r [<!ELEMENT r ANY>";
-    expect_one_fatal_report<TypeParam>(declared + bomb("", "&") + "<!ATTLIST r a CDATA '&e4;'>]><r/>");
-    expect_one_fatal_report<TypeParam>(declared + bomb("%", "&#37;") + "%e4;]><r/>");
+    expect_declarations_refused<TypeParam>(declared + bomb("", "&") + "<!ATTLIST r a CDATA '&e4;'>]><r/>");
+    expect_declarations_refused<TypeParam>(declared + bomb("%", "&#37;") + "%e4;]><r/>");
 }
 
 // References in a default are not counted by the XML library, so the text of one entity is bounded.
 TYPED_TEST(HostileDocument, MayNotHaveAnEntityOfEndlessText) {
     const std::string declared = "<!DOCTYPE r [<!ELEMENT r ANY><!ENTITY e '" + repeated("x", 4097) + "'>";
-    expect_one_fatal_report<TypeParam>(declared + "<!ATTLIST r a CDATA '" + repeated("&e;", 1500) +
-                                       "'>]><r/>");
+    expect_declarations_refused<TypeParam>(declared + "<!ATTLIST r a CDATA '" + repeated("&e;", 1500) +
+                                           "'>]><r/>");
 }
 
 /// A content model with as many groups as a table of its states has bits.
@@ -256,9 +258,9 @@ TYPED_TEST(HostileDocument, MayRepeatNamesInItsContentModels) {
 }
 
 TYPED_TEST(HostileDocument, MayNotExpandAnEntityWithinItself) {
-    expect_one_fatal_report<TypeParam>(
+    expect_declarations_refused<TypeParam>(
         "<!DOCTYPE r [<!ELEMENT r ANY><!ENTITY a '&b;'><!ENTITY b '&a;'>]><r>&a;</r>");
-    expect_one_fatal_report<TypeParam>("<!DOCTYPE r [<!ELEMENT r ANY><!ENTITY a '&a;'>]><r>&a;</r>");
+    expect_declarations_refused<TypeParam>("<!DOCTYPE r [<!ELEMENT r ANY><!ENTITY a '&a;'>]><r>&a;</r>");
 }
 
 } // namespace
