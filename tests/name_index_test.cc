@@ -12,7 +12,7 @@ struct record {
     char name[256];
 };
 
-using index = zeb5::name_index<record, &record::name>;
+using name_index = zeb5::name_index<record, &record::name>;
 
 struct record_list {
     record *add(const std::string &name) {
@@ -23,7 +23,7 @@ struct record_list {
     }
 
     /// Where a name is found; -1 when it was added.
-    long find_or_add(index &names, const std::string &name) {
+    long find_or_add(name_index &names, const std::string &name) {
         const record *const found = names.find_or_add(name, [&] { add(name); });
         for (std::size_t i = 0; i < records.size(); ++i)
             if (records[i] == found)
@@ -42,7 +42,7 @@ TEST(NameIndex, GrowsWithTheListAndFindsEveryName) {
     constexpr int count = 3000;
     for (const std::size_t expected : {0, 100, count}) {
         record_list list;
-        index names(list.records, expected);
+        name_index names(list.records, expected);
         for (int n = 0; n < count; ++n)
             ASSERT_EQ(list.find_or_add(names, nth_name(n)), -1) << nth_name(n);
         for (int n = 0; n < count; ++n)
@@ -53,7 +53,7 @@ TEST(NameIndex, GrowsWithTheListAndFindsEveryName) {
 
 TEST(NameIndex, FindsTheFirstOfAName) {
     record_list list;
-    index names(list.records);
+    name_index names(list.records);
     list.add("twice");
     list.add("once");
     list.add("twice");
@@ -67,7 +67,7 @@ TEST(NameIndex, FindsTheFirstOfAName) {
 TEST(NameIndex, KnowsOfALongNameWhatTheFieldHolds) {
     const std::string most(255, 'x');
     record_list list;
-    index names(list.records);
+    name_index names(list.records);
     EXPECT_EQ(list.find_or_add(names, most + "y"), -1);
     EXPECT_EQ(list.find_or_add(names, most), 0);
     EXPECT_EQ(list.find_or_add(names, most + "y"), -1);
@@ -76,7 +76,7 @@ TEST(NameIndex, KnowsOfALongNameWhatTheFieldHolds) {
 
 TEST(NameIndex, FindsAChangedNameOnceItIsAddedAgain) {
     record_list list;
-    index names(list.records);
+    name_index names(list.records);
     list.add("old");
     names.add(0);
     zeb5::copy_text(list.records[0]->name, "new");

@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <bit>
 #include <cstring>
-#include <functional>
 #include <utility>
 
 #include "event_util.h"
@@ -16,8 +15,6 @@ namespace {
 template <std::size_t N> bool is_text(const char (&field)[N], std::string_view text) {
     return text.size() < N && field[text.size()] == '\0' && std::memcmp(field, text.data(), text.size()) == 0;
 }
-
-std::size_t hash_of(std::string_view name) { return std::hash<std::string_view>{}(name); }
 
 /// The half of a hash that does not say where in the table it belongs.
 std::uint32_t key_of(std::size_t hash) { return static_cast<std::uint32_t>(hash >> 32); }

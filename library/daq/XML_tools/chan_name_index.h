@@ -8,6 +8,7 @@
 #include <string_view>
 #include <vector>
 
+#include "name_hash.h"
 #include "parse_chan_descr.h"
 
 namespace zeb5 {
@@ -41,6 +42,7 @@ public:
     static constexpr std::size_t window = 256;
     static constexpr std::size_t most_in_vain = 256;
 
+    /// The list is empty yet.
     explicit chan_name_index(const std::vector<chan_descr_2010 *> &list);
 
     /// To be called before a reader appends records to the list or changes some: it may end at any of them.
@@ -68,6 +70,7 @@ private:
         place first[NAME_ROLES]; // all nowhere: the slot is free
     };
 
+    std::size_t hash_of(std::string_view name) const { return name_hash(name, seed_); }
     bool matches(name_role role, const chan_descr_2010 &record, std::string_view name) const;
     const chan_descr_2010 *search(name_role role, std::string_view name) const;
     place first_handed_out(name_role role, std::string_view name, place before) const;
@@ -85,6 +88,8 @@ private:
 
     std::vector<place> latest_; // handed out last, the latest first
     bool any_older_ = false;    // others were handed out before
+
+    std::size_t seed_ = reinterpret_cast<std::uintptr_t>(this);
 };
 
 } // namespace zeb5

@@ -6,10 +6,10 @@
 #include <algorithm>
 #include <bit>
 #include <cstdint>
-#include <cstring>
 #include <string_view>
 #include <vector>
 
+#include "name_hash.h"
 #include "narrow_text.h"
 
 namespace zeb5 {
@@ -58,33 +58,8 @@ private:
         std::uint32_t number; // of the record's place, from 1; 0: free
     };
 
-    /// Eight bytes at a time: half of the instructions of std::hash, and inlined. Where the index stands goes
-    /// into it, so that nobody can make up names that all get one key.
     std::uint32_t hash(std::string_view name) const {
-        const char *at = name.data();
-        const char *const end = at + name.size();
-        std::size_t key = seed_ + name.size();
-        std::size_t word = 0;
-        for (; end - at > 8; at += 8)
-            key = mixed(key, word_at(at));
-        if (name.size() >= 8)
-            return static_cast<std::uint32_t>(mixed(key, word_at(end - 8))); // some bytes once more
-        for (; at != end; ++at)
-            word = word << 8 | static_cast<unsigned char>(*at);
-        return static_cast<std::uint32_t>(mixed(key, word));
-    }
-
-    static std::size_t word_at(const char *at) {
-        std::size_t word;
-        std::memcpy(&word, at, sizeof word);
-        return word;
-    }
-
-    /// Each bit reaches both halves of the product, in a way that depends on the other bits.
-    static std::size_t mixed(std::size_t key, std::size_t word) {
-        __extension__ typedef unsigned __int128 two_words;
-        const two_words product = static_cast<two_words>(key ^ word) * 0x9E3779B97F4A7C15;
-        return static_cast<std::size_t>(product) ^ static_cast<std::size_t>(product >> 64);
+        return static_cast<std::uint32_t>(name_hash(name, seed_));
     }
 
     static std::string_view name_of(const Record *record) { return field_text(record->*Name); }
