@@ -11,13 +11,18 @@ namespace {
 struct narrow_case {
     std::u16string text;
     std::size_t length; // what is said of it
-    const char *narrow;
+    std::string narrow;
 };
 
 const narrow_case narrow_cases[] = {
     {u"", 0, ""},
     {u"abc", 3, "abc"},
+    {u"abcd", 4, "abcd"},
+    {u"abcdefg", 7, "abcdefg"},
+    {u"abcdefgh", 8, "abcdefgh"},
     {u"abcdefghijk", 11, "abcdefghijk"},
+    {u"abcdefghijklmnop", 16, "abcdefghijklmnop"},
+    {std::u16string(200, u'x'), 200, std::string(200, 'x')},
     {u"abc", 0, "abc"}, // it goes on behind its length
     {u"abcdefghijk", 3, "abcdefghijk"},
     {u"abcdefghijk", 8, "abcdefghijk"},
@@ -30,8 +35,8 @@ TEST(NarrowText, EndsWhereTheTextDoesWhateverItsLengthIsSaidToBe) {
     zeb5::narrower narrower;
     zeb5::narrow_buffer buffer;
     for (const narrow_case &c : narrow_cases) {
-        EXPECT_STREQ(narrower.narrow(c.text.c_str(), c.length, buffer), c.narrow);
-        EXPECT_EQ(buffer.size(), std::string(c.narrow).size()) << c.narrow;
+        EXPECT_EQ(narrower.narrow(c.text.c_str(), c.length, buffer), c.narrow);
+        EXPECT_EQ(buffer.size(), c.narrow.size()) << c.narrow;
     }
 }
 

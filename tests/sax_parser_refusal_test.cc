@@ -26,10 +26,12 @@ TEST(WatchedFile, KnowsWhenItIsOpened) {
     EXPECT_TRUE(watch.was_opened());
 }
 
-/// The report with "#" for the column, which depends on the length of names made up by the test.
+/// The report with "#" for the column, which depends on the length of names made up by the test and on where
+/// the parser happens to be.
 std::string without_column(std::string report) {
-    const size_t begin = report.find(", char ") + 7;
-    return report.replace(begin, report.find(')', begin) - begin, "#");
+    const size_t begin = report.find(", char ");
+    const size_t end = report.find(')', begin);
+    return end == std::string::npos ? report : report.replace(begin, end - begin, ", char #");
 }
 
 struct external_case {
@@ -126,67 +128,64 @@ TYPED_TEST(HostileDocument, MayExpandEntitiesAThousandTimes) {
     }
 }
 
-std::string too_many_expansions(const std::string &file) {
-    return "\nFatal Error at (file " + file +
-           ", line 1, char #): parser has encountered more than '1000' entity expansions in the document; "
+std::string too_many_expansions(const std::string &file, const std::string &column) {
+    return "\nFatal Error at (file " + file + ", line 1, char " + column +
+           "): parser has encountered more than '1000' entity expansions in the document; "
            "this is the limit imposed by the application\n";
 }
 
 TYPED_TEST(HostileDocument, MayNotExpandThemOnceMore) {
-    const std::string documents[] = {
-        with_entity + "<r>" + repeated("&e;", 1001) + "</r>",
-        with_entity + "<r>" + repeated("&two;", 501) + "</r>",
-        with_entity + "<r a=\"" + repeated("&e;", 1001) + "\"/>",
-        with_entity + "<r a=\"" + repeated("&e;", 500) + "\">" + repeated("&e;", 501) + "</r>",
+    const struct {
+        std::string content, steps;
+    } rows[] = {
+        {"<r>" + repeated("&e;", 1001) + "</r>", "r r[E]" + repeated(" ~", 999) + " 1"},
+        {"<r>" + repeated("&two;", 501) + "</r>", "r r[E]" + repeated(" ~", 999) + " 1"},
+        {"<r a=\"" + repeated("&e;", 1001) + "\"/>", "1"},
+        {"<r a=\"" + repeated("&e;", 500) + "\">" + repeated("&e;", 501) + "</r>",
+         "r r[E]" + repeated(" ~", 499) + " 1"},
     };
-    for (const auto &document : documents) {
-        TypeParam source(document);
+    for (const auto &row : rows) {
+        TypeParam source(with_entity + row.content);
         const outcome seen = read(source);
         EXPECT_EQ(seen.started, 0);
         EXPECT_EQ(seen.count, 1);
-        EXPECT_TRUE(seen.steps_seen.ends_with("1")) << seen.steps_seen.substr(0, 200);
-        EXPECT_EQ(without_column(seen.streams.err), too_many_expansions(source.system_id()));
+        EXPECT_TRUE(seen.steps_seen == row.steps)
+            << row.content.substr(0, 20) << seen.steps_seen.substr(0, 200);
+        EXPECT_EQ(without_column(seen.streams.err), too_many_expansions(source.system_id(), "#"));
     }
 }
 
-/// Entities e0 to e4, each of which is ten of the one before: e4 is ten thousand blanks.
+/// Entities, each of which is ten of the one before: the fourth is a thousand of the first.
 std::string bomb(const std::string &kind, const std::string &reference_mark) {
     std::string all = "<!ENTITY " + kind + " e0 ' '>";
-    for (int i = 1; i < 5; ++i) {
+    for (int i = 1; i < 4; ++i) {
         const std::string one_before = reference_mark + "e" + std::to_string(i - 1) + ";";
         all += "<!ENTITY " + kind + " e" + std::to_string(i) + " '" + repeated(one_before.c_str(), 10) + "'>";
     }
     return all;
 }
 
-template <class Source> void expect_declarations_refused(const std::string &document) {
-    Source source(document);
-    const outcome seen = read(source);
-    const std::string end = document.substr(document.size() - 40);
-    EXPECT_EQ(seen.count, 1) << "..." << end;
-    EXPECT_EQ(without_column(seen.streams.err),
-              too_many_expansions(source.system_id()) + "scanFirst() failed\n")
-        << "..." << end;
-}
-
-TYPED_TEST(HostileDocument, MayNotExpandEntitiesThatGrowWithEveryLevel) {
-    const std::string declared = "<!DOCTYPE r [<!ELEMENT r ANY><!ATTLIST r a CDATA #IMPLIED>" + bomb("", "&");
-    expect_declarations_refused<TypeParam>(declared + "]><r>&e4;</r>");
-    expect_declarations_refused<TypeParam>(declared + "]><r a='&e4;'/>");
-}
-
-// The XML library's own limit does not see these two
-TYPED_TEST(HostileDocument, MayNotExpandThemInItsDeclarationsEither) {
-    const std::string declared = "<!DOCTYPE r [<!ELEMENT r ANY>";
-    expect_declarations_refused<TypeParam>(declared + bomb("", "&") + "<!ATTLIST r a CDATA '&e4;'>]><r/>");
-    expect_declarations_refused<TypeParam>(declared + bomb("%", "&#37;") + "%e4;]><r/>");
-}
-
-// References in a default are not counted by the XML library, so the text of one entity is bounded.
-TYPED_TEST(HostileDocument, MayNotHaveAnEntityOfEndlessText) {
-    const std::string declared = "<!DOCTYPE r [<!ELEMENT r ANY><!ENTITY e '" + repeated("x", 4097) + "'>";
-    expect_declarations_refused<TypeParam>(declared + "<!ATTLIST r a CDATA '" + repeated("&e;", 1500) +
-                                           "'>]><r/>");
+// Used or not: the XML library does not count what is used as a parameter or in a default.
+TYPED_TEST(HostileDocument, MayNotDeclareEntitiesOfTooMuch) {
+    const std::string all[] = {
+        bomb("", "&"),
+        bomb("%", "&#37;"),
+        "<!ENTITY a '&a;'>",
+        "<!ENTITY a '&b;'><!ENTITY b '&a;'>",
+        "<!ENTITY a '" + std::string(4097, 'x') + "'>",
+    };
+    for (const std::string &entities : all) {
+        const std::string declared = "<!DOCTYPE r [<!ELEMENT r ANY>" + entities;
+        TypeParam source(declared + "]><r/>");
+        const outcome seen = read(source);
+        EXPECT_EQ(seen.started, 1) << entities;
+        EXPECT_EQ(seen.steps_seen, "") << entities;
+        EXPECT_EQ(seen.count, 1) << entities;
+        EXPECT_EQ(seen.streams.err,
+                  too_many_expansions(source.system_id(), std::to_string(declared.size() + 1)) +
+                      "scanFirst() failed\n")
+            << entities;
+    }
 }
 
 /// A content model with as many groups as a table of its states has bits.
@@ -255,12 +254,6 @@ TYPED_TEST(HostileDocument, MayRepeatNamesInItsContentModels) {
     TypeParam source("<!DOCTYPE r [<!ELEMENT a EMPTY><!ELEMENT b EMPTY><!ELEMENT r ((a,b)|(b,a)|(a,a,b,b))>]>"
                      "<r><b/><a/></r>");
     EXPECT_EQ(read(source).count, 0);
-}
-
-TYPED_TEST(HostileDocument, MayNotExpandAnEntityWithinItself) {
-    expect_declarations_refused<TypeParam>(
-        "<!DOCTYPE r [<!ELEMENT r ANY><!ENTITY a '&b;'><!ENTITY b '&a;'>]><r>&a;</r>");
-    expect_declarations_refused<TypeParam>("<!DOCTYPE r [<!ELEMENT r ANY><!ENTITY a '&a;'>]><r>&a;</r>");
 }
 
 } // namespace
