@@ -40,7 +40,7 @@ std::string nth_name(int n) { return std::string(static_cast<std::size_t>(n % 12
 
 TEST(NameIndex, GrowsWithTheListAndFindsEveryName) {
     constexpr int count = 3000;
-    for (const std::size_t expected : {0, 100, 3000}) {
+    for (const std::size_t expected : {0u, 100u, 3000u}) {
         record_list list;
         name_index names(list.records, expected);
         for (int n = 0; n < count; ++n)

@@ -19,7 +19,7 @@ TEST(XmlText, HasRoomForPartAfterPart) {
     std::memset(field, 'x', sizeof field);
     const std::string text_line = "<TEXT>" + std::string(sizeof field, 'x') + "</TEXT>\n";
     const std::string number_line = "<NUMBER>-2147483648</NUMBER>\n";
-    for (const std::size_t expected : {0, 1'000'000}) {
+    for (const std::size_t expected : {0u, 1'000'000u}) {
         xml_text out({}, expected);
         std::string plain;
         for (int part = 0; part < 100; ++part) {
