@@ -2,16 +2,18 @@
 /// until it gets through: a result or an exception that tells of it, no list with anything in it that cannot
 /// be used and released, nothing lost, and the next call as if nothing had happened.
 
+#include <filesystem>
 #include <functional>
 #include <set>
 
 #include <gtest/gtest.h>
 
+#include "descriptors.h"
 #include "env_dictionary_readers.h"
 #include "every_reader.h"
 #include "failing_memory.h"
+#include "overheard.h"
 #include "sanitized.h"
-#include "silence.h"
 
 namespace {
 
@@ -65,10 +67,18 @@ bool is_left_behind(const holdings &before, const holdings &after, bool failed_i
            (!failed_in_xml && after.blocks_of_xml != before.blocks_of_xml);
 }
 
-/// `run` makes one call and gives its outcome; everything of it is gone when the outcome is. `tells` says
-/// whether the call must tell of what it could not do.
-template <class Run> tally fail_everywhere(xml_memory &of_xml, mode how, bool tells, Run run) {
-    const silence quiet;
+/// `call` makes one call and gives its outcome; everything of it is gone when the outcome is. A line that
+/// says what could not be done tells of it, as an exception does.
+template <class Call> tally fail_everywhere(xml_memory &of_xml, mode how, Call call) {
+    overheard words;
+    const auto run = [&] {
+        words.begin();
+        auto outcome = call();
+        if (!*outcome.thrown)
+            outcome.thrown = words.said_of({"unable to open primary document entity",
+                                            "Failed to allocate memory for zeb5_env_index_dictionary_entry"});
+        return outcome;
+    };
     tally seen;
     prepare(0, ONCE);
     run();
@@ -84,7 +94,7 @@ template <class Run> tally fail_everywhere(xml_memory &of_xml, mode how, bool te
             const auto outcome = run();
             thrown = outcome.thrown;
             result = outcome.result;
-            is_silent = tells && !*thrown && result == usual.result && !(outcome == usual);
+            is_silent = !*thrown && result == usual.result && !(outcome == usual);
         }
         const bool is_through = !has_failed();
         prepare(0, ONCE);
@@ -116,9 +126,13 @@ const mode both_modes[] = {ONCE, FROM_THEN_ON};
 const char *name_of(mode how) { return how == ONCE ? ", once" : ", for good"; }
 
 constexpr int write_modes[] = {1, 2, 3}; // tables and documents, in the order of the writers
+constexpr int both_formats[] = {0, 1};   // of the channel writer
 constexpr int no_fd = -1;
+constexpr std::vector<dim_params *> *no_axes = nullptr;
 
-bool is_selector(const reader_row &reader) { return std::string(reader.name).starts_with("selector"); }
+std::string case_name(int write_mode, int format) {
+    return "mode " + std::to_string(write_mode) + ", format " + std::to_string(format);
+}
 
 TEST_F(MemoryFaults, LeaveEveryReaderAsItWas) {
     for (const reader_row &reader : every_reader)
@@ -127,11 +141,8 @@ TEST_F(MemoryFaults, LeaveEveryReaderAsItWas) {
                 SCOPED_TRACE(std::string(reader.name) + (is_good ? "" : ", cut") + name_of(how));
                 reader_source source(reader,
                                      is_good ? good_documents[reader.kind] : bad_document(reader.kind));
-                // A dictionary tells of an entry that it has no memory for by a line, and goes on; a selector
-                // looks at its last source only
-                const bool tells = is_good && reader.kind != DICTIONARY && !is_selector(reader);
                 const tally seen =
-                    fail_everywhere(platform.of_xml, how, tells, [&] { return reader.read(source.get()); });
+                    fail_everywhere(platform.of_xml, how, [&] { return reader.read(source.get()); });
                 EXPECT_GT(seen.calls, 100u);
                 EXPECT_EQ(seen.problems, "");
             }
@@ -187,51 +198,76 @@ TEST_F(MemoryFaults, EndTheDocumentOfAPullReader) {
 
 // Writers and conversions
 
-/// One call that writes, in all that may differ; `out` is the string that it may write to.
-using writing = std::function<int(std::string &out)>;
+/// One call that writes, in all that may differ; `fd` is -1 or takes everything, `out` is a string that it
+/// may write to.
+using writing = std::function<int(char *path, int fd, std::string *out)>;
 
-/// What a call wrote is not looked at after it failed: a file may be cut off anywhere.
-void expect_writer_recovers(xml_memory &of_xml, const std::string &name, const writing &write) {
-    for (const mode how : both_modes) {
-        SCOPED_TRACE(name + name_of(how));
-        const tally seen = fail_everywhere(of_xml, how, true, [&] {
-            reading outcome;
-            std::string out;
-            call_library(outcome, [&] { return write(out); });
-            if (!*outcome.thrown)
-                outcome.records = std::to_string(out.size()); // dates go on
-            return outcome;
-        });
-        EXPECT_TRUE(is_sanitized || seen.calls > 0); // a stream's memory does not fail under a sanitizer
-        EXPECT_EQ(seen.problems, "");
-    }
+/// How much a call wrote, as the dates go on: to its file, its descriptor and its string.
+std::string written_sizes(const std::string &path, off_t to_descriptor, const std::string &out) {
+    std::error_code not_there;
+    const auto in_file = std::filesystem::file_size(path, not_there);
+    return (not_there ? "no file" : std::to_string(in_file)) + ' ' + std::to_string(to_descriptor) + ' ' +
+           std::to_string(out.size());
 }
+
+/// What a call wrote is not looked at after it failed: a file may be cut off anywhere. The file is a new one
+/// each time, as it costs a disk access to replace what stands in one.
+void expect_writer_recovers(xml_memory &of_xml, const std::string &name, const writing &write) {
+    const temporary_folder folder;
+    std::string path = folder / "out.xml";
+    const descriptor target;
+    for (const int fd : {no_fd, target.fd()})
+        for (const mode how : both_modes) {
+            SCOPED_TRACE(name + (fd == no_fd ? "" : ", to a descriptor") + name_of(how));
+            const tally seen = fail_everywhere(of_xml, how, [&] {
+                reading outcome;
+                std::string out;
+                const off_t begin = lseek(target.fd(), 0, SEEK_CUR);
+                call_library(outcome, [&] { return write(path.data(), fd, &out); });
+                if (!*outcome.thrown)
+                    outcome.records = written_sizes(path, lseek(target.fd(), 0, SEEK_CUR) - begin, out);
+                unlink(path.c_str());
+                return outcome;
+            });
+            EXPECT_TRUE(is_sanitized || seen.calls > 0); // a stream's memory does not fail under a sanitizer
+            EXPECT_EQ(seen.problems, "");
+        }
+}
+
+/// Axes for the channels of the good document: one has dimensions of its own, the other has none.
+struct sample_axes {
+    zeb5_spect_header_2010 spectra[2] = {};
+    zeb5_image_ext_frame_head images[2] = {};
+    char names[2][8] = {"N.1", "N.2q"};
+    dim_params entries[2] = {{names[0], 2, spectra, images}, {names[1], 2, spectra, images}};
+    std::vector<dim_params *> pointers{&entries[0], &entries[1]};
+};
 
 TEST_F(MemoryFaults, LeaveTheChannelWriterAndItsListAsTheyWere) {
     channel_list list;
     std::string text = good_documents[CHANNELS];
     ASSERT_EQ(parse_descr_list_read(text.data(), &list.records, true, true), 0);
     const std::string before = describe(list.records);
+    sample_axes axes;
     for (const int write_mode : write_modes)
-        for (const int format : {0, 1}) {
-            temporary_file file;
-            expect_writer_recovers(
-                platform.of_xml, "mode " + std::to_string(write_mode) + ", format " + std::to_string(format),
-                [&](std::string &out) {
-                    return dump_chan_desr(&list.records, file.c_path(), write_mode, format, no_fd, &out,
-                                          nullptr);
-                });
-        }
+        for (const int format : both_formats)
+            for (std::vector<dim_params *> *dims : {no_axes, &axes.pointers})
+                expect_writer_recovers(
+                    platform.of_xml, case_name(write_mode, format) + (dims ? ", axes" : ""),
+                    [&](char *path, int fd, std::string *out) {
+                        return dump_chan_desr(&list.records, path, write_mode, format, fd, out, dims);
+                    });
     EXPECT_EQ(describe(list.records), before);
 }
 
 TEST_F(MemoryFaults, LeaveTheConversionOfChannelsAsItWas) {
     std::string text = good_documents[CHANNELS];
-    temporary_file file;
     for (const int write_mode : write_modes)
-        expect_writer_recovers(platform.of_xml, "mode " + std::to_string(write_mode), [&](std::string &) {
-            return dump_chan_desr_from_xml(text.data(), file.c_path(), write_mode, 0, no_fd);
-        });
+        for (const int format : both_formats)
+            expect_writer_recovers(
+                platform.of_xml, case_name(write_mode, format), [&](char *path, int fd, std::string *) {
+                    return dump_chan_desr_from_xml(text.data(), path, write_mode, format, fd);
+                });
 }
 
 template <class Layout> class DictionaryMemoryFaults : public MemoryFaults {};
@@ -242,23 +278,21 @@ TYPED_TEST(DictionaryMemoryFaults, LeaveTheWriterAndItsListAsTheyWere) {
     list.add(1, "A/B", 0.5F);
     list.add(2, "A/C");
     const std::string before = describe(list.entries);
-    for (const int write_mode : write_modes) {
-        temporary_file file;
-        expect_writer_recovers(
-            this->platform.of_xml, "mode " + std::to_string(write_mode), [&](std::string &out) {
-                return TypeParam::dump(&list.entries, file.c_path(), write_mode, no_fd, &out);
-            });
-    }
+    for (const int write_mode : write_modes)
+        expect_writer_recovers(this->platform.of_xml, "mode " + std::to_string(write_mode),
+                               [&](char *path, int fd, std::string *out) {
+                                   return TypeParam::dump(&list.entries, path, write_mode, fd, out);
+                               });
     EXPECT_EQ(describe(list.entries), before);
 }
 
 TYPED_TEST(DictionaryMemoryFaults, LeaveTheConversionAsItWas) {
     std::string text = good_documents[DICTIONARY];
-    temporary_file file;
     for (const int write_mode : write_modes)
-        expect_writer_recovers(
-            this->platform.of_xml, "mode " + std::to_string(write_mode),
-            [&](std::string &) { return TypeParam::convert(text.data(), file.c_path(), write_mode, no_fd); });
+        expect_writer_recovers(this->platform.of_xml, "mode " + std::to_string(write_mode),
+                               [&](char *path, int fd, std::string *) {
+                                   return TypeParam::convert(text.data(), path, write_mode, fd);
+                               });
 }
 
 // Merging
@@ -267,7 +301,7 @@ TEST_F(MemoryFaults, LeaveMergedChannelsThatCanBeUsed) {
     for (const bool force : {false, true})
         for (const mode how : both_modes) {
             SCOPED_TRACE((force ? "forced" : "not forced") + std::string(name_of(how)));
-            const tally seen = fail_everywhere(platform.of_xml, how, true, [force] {
+            const tally seen = fail_everywhere(platform.of_xml, how, [force] {
                 channel_list both;
                 chan_descr_2010 *const in = both.add(make_channel("P", "in"));
                 chan_descr_2010 *const from = both.add(make_channel("P", "from"));
