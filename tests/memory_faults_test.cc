@@ -8,6 +8,7 @@
 
 #include <gtest/gtest.h>
 
+#include "attr_tags_functions.h"
 #include "descriptors.h"
 #include "env_dictionary_readers.h"
 #include "every_reader.h"
@@ -318,6 +319,171 @@ TEST_F(MemoryFaults, LeaveMergedChannelsThatCanBeUsed) {
             EXPECT_GT(seen.calls, 5u);
             EXPECT_EQ(seen.problems, "");
         }
+}
+
+// Calls that only look at records, copy one or put a tag together
+
+void release(bit_descr *copy) { delete copy; }
+void release(stat_descr *copy) { delete copy; }
+void release(dim_descr *copy) {
+    for (const stat_descr *stat : copy->stats)
+        delete stat;
+    delete copy;
+}
+
+template <class Part> reading clone(Part *(*copy_of)(const Part *), const Part *part) {
+    reading seen;
+    Part *copy = nullptr;
+    call_library(seen, [&] {
+        copy = copy_of(part);
+        return 0;
+    });
+    if (copy) {
+        seen.records = describe(*copy);
+        release(copy);
+    }
+    return seen;
+}
+
+reading written(const std::function<void(std::string &)> &write) {
+    reading seen;
+    call_library(seen, [&] {
+        write(seen.records);
+        return 0;
+    });
+    return seen;
+}
+
+reading listed(const std::function<void()> &list) {
+    reading seen;
+    const captured streams = capture([&] {
+        call_library(seen, [&] {
+            list();
+            return 0;
+        });
+    });
+    seen.records = streams.out + streams.err;
+    return seen;
+}
+
+struct small_call {
+    const char *name;
+    bool takes_memory; // else it cannot run out
+    std::function<reading()> run;
+};
+
+/// A record of each kind, and names longer than a string holds without memory of its own.
+struct small_calls {
+    small_calls() {
+        channel->ev_type = channel->dtype = 0x00FFFFFF;
+        add_entry(events, 5)->tmask = 7;
+        add_block(events.entries.back(), long_name, {long_name, "b"});
+        features.push_back(new ZEB5GigEFeature);
+        features.back()->name = features.back()->tooltip = long_name;
+    }
+
+    char long_name[48] = "a name that is longer than short strings";
+    std::vector<char *> texts{long_name, long_name};
+    channel_list list;
+    chan_descr_2010 *const channel = list.add(make_channel(long_name));
+    const bit_descr *const bit = add_bit(channel, 1, "one");
+    const dim_descr *const dim = add_dim(channel, 2, "two");
+    const stat_descr *const stat = add_stat(channel->dims[0], 3, "three");
+    event_list events;
+    feature_list features;
+
+    using plain_writer = void (*)(std::string &, const char *);
+    using attribute_writer = void (*)(std::string &, const char *, std::vector<char *> *,
+                                      std::vector<char *> *);
+
+    small_call tag(const char *name, plain_writer write) {
+        return {name, true,
+                [=, this] { return written([=, this](std::string &a) { write(a, long_name); }); }};
+    }
+    small_call tag(const char *name, attribute_writer write) {
+        return {name, true, [=, this] {
+                    return written([=, this](std::string &a) { write(a, long_name, &texts, &texts); });
+                }};
+    }
+
+    const small_call rows[16] = {
+        {"clone of a bit", true, [this] { return clone(zeb5_clone_bit_descr, bit); }},
+        {"clone of a statistic", true, [this] { return clone(zeb5_clone_stat_descr, stat); }},
+        {"clone of a dimension", true, [this] { return clone(zeb5_clone_dim_descr, dim); }},
+        tag("START_TAG", START_TAG),
+        tag("START_TAGN", START_TAGN),
+        tag("END_TAG", END_TAG),
+        tag("END_TAGN", END_TAGN),
+        tag("START_TAG_ATTR", START_TAG_ATTR),
+        tag("START_TAG_ATTRN", START_TAG_ATTRN),
+        tag("START_TAG_ATTRNS", START_TAG_ATTRNS),
+        tag("START_TAG_ATTRNNS", START_TAG_ATTRNNS),
+        {"listing of channels", true, [this] { return listed([this] { print_zeb5_chan_descr(list); }); }},
+        {"listing of events", false,
+         [this] { return listed([this] { zeb5_print_ev_list(&events.entries); }); }},
+        {"listing of a camera", false,
+         [this] { return listed([this] { zeb5_dump_gige_descr(&features); }); }},
+        {"look-up in a list", false,
+         [this] {
+             reading seen;
+             call_library(seen, [&] { return find_chan_entry(list, long_name) == channel; });
+             return seen;
+         }},
+        {"look-up in a selector", false,
+         [this] {
+             reading seen;
+             chan_selector selector;
+             EXPECT_FALSE(add_channels(selector, {{long_name, "N", 1U << ZEB5_EV_ENV}}));
+             call_library(seen, [&] { return selector.find_channel(ZEB5_EV_ENV, long_name); });
+             return seen;
+         }},
+    };
+};
+
+TEST_F(MemoryFaults, LeaveTheRecordsThatACallLooksAtAsTheyWere) {
+    const small_calls calls;
+    const std::string before =
+        describe(calls.list.records) + describe(calls.events.entries) + all_features(calls.features);
+    for (const small_call &row : calls.rows)
+        for (const mode how : both_modes) {
+            SCOPED_TRACE(row.name + std::string(name_of(how)));
+            const tally seen = fail_everywhere(platform.of_xml, how, row.run);
+            EXPECT_EQ(seen.calls > 0, row.takes_memory);
+            EXPECT_EQ(seen.problems, "");
+        }
+    EXPECT_EQ(describe(calls.list.records) + describe(calls.events.entries) + all_features(calls.features),
+              before);
+}
+
+// A selector whose index finds no memory searches the list
+
+TEST_F(MemoryFaults, LeaveASelectorThatFindsAllThatItHas) {
+    selector_sources first(EXTR_FROM_XML, {channel_document({{"P.0", "N", 1U << ZEB5_EV_ENV}})});
+    selector_sources more(EXTR_FROM_XML, {channel_document({{"P.1", "N"}, {"P.2", "N"}, {"P.3", "N"}})});
+    for (const mode how : both_modes) {
+        SCOPED_TRACE(name_of(how));
+        unsigned sizes = 0; // a bit for each
+        const tally seen = fail_everywhere(platform.of_xml, how, [&] {
+            chan_selector selector;
+            selector.change_mode(EXTR_FROM_XML);
+            EXPECT_FALSE(selector.set_descriptions(first, nullptr));
+            reading outcome, look_ups;
+            call_library(outcome, [&] { return static_cast<int>(selector.set_descriptions(more, nullptr)); });
+            call_library(look_ups, [&] {
+                int found = 0;
+                for (int i = 0; i < selector.size(); ++i)
+                    found += selector.find_channel(ZEB5_EV_ENV, selector.get_prop(i));
+                return found;
+            });
+            EXPECT_STREQ(look_ups.thrown, "");
+            EXPECT_EQ(look_ups.result, selector.size());
+            outcome.records = std::to_string(selector.size());
+            sizes |= 1U << selector.size();
+            return outcome;
+        });
+        EXPECT_EQ(sizes, 0b11110U); // memory ran out before, among and behind the channels
+        EXPECT_EQ(seen.problems, "");
+    }
 }
 
 } // namespace
