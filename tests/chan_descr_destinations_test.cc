@@ -10,6 +10,7 @@
 
 #include "chan_descr_writing.h"
 #include "descriptors.h"
+#include "without_root.h"
 
 namespace {
 
@@ -214,20 +215,38 @@ TEST(ChanDescrDestinations, ANullListIsRefusedInEveryModeBeforeAnythingIsOpened)
         }
 }
 
-TEST(ChanDescrDestinations, AFileThatCannotBeOpenedEndsTheCallBeforeAnythingIsWritten) {
-    const temporary_folder folder;
-    const std::pair<std::string, int> cases[] = {{folder / "missing/out.xml", ENOENT},
-                                                 {folder.path(), EISDIR},
-                                                 {std::string(5000, 'x'), ENAMETOOLONG}};
-    for (const auto &[path, error] : cases)
+namespace {
+
+/// The writer and the conversion, with the sample list as their own; a conversion has no string.
+struct sample_writer {
+    const char *name;
+    dump_outcome (*write)(const std::string &path, int mode, int format, int fd, std::string *sout);
+};
+const sample_writer sample_writers[] = {
+    {"writer",
+     [](const std::string &path, int mode, int format, int fd, std::string *sout) {
+         sample_list list;
+         return dump(list, &path, mode, format, fd, sout);
+     }},
+    {"conversion",
+     [](const std::string &path, int mode, int format, int fd, std::string *) {
+         std::string text = sample_document(chandescriptions), file = path;
+         dump_outcome outcome{-1000, {}};
+         outcome.streams = capture(
+             [&] { outcome.result = dump_chan_desr_from_xml(text.data(), file.data(), mode, format, fd); });
+         return outcome;
+     }},
+};
+
+void expect_failed_open(const std::string &path, int error) {
+    for (const sample_writer &writer : sample_writers)
         for (int mode : all_modes)
             for (int format : {chandescriptions, daqvariables}) {
-                SCOPED_TRACE(path.substr(0, 100) + ", " + case_name(mode, format));
-                sample_list list;
+                SCOPED_TRACE(path.substr(0, 100) + ", " + writer.name + ", " + case_name(mode, format));
                 const descriptor target;
                 std::string text = "before";
                 const size_t opened = open_descriptors();
-                const dump_outcome seen = dump(list, &path, mode, format, target.fd(), &text);
+                const dump_outcome seen = writer.write(path, mode, format, target.fd(), &text);
                 EXPECT_EQ(seen.result, 1);
                 EXPECT_EQ(seen.streams.out, "dump_chan_desr() failed to open file: '" + path + "'\n");
                 EXPECT_EQ(seen.streams.err, std::string("fopen: ") + strerror(error) + "\n");
@@ -235,6 +254,23 @@ TEST(ChanDescrDestinations, AFileThatCannotBeOpenedEndsTheCallBeforeAnythingIsWr
                 EXPECT_EQ(text, "before");
                 EXPECT_EQ(open_descriptors(), opened);
             }
+}
+
+} // namespace
+
+TEST(ChanDescrDestinations, AFileThatCannotBeOpenedEndsTheCallBeforeAnythingIsWritten) {
+    const temporary_folder folder;
+    const std::pair<std::string, int> cases[] = {{folder / "missing/out.xml", ENOENT},
+                                                 {folder.path(), EISDIR},
+                                                 {std::string(5000, 'x'), ENAMETOOLONG}};
+    for (const auto &[path, error] : cases)
+        expect_failed_open(path, error);
+}
+
+TEST(ChanDescrDestinations, AFolderThatMayOnlyBeReadGetsNoFile) {
+    const read_only_folder folder;
+    EXPECT_TRUE(holds_without_root([&] { expect_failed_open(folder / "out.xml", EACCES); }));
+    EXPECT_TRUE(std::filesystem::is_empty(folder.path()));
 }
 
 // A full device shows only when the file is flushed or closed; that is not reported, and what comes after

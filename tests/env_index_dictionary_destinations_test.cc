@@ -11,6 +11,7 @@
 
 #include "descriptors.h"
 #include "env_dictionary_writing.h"
+#include "without_root.h"
 
 namespace {
 
@@ -135,28 +136,59 @@ TYPED_TEST(EnvIndexDictionaryDestinations, ANullListIsRefusedInEveryModeBeforeAn
             }
 }
 
+namespace {
+
+/// The writer and the conversion, with the sample as their own; a conversion has no string.
+template <class Layout> struct sample_writer {
+    const char *name;
+    dump_outcome (*write)(const std::string &path, int mode, int fd, std::string *text);
+};
+template <class Layout>
+constexpr sample_writer<Layout> sample_writers[] = {
+    {"writer",
+     [](const std::string &path, int mode, int fd, std::string *text) {
+         sample_dictionary<Layout> list;
+         return dump_dictionary<Layout>(&list.entries, &path, mode, fd, text);
+     }},
+    {"conversion",
+     [](const std::string &path, int mode, int fd, std::string *) {
+         return convert_dictionary<Layout>(sample_document, &path, mode, fd);
+     }},
+};
+
+template <class Layout> void expect_failed_open(const std::string &path, int error) {
+    for (const auto &writer : sample_writers<Layout>)
+        for (int mode : all_dictionary_modes) {
+            SCOPED_TRACE(path.substr(0, 100) + ", " + writer.name + ", mode " + std::to_string(mode));
+            const descriptor target;
+            std::string text = "before";
+            const std::size_t opened = open_descriptors();
+            const dump_outcome seen = writer.write(path, mode, target.fd(), &text);
+            EXPECT_EQ(seen.result, 1);
+            EXPECT_EQ(seen.streams.out,
+                      std::string(Layout::function) + " failed to open file: '" + path + "'\n");
+            EXPECT_EQ(seen.streams.err, std::string("fopen: ") + strerror(error) + "\n");
+            EXPECT_EQ(target.text(), "");
+            EXPECT_EQ(text, "before");
+            EXPECT_EQ(open_descriptors(), opened);
+        }
+}
+
+} // namespace
+
 TYPED_TEST(EnvIndexDictionaryDestinations, AFileThatCannotBeOpenedEndsTheCallBeforeAnythingIsWritten) {
     const temporary_folder folder;
     const std::pair<std::string, int> cases[] = {{folder / "missing/out.xml", ENOENT},
                                                  {folder.path(), EISDIR},
                                                  {std::string(5000, 'x'), ENAMETOOLONG}};
     for (const auto &[path, error] : cases)
-        for (int mode : all_dictionary_modes) {
-            SCOPED_TRACE(path.substr(0, 100) + ", mode " + std::to_string(mode));
-            sample_dictionary<TypeParam> list;
-            const descriptor target;
-            std::string text = "before";
-            const std::size_t opened = open_descriptors();
-            const dump_outcome seen =
-                dump_dictionary<TypeParam>(&list.entries, &path, mode, target.fd(), &text);
-            EXPECT_EQ(seen.result, 1);
-            EXPECT_EQ(seen.streams.out,
-                      std::string(TypeParam::function) + " failed to open file: '" + path + "'\n");
-            EXPECT_EQ(seen.streams.err, std::string("fopen: ") + strerror(error) + "\n");
-            EXPECT_EQ(target.text(), "");
-            EXPECT_EQ(text, "before");
-            EXPECT_EQ(open_descriptors(), opened);
-        }
+        expect_failed_open<TypeParam>(path, error);
+}
+
+TYPED_TEST(EnvIndexDictionaryDestinations, AFolderThatMayOnlyBeReadGetsNoFile) {
+    const read_only_folder folder;
+    EXPECT_TRUE(holds_without_root([&] { expect_failed_open<TypeParam>(folder / "out.xml", EACCES); }));
+    EXPECT_TRUE(std::filesystem::is_empty(folder.path()));
 }
 
 TYPED_TEST(EnvIndexDictionaryDestinations, TheReasonIsToldRightEvenWhenStandardOutputIsFull) {
