@@ -7,7 +7,8 @@
 /// The ATTR forms write the attributes named in `at` with the values in `v`, index by index, as
 /// ` name="value"`. The blank after the element name is written even when there is no attribute. `v` must be
 /// at least as long as `at`: a missing value throws std::out_of_range after its name and `="` were appended.
-/// The pointers and the vectors' entries must not be null.
+/// The pointers and the vectors' entries must not be null. May be called from several threads at once, each
+/// on a string of its own; names and values are only read.
 
 #include <string>
 #include <vector>
