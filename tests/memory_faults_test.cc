@@ -217,14 +217,19 @@ void expect_writer_recovers(xml_memory &of_xml, const std::string &name, const w
     const temporary_folder folder;
     std::string path = folder / "out.xml";
     const descriptor target;
-    for (const int fd : {no_fd, target.fd()})
+    const struct {
+        const char *name;
+        int fd;
+        const char *before; // in the string: an empty one is not appended to but replaced
+    } rows[] = {{"", no_fd, ""}, {", to a descriptor", target.fd(), "before"}};
+    for (const auto &row : rows)
         for (const mode how : both_modes) {
-            SCOPED_TRACE(name + (fd == no_fd ? "" : ", to a descriptor") + name_of(how));
+            SCOPED_TRACE(name + row.name + name_of(how));
             const tally seen = fail_everywhere(of_xml, how, [&] {
                 reading outcome;
-                std::string out;
+                std::string out = row.before;
                 const off_t begin = lseek(target.fd(), 0, SEEK_CUR);
-                call_library(outcome, [&] { return write(path.data(), fd, &out); });
+                call_library(outcome, [&] { return write(path.data(), row.fd, &out); });
                 if (!*outcome.thrown)
                     outcome.records = written_sizes(path, lseek(target.fd(), 0, SEEK_CUR) - begin, out);
                 unlink(path.c_str());
