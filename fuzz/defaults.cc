@@ -14,10 +14,3 @@ extern "C" int LLVMFuzzerInitialize(int *argc, char ***argv) {
     *argv = all.data();
     return 0;
 }
-
-/// The XML library loses the content model of an element whose declaration is ill-formed, and its part of a
-/// stack cannot be told apart. What is lost of this library's own blocks is told all the same, but not a lost
-/// parser or other object of the XML library, which allocates those itself: they show when the tests and the
-/// seeds run under the address sanitizer, where nothing is left out.
-extern "C" const char *__lsan_default_suppressions() { return "leak:libxerces-c\n"; }
-extern "C" const char *__lsan_default_options() { return "print_suppressions=0"; }

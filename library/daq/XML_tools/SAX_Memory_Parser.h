@@ -12,11 +12,12 @@
 /// after about a million characters; within a step the last piece is the value.
 ///
 /// Documents are self-contained: an external entity or DTD is never opened. Like a reference to one, these
-/// are errors: the 1,001st expansion of an entity, an entity whose own text or what it reaches has more than
-/// 4,096 characters or 1,000 references, a tag counting for 32 characters more; content models that are
-/// nested more than 1,000 times or whose tables would grow without bound; and more than some four million
-/// characters of declarations, default values counted for each element that takes them. The size of the
-/// document itself is the caller's to bound.
+/// are errors: the 1,001st expansion of an entity; an entity whose own text or what it reaches has more than
+/// 4,096 characters, "<" and "=" counting for 32 more, or 32 references; content models of more than 1,024
+/// names, groups and marks, or whose tables would grow without bound; more than 1,024 attributes of one
+/// element in declarations, or 65,536 characters of values to choose from; and more than some four million
+/// characters of declarations, each counting for 256 more, and of default values, each time that an element
+/// takes one, counting for 128 more. The size of the document itself is the caller's to bound.
 ///
 /// Each parser reads one document, on one thread; parsers on several threads may run at the same time.
 
@@ -114,7 +115,8 @@ public:
     /// Takes one step. `*tag` and `*value`, where the pointers are not null, are set to the current element's
     /// name and text or to null. Returns 0; once the parser has reported anything, warnings included, the
     /// number of its reports; -1 after the end of the document. Reports go to standard error. An exception
-    /// for want of memory ends the document, too.
+    /// for want of memory ends the document, too. Without a start() that returned 0 it throws an
+    /// xercesc::XMLException.
     int parse(char **tag, char **value);
 
     /// Looks up an attribute of the current element. Returns 0 and its value in `*res`, or -1 and null when

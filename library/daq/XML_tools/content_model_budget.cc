@@ -30,13 +30,12 @@ bool content_model_budget::declare(const xercesc::DTDElementDecl &element, bool 
         pending.push_back(node->getSecond());
     }
     names_ += places;
-    if (!has_table)
-        return names_ <= most_names;
-    entries_ += places * places;
+    if (has_table)
+        entries_ += places * places;
     for (const auto &[name, n] : times)
         if (n > 1)
             entries_ += (std::size_t{1} << std::min<std::size_t>(n, 20)) * places; // 2^20 is too many already
-    return nodes <= most_nodes && names_ <= most_names && entries_ <= most_entries;
+    return (!is_validated || nodes <= most_nodes) && names_ <= most_names && entries_ <= most_entries;
 }
 
 } // namespace zeb5

@@ -14,8 +14,9 @@ namespace zeb5 {
 /// A parser that validates turns a content model into a table of states, each with an entry for each name.
 /// Models in which no name stands twice have about as many states as names; one in which a name stands n
 /// times can have 2^n of them: 200 bytes of declaration fill the memory. Such a parser also walks a model by
-/// recursion, so that its depth is bounded for the stack's sake. Any parser reads models, which may come from
-/// parameter entities, again and again: their names are bounded for all.
+/// recursion, so that its depth is bounded for the stack's sake, and looks for each child among all names of
+/// its parent's model. Any parser reads models, which may come from parameter entities, again and again:
+/// their names are bounded for all.
 class content_model_budget {
 public:
     static constexpr std::size_t most_entries = std::size_t{1} << 18;

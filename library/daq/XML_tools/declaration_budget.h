@@ -21,14 +21,25 @@ namespace zeb5 {
 class declaration_budget {
 public:
     static constexpr std::size_t most_characters = std::size_t{1} << 22;
-    static constexpr std::size_t characters_of_a_declaration = 64;
-    /// Defaults of an element up to this length cost nothing, however many such elements there are.
-    static constexpr std::size_t free_defaults = 64;
+    /// The parsers look names up in tables in which a document can crowd them.
+    static constexpr std::size_t characters_of_a_declaration = 256;
+    /// What a default counts beyond its own characters, as a parser that holds the whole document makes up to
+    /// 800 bytes of each that is copied or that an element takes.
+    static constexpr std::size_t characters_of_a_default = 128;
+    /// Defaults of an element that count no more than this cost nothing, however many such elements are
+    /// written out; those that an entity repeats have paid no character for them.
+    static constexpr std::size_t free_defaults = 640;
+    /// Of one element. Each element of its name makes the parser walk through all of them.
+    static constexpr std::size_t most_attributes = 1024;
+    /// Characters of the values that one attribute may choose from. A parser that validates compares each of
+    /// them with all others.
+    static constexpr std::size_t most_characters_of_values = std::size_t{1} << 16;
 
     bool declare() { return spend(characters_of_a_declaration); }
 
     bool declare(const xercesc::DTDAttDef &attribute) {
-        return spend(characters_of_a_declaration + length_of(attribute.getValue()));
+        return length_of(attribute.getEnumeration()) <= most_characters_of_values &&
+               spend(characters_of_a_declaration + length_of(attribute.getValue()));
     }
 
     /// The parser that holds the whole document copies all defaults of an element after each of its lists.
@@ -39,19 +50,22 @@ public:
         std::size_t total = 0;
         for (XMLSize_t i = 0; i < all.getAttDefCount(); ++i)
             if (const XMLCh *const value = all.getAttDef(i).getValue())
-                total += characters_of_a_declaration + length_of(value);
-        return spend(total);
+                total += characters_of_a_default + length_of(value);
+        return all.getAttDefCount() <= most_attributes && spend(total);
     }
 
-    bool use_defaults(const xercesc::RefVectorOf<xercesc::XMLAttr> &attributes, XMLSize_t count) {
+    /// Of one element, which stands in the text of an entity or in the document itself.
+    bool use_defaults(const xercesc::RefVectorOf<xercesc::XMLAttr> &attributes, XMLSize_t count,
+                      bool is_in_entity) {
         std::size_t total = 0;
         for (XMLSize_t i = 0; i < count; ++i)
             if (const xercesc::XMLAttr &attribute = *attributes.elementAt(i); !attribute.getSpecified())
-                total += length_of(attribute.getValue());
-        return total <= free_defaults || spend(total);
+                total += characters_of_a_default + length_of(attribute.getValue());
+        return (!is_in_entity && total <= free_defaults) || spend(total);
     }
 
 private:
+    /// 0 for a null text.
     static std::size_t length_of(const XMLCh *text) { return xercesc::XMLString::stringLen(text); }
 
     bool spend(std::size_t characters) {

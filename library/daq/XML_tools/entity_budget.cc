@@ -9,8 +9,9 @@ bool entity_budget::declare(std::u16string_view name, bool is_parameter, std::u1
     const std::size_t number = number_of((is_parameter ? u'%' : u'&') + std::u16string(name));
     if (entities_[number].declared)
         return true; // the first declaration of a name counts
-    const auto tags = static_cast<std::size_t>(std::count(text.begin(), text.end(), u'<'));
-    entities_[number].length = text.size() + tags * characters_of_a_tag;
+    const auto marks = static_cast<std::size_t>(
+        std::count_if(text.begin(), text.end(), [](char16_t c) { return c == u'<' || c == u'='; }));
+    entities_[number].length = text.size() + marks * characters_of_markup;
     if (entities_[number].length > most_characters)
         return false;
     for (std::size_t begin = 0; (begin = text.find_first_of(u"&%", begin)) != text.npos; ++begin) {
@@ -53,7 +54,7 @@ bool entity_budget::add(std::size_t user, weight more) {
         pending.pop_back();
         grown.nested.expansions += more.expansions;
         grown.nested.characters += more.characters;
-        if (grown.nested.expansions > most_expansions || grown.nested.characters > most_characters)
+        if (grown.nested.expansions > most_nested || grown.nested.characters > most_characters)
             return false;
         if (grown.declared)
             pending.insert(pending.end(), grown.users.begin(), grown.users.end());

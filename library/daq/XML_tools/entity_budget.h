@@ -18,13 +18,17 @@ namespace zeb5 {
 /// busy for minutes.
 class entity_budget {
 public:
+    /// Of all entities in content and attributes; the parser counts these itself.
     static constexpr std::size_t most_expansions = 1000;
+    /// What one entity may reach. Defaults and parameter entities refer to it uncounted, and an expansion
+    /// takes up to 10 microseconds.
+    static constexpr std::size_t most_nested = 32;
     /// Of an entity's own text and of the text that it reaches. What is written out of it 1,000 times is
     /// still small.
     static constexpr std::size_t most_characters = 4096;
-    /// What a tag counts beyond its own characters, as a parser that holds the whole document makes up to
-    /// 500 bytes of each.
-    static constexpr std::size_t characters_of_a_tag = 32;
+    /// What each "<" and each "=" counts beyond itself, as a parser that holds the whole document makes up to
+    /// 500 bytes of a tag or an attribute.
+    static constexpr std::size_t characters_of_markup = 32;
 
     /// Notes a declaration; general and parameter entities have names of their own kind. Returns whether
     /// every entity declared so far stays within the limits. An external entity, which is never opened, has

@@ -1,5 +1,6 @@
 #include "parse_chan_descr.h"
 
+#include <cstdint>
 #include <cstdio>
 #include <iostream>
 #include <string_view>
@@ -326,7 +327,8 @@ private:
 
     /// Kept: a title is delivered at its start tag and again with its text, and each time makes a bit.
     static void bit(self &r, const sax_step &s) {
-        const char *const number = r.attribute(daq_tags::bit_number, Variant::no_bit_number, daq_tags::bit);
+        const char *const number =
+            r.attribute(s, daq_tags::bit_number, Variant::no_bit_number, daq_tags::bit);
         if (!number)
             return;
         bit_descr *const bit = append_new(r.channel_->bits, r.channel_->nbits);
@@ -338,8 +340,8 @@ private:
                       << std::endl;
     }
 
-    static void dim(self &r, const sax_step &) {
-        const char *const id = r.attribute(daq_tags::dim_id, "No attribute: ", daq_tags::dim);
+    static void dim(self &r, const sax_step &s) {
+        const char *const id = r.attribute(s, daq_tags::dim_id, "No attribute: ", daq_tags::dim);
         if (!id)
             return;
         r.dim_ = append_new(r.channel_->dims, r.channel_->ndims);
@@ -351,11 +353,15 @@ private:
             copy_text(r.dim_->dim_name, s.value_text());
     }
 
-    /// An attribute of the current element; a missing one is counted and reported.
-    const char *attribute(const char *name, const char *complaint, const char *tag) {
-        char *value;
-        if (sax_step_handlers::get_attr(parser_, name, &value) == 0)
-            return value;
+    /// The one attribute that matters of the current element; a missing one is counted and reported. An
+    /// element may have thousands, and be delivered again at each comment behind its start tag.
+    const char *attribute(const sax_step &step, const char *name, const char *complaint, const char *tag) {
+        if (step.element != looked_up_) {
+            looked_up_ = step.element;
+            sax_step_handlers::get_attr(parser_, name, &attribute_);
+        }
+        if (attribute_)
+            return attribute_;
         ++missing_attributes_;
         std::cerr << complaint << name << " found for " << tag << " prop: " << channel_->prop_name
                   << std::endl;
@@ -389,7 +395,9 @@ private:
     channel_in_progress channel_;
     bool shift_;
     int kind_ = ANY;
-    dim_descr *dim_ = nullptr; // only ever set in a matrix channel
+    dim_descr *dim_ = nullptr;    // only ever set in a matrix channel
+    std::uint32_t looked_up_ = 0; // number of the element that `attribute_` was looked up for
+    char *attribute_ = nullptr;
     int missing_attributes_ = 0;
 };
 

@@ -3,6 +3,7 @@
 
 /// What one step of a pull reader means, written once for the memory and the file variant.
 
+#include <cstdint>
 #include <cstring>
 #include <iostream>
 #include <memory>
@@ -12,8 +13,6 @@
 #include <xercesc/parsers/SAXParser.hpp>
 #include <xercesc/sax/AttributeList.hpp>
 #include <xercesc/sax/SAXParseException.hpp>
-#include <xercesc/util/PlatformUtils.hpp>
-#include <xercesc/util/XMLExceptMsgs.hpp>
 #include <xercesc/util/XMLException.hpp>
 
 #include "attribute_texts.h"
@@ -37,6 +36,7 @@ struct sax_step {
     zeb5::tag_name tag;
     const char *value = nullptr; // null: none
     std::size_t value_length = 0;
+    std::uint32_t element = 0; // number of the start tag
 
     std::string_view tag_text() const { return {tag.text, tag.length}; }
     std::string_view value_text() const { return {value, value_length}; }
@@ -116,8 +116,7 @@ struct sax_step_handlers {
 
     template <class Parser, class Source> static int start(Parser &p, const Source &source) {
         try {
-            refuse_folder(source);
-            if (p.parser->parseFirst(source, p.token))
+            if (parse_first(*p.parser, source, p.token))
                 return 0;
             std::cerr << "scanFirst() failed\n";
         } catch (const xercesc::XMLException &problem) {
@@ -153,7 +152,7 @@ struct sax_step_handlers {
         const auto &h = p.handler;
         if (!h.tag)
             return {};
-        return {h.texts->tag, h.value, h.texts->value.size()};
+        return {h.texts->tag, h.value, h.texts->value.size(), h.fElementCount};
     }
 
     template <class Parser> static int parse(Parser &p, char **tag, char **value) {
@@ -184,11 +183,14 @@ struct sax_step_handlers {
     }
 
 private:
-    static void refuse_folder(const char *path) {
-        if (zeb5::is_folder(path))
-            ThrowXML(xercesc::XMLPlatformUtilsException, xercesc::XMLExcepts::File_CouldNotReadFromFile);
+    static bool parse_first(xercesc::SAXParser &parser, const char *path, xercesc::XMLPScanToken &token) {
+        const auto source = dynamic_cast<zeb5::parser_belongings &>(parser).files.source_of(path);
+        return source ? parser.parseFirst(*source, token) : parser.parseFirst(path, token);
     }
-    static void refuse_folder(const xercesc::InputSource &) {}
+    static bool parse_first(xercesc::SAXParser &parser, const xercesc::InputSource &source,
+                            xercesc::XMLPScanToken &token) {
+        return parser.parseFirst(source, token);
+    }
 
     /// Blanks, line feeds and tabs only; an empty text is too.
     static bool is_white_space(const XMLCh *text, XMLSize_t length) {

@@ -16,6 +16,9 @@
 #include "content_model_budget.h"
 #include "declaration_budget.h"
 #include "entity_budget.h"
+#include "name_budget.h"
+#include "parser_files.h"
+#include "parser_memory.h"
 
 XERCES_CPP_NAMESPACE_BEGIN
 class SAXParser;
@@ -32,20 +35,40 @@ xercesc::SecurityManager *entity_limit();
 void refuse_entities(xercesc::XMLScanner &scanner);
 void refuse_content_models(xercesc::XMLScanner &scanner);
 void refuse_declarations(xercesc::XMLScanner &scanner);
+void refuse_names(xercesc::XMLScanner &scanner);
 
-/// Whether a path names a folder. To the XML library a folder is an error like others, but it loses memory
-/// over it, so nobody passes one on.
-bool is_folder(const char *path);
+/// What a parser has of memory and files; a base of the parser, so that they are there before it and after
+/// it.
+struct parser_belongings {
+    parser_memory memory;
+    parser_files files{memory};
+};
 
-/// A parser that refuses a document at the declaration that is too much, before anything comes of it.
-template <class Parser> class bounded_parser : public Parser {
+/// A parser that refuses a document at the declaration that is too much, before anything comes of it, and
+/// that leaves nothing behind.
+template <class Parser> class bounded_parser : public parser_belongings, public Parser {
+public:
+    bounded_parser() : Parser(nullptr, &memory) {}
+
 protected:
     void startElement(const xercesc::XMLElementDecl &element, const unsigned uri, const XMLCh *const prefix,
                       const xercesc::RefVectorOf<xercesc::XMLAttr> &attributes, const XMLSize_t count,
                       const bool is_empty, const bool is_root) override {
         if (count != 0)
-            spend(declarations_.use_defaults(attributes, count));
+            spend(declarations_.use_defaults(attributes, count, is_in_entity()));
+        if constexpr (!is_sax)
+            if (!names_.use(element, attributes, count))
+                refuse_names(scanner());
         Parser::startElement(element, uri, prefix, attributes, count, is_empty, is_root);
+    }
+
+    /// Each document has limits of its own.
+    void resetDocument() override {
+        entities_ = {};
+        content_models_ = {};
+        declarations_ = {};
+        names_ = {};
+        Parser::resetDocument();
     }
 
 private:
@@ -89,6 +112,9 @@ private:
             refuse_declarations(scanner());
     }
 
+    /// Whether what is reported stands in the text of an entity rather than in the document's own.
+    bool is_in_entity() { return scanner().getReaderMgr()->getReaderDepth() > 1; }
+
     xercesc::XMLScanner &scanner() {
         if constexpr (is_sax)
             return const_cast<xercesc::XMLScanner &>(this->getScanner());
@@ -99,6 +125,7 @@ private:
     entity_budget entities_;
     content_model_budget content_models_;
     declaration_budget declarations_;
+    name_budget names_; // of the parser that holds the whole document
 };
 
 /// Creates a parser of a class made from bounded_parser. It reads as the system's documents are meant: no

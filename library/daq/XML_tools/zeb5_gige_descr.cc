@@ -232,13 +232,13 @@ struct unreadable_file {};
 std::unique_ptr<XercesDOMParser> parse_file(const char *file_name) {
     error_watch errors; // outlives the parse, not the parser: only a parse reports
     try {
-        if (zeb5::is_folder(file_name))
-            throw unreadable_file{};
-        std::unique_ptr<XercesDOMParser> parser =
-            zeb5::create_parser<zeb5::bounded_parser<XercesDOMParser>>(XercesDOMParser::Val_Never);
+        auto parser = zeb5::create_parser<zeb5::bounded_parser<XercesDOMParser>>(XercesDOMParser::Val_Never);
         parser->setErrorHandler(&errors);
         parser->setCreateEntityReferenceNodes(false);
-        parser->parse(file_name);
+        if (const auto source = parser->files.source_of(file_name))
+            parser->parse(*source);
+        else
+            parser->parse(file_name);
         parser->setErrorHandler(nullptr);
         if (errors.seen() || !parser->getDocument())
             throw unreadable_file{};

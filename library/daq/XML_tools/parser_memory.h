@@ -1,0 +1,43 @@
+#ifndef ZEB5_PARSER_MEMORY_H
+#define ZEB5_PARSER_MEMORY_H
+
+/// What an XML parser holds of memory and files.
+
+#include <cstddef>
+
+#include <xercesc/framework/MemoryManager.hpp>
+#include <xercesc/util/PlatformUtils.hpp>
+
+namespace zeb5 {
+
+/// Memory of one parser, from the XML library's own manager; all of it is given back at the latest when this
+/// ends. The parser by itself loses parts of declarations that are ill-formed, up to ten times the document's
+/// size, and much of what it was making when memory runs out.
+class parser_memory final : public xercesc::MemoryManager {
+public:
+    parser_memory() = default;
+    ~parser_memory() override;
+    parser_memory(const parser_memory &) = delete;
+    parser_memory &operator=(const parser_memory &) = delete;
+
+    void *allocate(XMLSize_t size) override;
+    void deallocate(void *memory) override;
+
+    /// Exceptions outlive the parser.
+    xercesc::MemoryManager *getExceptionMemoryManager() override { return &source_; }
+
+private:
+    /// Stands before each block that is in use; they form a ring.
+    struct link {
+        link *before;
+        link *behind;
+    };
+    static_assert(sizeof(link) % alignof(std::max_align_t) == 0, "blocks would not be aligned");
+
+    xercesc::MemoryManager &source_ = *xercesc::XMLPlatformUtils::fgMemoryManager;
+    link blocks_{&blocks_, &blocks_};
+};
+
+} // namespace zeb5
+
+#endif
