@@ -269,7 +269,7 @@ TEST_F(Command, WarnsOfXmlThatIsNotWellFormed) {
 
 TEST_F(Command, ReplacesAFileAndLeavesNothingBesideIt) {
     folder.write("out.txt", "older text");
-    chmod(folder.path("out.txt").c_str(), 0640);
+    chmod(folder.path("out.txt").c_str(), 04640); // its owner's rights are not another's
     EXPECT_EQ(run({"convert", "channels.xml", "--to", "table", "-o", "out.txt"}),
               (command_result{0, "", ""}));
     EXPECT_EQ(folder.text("out.txt"), table_plain);
@@ -292,6 +292,14 @@ TEST_F(Command, WritesThroughASymbolicLink) {
               (command_result{0, "", ""}));
     EXPECT_TRUE(std::filesystem::is_symlink(folder.path("link.txt")));
     EXPECT_EQ(folder.text("target.txt"), table_plain);
+}
+
+TEST_F(Command, LeavesLinksInACircleAlone) {
+    std::filesystem::create_symlink("b.txt", folder.path("a.txt"));
+    std::filesystem::create_symlink("a.txt", folder.path("b.txt"));
+    EXPECT_EQ(run({"convert", "channels.xml", "--to", "table", "-o", "a.txt"}),
+              (command_result{3, "", "zeb5xml: a.txt: Too many levels of symbolic links\n"}));
+    EXPECT_TRUE(std::filesystem::is_symlink(folder.path("a.txt")));
 }
 
 TEST_F(Command, WritesStraightToADevice) {

@@ -127,6 +127,8 @@ void write_output(const std::string &path, const std::string &text) {
         return write_standard_output(text);
     struct stat status;
     bool exists = stat(path.c_str(), &status) == 0;
+    if (!exists && errno != ENOENT) // links that go round in a circle, for one
+        fail(path);
     if (exists && !S_ISREG(status.st_mode)) { // a device or a pipe must not be replaced by a file
         open_file file(open(path.c_str(), O_WRONLY | O_CLOEXEC), path);
         write_all(file.descriptor(), text, path);
@@ -134,6 +136,7 @@ void write_output(const std::string &path, const std::string &text) {
     }
     if (exists && access(path.c_str(), W_OK) != 0)
         fail(path);
-    replacement(target_of(path), exists ? status.st_mode & 07777 : mode_of_new_file(), path)
+    // 0777: the new file may have another owner, in whose name nobody is to run it
+    replacement(target_of(path), exists ? status.st_mode & 0777 : mode_of_new_file(), path)
         .put_in_place(text);
 }

@@ -62,15 +62,6 @@ protected:
         Parser::startElement(element, uri, prefix, attributes, count, is_empty, is_root);
     }
 
-    /// Each document has limits of its own.
-    void resetDocument() override {
-        entities_ = {};
-        content_models_ = {};
-        declarations_ = {};
-        names_ = {};
-        Parser::resetDocument();
-    }
-
 private:
     /// Only the SAX parser validates.
     static constexpr bool is_sax = std::is_same_v<Parser, xercesc::SAXParser>;
