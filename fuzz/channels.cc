@@ -8,8 +8,9 @@
 namespace {
 
 enum { FROM_FILE = 1, SHIFT = 2, DELETE_DUPLICATED = 4, TWICE = 8, MERGE = 16, FORCE = 32 };
-enum { ALL_FLAGS = 64, CONVERT = 1, LOAD_MASTER = 2 }; // a call is told above the flags
-enum { XML = 2 };                                      // a value of `mode`
+enum { CALL = 64 }; // the bits from here on choose the call
+enum { USE_LIST, CONVERT, LOAD_MASTER };
+enum { XML = 2 }; // a value of `mode`
 
 void read(const fuzz_input &input, unsigned choice, channel_list &list) {
     const bool shift = choice & SHIFT, delete_duplicated = choice & DELETE_DUPLICATED;
@@ -63,7 +64,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size
     hold_the_platform();
     fuzz_input input(data, size);
     const unsigned choice = input.choice();
-    switch (choice / ALL_FLAGS) {
+    switch (choice / CALL) {
     case CONVERT:
         convert(input, static_cast<int>(choice % 4), static_cast<int>(choice / 4 % 3));
         break;

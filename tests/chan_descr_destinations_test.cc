@@ -230,11 +230,7 @@ const sample_writer sample_writers[] = {
      }},
     {"conversion",
      [](const std::string &path, int mode, int format, int fd, std::string *) {
-         std::string text = sample_document(chandescriptions), file = path;
-         dump_outcome outcome{-1000, {}};
-         outcome.streams = capture(
-             [&] { outcome.result = dump_chan_desr_from_xml(text.data(), file.data(), mode, format, fd); });
-         return outcome;
+         return convert(sample_document(chandescriptions).c_str(), &path, mode, format, fd);
      }},
 };
 

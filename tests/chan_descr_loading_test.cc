@@ -260,17 +260,6 @@ TEST(ChanDescrMasterFile, AReadersFailureIsHandedOn) {
 
 namespace {
 
-/// A conversion with its streams caught.
-dump_outcome convert(const char *xml, const std::string *file, int mode, int format, int fd) {
-    std::string text = xml ? xml : "", path = file ? *file : "";
-    dump_outcome outcome{-1000, {}};
-    outcome.streams = capture([&] {
-        outcome.result = dump_chan_desr_from_xml(xml ? text.data() : nullptr, file ? path.data() : nullptr,
-                                                 mode, format, fd);
-    });
-    return outcome;
-}
-
 /// The records that the conversion must have made of two_of_one_property: masks, and duplicates merged.
 struct converted_list : channel_list {
     converted_list() {

@@ -43,6 +43,17 @@ inline dump_outcome dump(std::vector<chan_descr_2010 *> *list, const std::string
     return outcome;
 }
 
+/// The same for the conversion of a document.
+inline dump_outcome convert(const char *xml, const std::string *file, int mode, int format, int fd) {
+    std::string text = xml ? xml : "", path = file ? *file : "";
+    dump_outcome outcome{-1000, {}};
+    outcome.streams = capture([&] {
+        outcome.result = dump_chan_desr_from_xml(xml ? text.data() : nullptr, file ? path.data() : nullptr,
+                                                 mode, format, fd);
+    });
+    return outcome;
+}
+
 /// The document as it is handed to a string; nothing may go anywhere else.
 inline std::string xml_of(std::vector<chan_descr_2010 *> *list, int format,
                           std::vector<dim_params *> *dims = nullptr) {

@@ -269,7 +269,7 @@ TEST_F(Command, WarnsOfXmlThatIsNotWellFormed) {
 
 TEST_F(Command, ReplacesAFileAndLeavesNothingBesideIt) {
     folder.write("out.txt", "older text");
-    chmod(folder.path("out.txt").c_str(), 04640); // its owner's rights are not another's
+    chmod(folder.path("out.txt").c_str(), 04640); // set-user-ID is not taken over
     EXPECT_EQ(run({"convert", "channels.xml", "--to", "table", "-o", "out.txt"}),
               (command_result{0, "", ""}));
     EXPECT_EQ(folder.text("out.txt"), table_plain);

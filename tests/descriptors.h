@@ -27,6 +27,13 @@ private:
     int fd_;
 };
 
+/// The number that the next descriptor gets. Takes no memory.
+inline int first_free_descriptor() {
+    const int fd = dup(STDIN_FILENO);
+    close(fd);
+    return fd;
+}
+
 /// How many descriptors the process has open.
 inline std::size_t open_descriptors() {
     const std::filesystem::directory_iterator entries("/proc/self/fd");

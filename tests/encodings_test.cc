@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "every_reader.h"
+#include "reader_forms.h"
 #include "silence.h"
 
 namespace {
@@ -67,7 +68,7 @@ std::string with_surrogate(const std::string &text) { return spoilt(text, "\xed\
 std::string with_five_bytes(const std::string &text) { return spoilt(text, "\xf8\x88\x80\x80\x80"); }
 std::string with_cut_character(const std::string &text) { return spoilt(text, "\xe2\x82"); }
 
-// UTF-16 that is none, or that nothing says of
+// UTF-16 that is broken, or that nothing announces
 
 template <byte_order Order> std::string unmarked_declared(const std::string &text) {
     return unmarked<2, Order>(declared(text, "UTF-16"));
@@ -90,8 +91,8 @@ template <std::uint32_t unit> std::string with_unit(const std::string &text) {
 
 // Columns where a document is refused, from the document before it was encoded
 
-std::size_t first(const std::string &) { return 1; }
-std::size_t second(const std::string &) { return 2; }
+std::size_t at_first(const std::string &) { return 1; }
+std::size_t at_second(const std::string &) { return 2; }
 std::size_t behind_declaration(const std::string &text) { return text.size() - undeclared(text).size() + 1; }
 std::size_t behind_encoding(const std::string &) { return unknown("").size() + 1; }
 std::size_t at_last_tag(const std::string &text) {
@@ -110,9 +111,9 @@ struct ending {
 };
 
 const ending whole = {ALL, nullptr, nullptr};
-const ending not_xml = {NOTHING, first, "invalid document structure"};
-const ending one_character = {NO_ROOT, second, "element name expected"};
-const ending not_utf_8 = {NOTHING, first, "invalid byte '' at position 2 of a 3-byte sequence"};
+const ending not_xml = {NOTHING, at_first, "invalid document structure"};
+const ending one_character = {NO_ROOT, at_second, "element name expected"};
+const ending not_utf_8 = {NOTHING, at_first, "invalid byte '' at position 2 of a 3-byte sequence"};
 const ending half_a_unit = {ALL_BUT_THE_END, at_end, "unterminated end tag 'ROOT'"};
 const ending first_half = {ALL_BUT_THE_END, in_last_tag,
                            "leading surrogate character is not followed by a legal second character"};
@@ -178,18 +179,12 @@ std::ostream &operator<<(std::ostream &to, const told_reading &told) {
     return to << told.seen << "\nout: " << told.out << "\nerr: " << told.err;
 }
 
-std::string replaced(std::string text, const std::string &what, const std::string &by) {
-    for (std::size_t at = 0; (at = text.find(what, at)) != std::string::npos; at += by.size())
-        text.replace(at, what.size(), by);
-    return text;
-}
-
 told_reading read(const reader_row &reader, const std::string &document) {
     told_reading told;
     reader_source source(reader, document);
     const captured streams = capture([&] { told.seen = reader.read(source.get()); });
     told.out = streams.out;
-    told.err = replaced(streams.err, reader.from_file ? source.get() : "my_mem_info", "DOCUMENT");
+    told.err = replace_all(streams.err, reader.from_file ? source.get() : "my_mem_info", "DOCUMENT");
     return told;
 }
 
@@ -208,7 +203,7 @@ int result_of_refused(const reader_row &reader, extent read) {
 std::string report_of_refused(const std::string &document, const ending &end) {
     const std::size_t root = document.rfind("</") + 2;
     return "\nFatal Error at (file DOCUMENT, line 1, char " + std::to_string(end.column(document)) +
-           "): " + replaced(end.words, "ROOT", document.substr(root, document.size() - root - 1)) + '\n' +
+           "): " + replace_all(end.words, "ROOT", document.substr(root, document.size() - root - 1)) + '\n' +
            (end.read == NOTHING ? "scanFirst() failed\n" : "");
 }
 

@@ -163,9 +163,9 @@ std::string document(const std::string &declarations, const std::string &content
 const std::string long_entity = "<!ENTITY d '" + times(126, "x") + "'><!ENTITY e '" + times(32, "&d;") + "'>";
 
 /// An entity `a` of as many elements as may be.
-const std::string elements = "<!ENTITY a '" + times(112, "<a/>") + "'>";
+const std::string elements = "<!ENTITY a '" + times(113, "<a/>") + "'>";
 
-/// Entities from `e0` on, each of which is the one before and the last `text`.
+/// Entities from `e0` on, each of which refers to the next; the last is `text`.
 std::string chain(std::size_t length, const std::string &kind, const std::string &mark,
                   const std::string &text) {
     std::string all;
@@ -221,7 +221,7 @@ const hostile_case small_cases[] = {
               times(1000, "&a;")),
      REFUSED, REFUSED},
     {"as many attributes of an entity as may be",
-     document(any + "<!ELEMENT a EMPTY><!ATTLIST a b CDATA #IMPLIED><!ENTITY a '" + times(54, "<a b=\"\"/>") +
+     document(any + "<!ELEMENT a EMPTY><!ATTLIST a b CDATA #IMPLIED><!ENTITY a '" + times(56, "<a b=\"\"/>") +
                   "'>",
               times(1000, "&a;")),
      READ, READ},
@@ -233,7 +233,7 @@ const hostile_case small_cases[] = {
      document(any + "<!ELEMENT a EMPTY><!ATTLIST a b CDATA ''>" + elements, times(1000, "&a;")), REFUSED,
      REFUSED},
     {"as many empty defaults for elements of an entity as may be",
-     document(any + "<!ELEMENT a EMPTY><!ATTLIST a b CDATA ''>" + elements, times(292, "&a;")), READ, READ},
+     document(any + "<!ELEMENT a EMPTY><!ATTLIST a b CDATA ''>" + elements, times(289, "&a;")), READ, READ},
     {"many empty defaults for elements of an entity",
      document(any + "<!ELEMENT a EMPTY><!ATTLIST a " + numbered(400, "a", " CDATA '' ") + ">" + elements,
               times(600, "&a;")),
@@ -278,9 +278,9 @@ const hostile_case small_cases[] = {
      document("<!ENTITY % e '" + times(4000, " ") + "'>" + any + times(1900, "%e;")), READ, READ},
     {"entities within entities", document(any + chain(33, "", "&", "x"), times(31, "&e1;")), READ, READ},
     {"entities within entities once more", document(any + chain(34, "", "&", "x")), REFUSED, REFUSED},
-    {"ten of ten of ten",
+    {"ten of ten",
      document(any + "<!ENTITY a 'x'><!ENTITY b '" + times(10, "&a;") + "'><!ENTITY c '" + times(10, "&b;") +
-              "'><!ENTITY d '" + times(10, "&c;") + "'>"),
+              "'>"),
      REFUSED, REFUSED},
     {"entities within the entities of a default",
      document(any + chain(33, "", "&", "") + "<!ENTITY a '&e2;'><!ATTLIST ROOT a CDATA '" +
@@ -397,12 +397,12 @@ std::string elements_without_attributes(std::size_t count) {
                     times(50'000, "<a/>"));
 }
 
-/// An attribute that has one of the values aa, ba, ca and so on, of so many characters together.
+/// An attribute that has one of the values 100000, 100001 and so on, cut at so many characters together.
 std::string values(std::size_t length) {
     std::string all;
-    for (std::size_t i = 0; all.size() < length; ++i)
-        all += (i == 0 ? "" : " ") + std::to_string(100'000 + i);
-    return "<!ATTLIST ROOT a (" + replace_all(all.substr(0, length), " ", "|") + ") #IMPLIED>";
+    for (std::size_t i = 100'000; all.size() < length; ++i)
+        all += (all.empty() ? "" : "|") + std::to_string(i);
+    return "<!ATTLIST ROOT a (" + all.substr(0, length) + ") #IMPLIED>";
 }
 
 /// A hundred thousand children of an element that lets one of so many others stand there as well.
@@ -460,10 +460,10 @@ const large_case large_cases[] = {
      REFUSED},
     {"as many names of elements as may be",
      [] { return "<ROOT>" + numbered(32'767, "<a", "/>") + "</ROOT>"; }, READ, READ},
-    {"names of attributes once more", [] { return "<ROOT>" + numbered(65'537, "<a a", "=''/>") + "</ROOT>"; },
+    {"names of attributes once more", [] { return "<ROOT>" + numbered(32'769, "<a a", "=''/>") + "</ROOT>"; },
      READ, REFUSED},
     {"as many names of attributes as may be",
-     [] { return "<ROOT>" + numbered(65'536, "<a a", "=''/>") + "</ROOT>"; }, READ, READ},
+     [] { return "<ROOT>" + numbered(32'768, "<a a", "=''/>") + "</ROOT>"; }, READ, READ},
     {"a long text", [] { return "<ROOT>" + std::string(50'000'000, 'x') + "</ROOT>"; }, READ, READ},
     {"a long name", [] { return "<ROOT><" + std::string(1'000'000, 'a') + "/></ROOT>"; }, READ, READ},
     {"a long attribute", [] { return "<ROOT a='" + std::string(5'000'000, 'x') + "'/>"; }, READ, READ},
@@ -477,7 +477,6 @@ const large_case large_cases[] = {
     {"comments", [] { return "<ROOT>" + times(200'000, "<!---->") + "</ROOT>"; }, READ, READ},
     {"characters", [] { return "<ROOT>" + times(500'000, "&#65;") + "</ROOT>"; }, READ, READ},
     {"attributes", [] { return "<ROOT" + numbered(30'000, " a", "=''") + "/>"; }, READ, READ},
-    {"names", [] { return "<ROOT>" + numbered(30'000, "<a", "/>") + "</ROOT>"; }, READ, READ},
 };
 
 TEST(HostileDocuments, OfAnySizeAreReadOrRefused) {

@@ -4,7 +4,7 @@
 ///     zeb5xml_long_life COUNT held|alone
 ///
 /// "held": an xml_platform lives all the time; "alone": each reader brings the XML library up by itself.
-/// Prints one line of figures; exits with 1 when the process has grown.
+/// Prints one line of figures; exits with 1 when it does not, or something was read wrongly.
 
 #include <chrono>
 #include <cstdio>
@@ -45,11 +45,11 @@ std::vector<repeated_reading> all_readings() {
 /// would go up and down by some thousands, and lie so that some pages more are touched now and then.
 void leave_out_caches(char **argv) {
     constexpr char name[] = "GLIBC_TUNABLES";
-    constexpr std::string_view without = "glibc.malloc.tcache_count=0:glibc.malloc.mxfast=0";
-    const char *const as_is = std::getenv(name);
-    if (as_is && as_is == without)
+    constexpr std::string_view no_caches = "glibc.malloc.tcache_count=0:glibc.malloc.mxfast=0";
+    const char *const current = std::getenv(name);
+    if (current && current == no_caches)
         return;
-    setenv(name, without.data(), true);
+    setenv(name, no_caches.data(), true);
     execv("/proc/self/exe", argv);
     std::perror("execv");
     std::exit(2);
@@ -76,8 +76,8 @@ private:
 };
 
 constexpr std::size_t warm_up = 1000;
-/// The heap's last page is given back and taken again, with the very same bytes in use: at the one time it is
-/// there, at the other it may not be.
+/// The heap's last page is given back and taken again, with the very same bytes in use: one count may find it
+/// there and the other not.
 constexpr long pages_of_tolerance = 1;
 
 } // namespace
@@ -116,7 +116,7 @@ int main(int argc, char **argv) {
               << late.bytes << ", pages of its own " << early.pages << ' ' << late.pages << std::endl;
     const long more_pages =
         is_sanitized ? 0 : late.pages - early.pages; // a sanitizer keeps what was released
-    const bool has_grown =
+    const bool is_changed =
         late.descriptors != early.descriptors || late.bytes != early.bytes || more_pages > pages_of_tolerance;
-    return wrong != 0 || has_grown;
+    return wrong != 0 || is_changed;
 }

@@ -52,9 +52,7 @@ struct holdings {
 };
 
 holdings all_holdings(const xml_memory &of_xml) {
-    const int descriptor = dup(STDIN_FILENO);
-    close(descriptor);
-    return {live_blocks(), of_xml.live_blocks(), descriptor};
+    return {live_blocks(), of_xml.live_blocks(), first_free_descriptor()};
 }
 
 /// Whether a call that found no memory has left anything behind. A parser that memory runs out for while it
@@ -73,8 +71,9 @@ template <class Call> tally fail_everywhere(xml_memory &of_xml, mode how, Call c
         words.begin();
         auto outcome = call();
         if (!*outcome.thrown)
-            outcome.thrown = words.said_of({"unable to open primary document entity",
-                                            "Failed to allocate memory for zeb5_env_index_dictionary_entry"});
+            outcome.thrown =
+                words.first_said_of({"unable to open primary document entity",
+                                     "Failed to allocate memory for zeb5_env_index_dictionary_entry"});
         return outcome;
     };
     tally seen;
@@ -408,7 +407,7 @@ struct small_calls {
                 }};
     }
 
-    const small_call rows[16] = {
+    const std::vector<small_call> rows = {
         {"clone of a bit", true, [this] { return clone(zeb5_clone_bit_descr, bit); }},
         {"clone of a statistic", true, [this] { return clone(zeb5_clone_stat_descr, stat); }},
         {"clone of a dimension", true, [this] { return clone(zeb5_clone_dim_descr, dim); }},

@@ -1,8 +1,8 @@
 #ifndef OVERHEARD_H
 #define OVERHEARD_H
 
-/// Tests that call so often that nobody could read what the library says, and want to know whether some line
-/// is among it.
+/// For tests that call so often that nobody could read what the library says, and want to know whether some
+/// line is among it.
 
 #include <cstdio>
 #include <initializer_list>
@@ -31,7 +31,7 @@ public:
     }
 
     /// The first of `lines` in what was said since begin(); "" when none is.
-    const char *said_of(std::initializer_list<const char *> lines) const {
+    const char *first_said_of(std::initializer_list<const char *> lines) const {
         fflush(stdout);
         std::string said(static_cast<std::size_t>(lseek(words_, 0, SEEK_END) - begin_), '\0');
         said.resize(static_cast<std::size_t>(pread(words_, said.data(), said.size(), begin_)));
@@ -42,7 +42,7 @@ public:
     }
 
 private:
-    const silence restored_;
+    const silence streams_; // puts them back
     int words_;
     off_t begin_ = 0;
 };

@@ -1,23 +1,19 @@
 #include "parser_files.h"
 
+#include <memory>
 #include <string>
 #include <unistd.h>
 
 #include <gtest/gtest.h>
 #include <xercesc/util/BinInputStream.hpp>
 
+#include "descriptors.h"
 #include "narrow_text.h"
 #include "parser_memory.h"
 #include "test_files.h"
 #include "xml_platform.h"
 
 namespace {
-
-int first_free_descriptor() {
-    const int descriptor = dup(STDIN_FILENO);
-    close(descriptor);
-    return descriptor;
-}
 
 class ParserFiles : public testing::Test {
 protected:
@@ -74,7 +70,7 @@ TEST_F(ParserFiles, AreKnownByTheirWholePath) {
     EXPECT_EQ(zeb5::transcode(source->getSystemId()).get(), std::string(folder) + "/b.xml");
 }
 
-TEST_F(ParserFiles, AreNoNetworkAddresses) {
+TEST_F(ParserFiles, AreNotWhatTheXmlLibraryTakesForAnAddress) {
     for (const char *address : {"http://127.0.0.1:9/a.xml", "file:///etc/passwd", "file:/etc/passwd"})
         EXPECT_EQ(files->source_of(address), nullptr) << address;
     for (const char *path : {"a:b.xml", "a.xml", "/a.xml", "unknown://a"})

@@ -131,6 +131,22 @@ TEST(MemoryReader, WithoutATextIsNotReady) {
     EXPECT_EQ(streams.out, "");
 }
 
+TEST(MemoryReader, ThrowsWhenItIsAskedBeforeItsStart) {
+    std::string document = "<r/>";
+    SAX_Memory_Parser parser(document.data());
+    EXPECT_THROW(step(parser), xercesc::XMLException);
+    EXPECT_THROW(step(parser), xercesc::XMLException);
+    EXPECT_EQ(parser.start(), 0);
+    EXPECT_EQ(steps(parser), "r ~ -1");
+}
+
+TEST(FileReader, ThrowsWhenItIsAskedAfterAStartThatFailed) {
+    std::string missing = "missing.xml";
+    SAX_File_Parser parser;
+    const captured streams = capture([&] { EXPECT_EQ(parser.start(missing.data()), 1); });
+    EXPECT_THROW(step(parser), xercesc::XMLException);
+}
+
 TEST(MemoryReader, ReadsTheCallersBufferAndLeavesItAsItIs) {
     const std::string document = "<r n=\"1\">x &amp; y</r>";
     std::string buffer = document + '\0' + "what follows the NUL is not read";

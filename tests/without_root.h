@@ -3,9 +3,11 @@
 
 /// What only root may do, forbidden to tests that are run by root, too.
 
+#include <cerrno>
 #include <cstdio>
 #include <exception>
 #include <functional>
+#include <system_error>
 
 #include <gtest/gtest.h>
 #include <sys/stat.h>

@@ -136,7 +136,8 @@ void write_output(const std::string &path, const std::string &text) {
     }
     if (exists && access(path.c_str(), W_OK) != 0)
         fail(path);
-    // 0777: the new file may have another owner, in whose name nobody is to run it
+    // without set-user-ID and set-group-ID: the new file may belong to somebody else, and would run in that
+    // name
     replacement(target_of(path), exists ? status.st_mode & 0777 : mode_of_new_file(), path)
         .put_in_place(text);
 }

@@ -100,8 +100,8 @@ public:
     /// Takes one step. `*tag` and `*value`, where the pointers are not null, are set to the current element's
     /// name and text or to null. Returns 0; once the parser has reported anything, warnings included, the
     /// number of its reports; -1 after the end of the document. Reports go to standard error. An exception
-    /// for want of memory ends the document, too. Without a start() that returned 0 it throws an
-    /// xercesc::XMLException.
+    /// for want of memory ends the document, too. Returns -1 when init_ok() is false, and throws an
+    /// xercesc::XMLException when no start() returned 0.
     int parse(char **tag, char **value);
 
     /// Looks up an attribute of the current element. Returns 0 and its value in `*res`, or -1 and null when

@@ -11,13 +11,18 @@
 /// Text comes in pieces: a new one begins at every entity or character reference, at a CDATA section and
 /// after about a million characters; within a step the last piece is the value.
 ///
-/// Documents are self-contained: an external entity or DTD is never opened. Like a reference to one, these
-/// are errors: the 1,001st expansion of an entity; an entity whose own text or what it reaches has more than
-/// 4,096 characters, "<" and "=" counting for 32 more, or 32 references; content models of more than 1,024
-/// names, groups and marks, or whose tables would grow without bound; more than 1,024 attributes of one
-/// element in declarations, or 65,536 characters of values to choose from; and more than some four million
-/// characters of declarations, each counting for 256 more, and of default values, each time that an element
-/// takes one, counting for 128 more. The size of the document itself is the caller's to bound.
+/// Documents are self-contained: an external entity or DTD is never opened, a reference to one is an error.
+/// So is what goes beyond these limits; the size of the document itself is the caller's to bound.
+///  - 1,000 expansions of entities in content and attributes
+///  - 32 expansions within one entity, and 4,096 characters of it and of what it refers to, "<" and "="
+///    counting for 32 more
+///  - 1,024 names, groups and marks of a content model; 65,536 names, and 262,144 entries in the tables of
+///  states,
+///    of all content models
+///  - 1,024 attributes that declarations give one element, and 65,536 characters of values to choose from
+///  - 4,194,304 characters of default values, each time that one is declared, copied or taken by an element,
+///    and then 128 more each time; every declaration counts for 256. Defaults of an element that come to 640
+///    or less are free, unless it stands in an entity.
 ///
 /// Each parser reads one document, on one thread; parsers on several threads may run at the same time.
 
@@ -115,8 +120,8 @@ public:
     /// Takes one step. `*tag` and `*value`, where the pointers are not null, are set to the current element's
     /// name and text or to null. Returns 0; once the parser has reported anything, warnings included, the
     /// number of its reports; -1 after the end of the document. Reports go to standard error. An exception
-    /// for want of memory ends the document, too. Without a start() that returned 0 it throws an
-    /// xercesc::XMLException.
+    /// for want of memory ends the document, too. Returns -1 when init_ok() is false, and throws an
+    /// xercesc::XMLException when no start() returned 0.
     int parse(char **tag, char **value);
 
     /// Looks up an attribute of the current element. Returns 0 and its value in `*res`, or -1 and null when

@@ -21,13 +21,13 @@ namespace zeb5 {
 class declaration_budget {
 public:
     static constexpr std::size_t most_characters = std::size_t{1} << 22;
-    /// The parsers look names up in tables in which a document can crowd them.
+    /// What a declaration counts: its name goes into a table of the parser's, which a document can crowd.
     static constexpr std::size_t characters_of_a_declaration = 256;
     /// What a default counts beyond its own characters, as a parser that holds the whole document makes up to
     /// 800 bytes of each that is copied or that an element takes.
     static constexpr std::size_t characters_of_a_default = 128;
-    /// Defaults of an element that count no more than this cost nothing, however many such elements are
-    /// written out; those that an entity repeats have paid no character for them.
+    /// An element in the document itself takes defaults that count no more than this for nothing: it has paid
+    /// with its own characters. One that an entity repeats has not.
     static constexpr std::size_t free_defaults = 640;
     /// Of one element. Each element of its name makes the parser walk through all of them.
     static constexpr std::size_t most_attributes = 1024;
@@ -57,6 +57,8 @@ public:
     /// Of one element, which stands in the text of an entity or in the document itself.
     bool use_defaults(const xercesc::RefVectorOf<xercesc::XMLAttr> &attributes, XMLSize_t count,
                       bool is_in_entity) {
+        if (spent_ == 0)
+            return true; // nothing is declared, so nothing has a default
         std::size_t total = 0;
         for (XMLSize_t i = 0; i < count; ++i)
             if (const xercesc::XMLAttr &attribute = *attributes.elementAt(i); !attribute.getSpecified())

@@ -18,8 +18,6 @@ namespace zeb5 {
 /// busy for minutes.
 class entity_budget {
 public:
-    /// Of all entities in content and attributes; the parser counts these itself.
-    static constexpr std::size_t most_expansions = 1000;
     /// What one entity may reach. Defaults and parameter entities refer to it uncounted, and an expansion
     /// takes up to 10 microseconds.
     static constexpr std::size_t most_nested = 32;

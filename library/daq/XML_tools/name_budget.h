@@ -18,7 +18,7 @@
 
 namespace zeb5 {
 
-/// Of names as the parser gives them. Each table has a seed of its own.
+/// Of names as the parser gives them. Its seed is an address, which documents cannot know.
 struct seeded_name_hash {
     using is_transparent = void;
 
@@ -29,30 +29,25 @@ struct seeded_name_hash {
     std::size_t seed = reinterpret_cast<std::uintptr_t>(this);
 };
 
-/// Counts the names of elements and of attributes.
+/// Counts the names of attributes, and of elements that are not declared: declarations are counted elsewhere.
 ///
-/// The parser that holds the whole document keeps each of them once, in a table of 257 lists that does not
-/// grow: the time goes with the square of their number, and a million would take five minutes.
+/// The parser that holds the whole document keeps each name once, in a table of 257 lists that does not grow:
+/// the time goes with the square of their number, and a million would take five minutes.
 class name_budget {
 public:
     static constexpr std::size_t most_names = std::size_t{1} << 15; // of either kind
 
-    /// Notes an element with its attributes. Returns whether the names so far stay within the limit. As many
-    /// attributes as that are free before their names are looked at: it would take 0.2 % of the time of
-    /// reading an ordinary file.
+    /// Notes an element with its attributes. Returns whether the names so far stay within the limit.
     bool use(const xercesc::XMLElementDecl &element, const xercesc::RefVectorOf<xercesc::XMLAttr> &attributes,
              XMLSize_t count) {
-        attributes_ += count;
-        if (attributes_ > most_names)
-            for (XMLSize_t i = 0; i < count; ++i)
-                if (const std::u16string_view name = attributes.elementAt(i)->getQName();
-                    !of_attributes_.contains(name))
-                    of_attributes_.emplace(name);
+        for (XMLSize_t i = 0; i < count; ++i)
+            if (const std::u16string_view name = attributes.elementAt(i)->getQName();
+                !of_attributes_.contains(name))
+                of_attributes_.emplace(name);
         return element.getId() <= most_names && of_attributes_.size() <= most_names; // ids count from 1
     }
 
 private:
-    std::size_t attributes_ = 0; // all of them
     std::unordered_set<std::u16string, seeded_name_hash, std::equal_to<>> of_attributes_;
 };
 

@@ -353,11 +353,12 @@ private:
             copy_text(r.dim_->dim_name, s.value_text());
     }
 
-    /// The one attribute that matters of the current element; a missing one is counted and reported. An
-    /// element may have thousands, and be delivered again at each comment behind its start tag.
+    /// The one attribute of the current element that matters; a missing one is counted and reported. Looked
+    /// up once for each element: it may have thousands, and is delivered again at each comment behind its
+    /// start.
     const char *attribute(const sax_step &step, const char *name, const char *complaint, const char *tag) {
-        if (step.element != looked_up_) {
-            looked_up_ = step.element;
+        if (step.element != attribute_element_) {
+            attribute_element_ = step.element;
             sax_step_handlers::get_attr(parser_, name, &attribute_);
         }
         if (attribute_)
@@ -395,8 +396,8 @@ private:
     channel_in_progress channel_;
     bool shift_;
     int kind_ = ANY;
-    dim_descr *dim_ = nullptr;    // only ever set in a matrix channel
-    std::uint32_t looked_up_ = 0; // number of the element that `attribute_` was looked up for
+    dim_descr *dim_ = nullptr;            // only ever set in a matrix channel
+    std::uint32_t attribute_element_ = 0; // number of the element that `attribute_` was looked up for
     char *attribute_ = nullptr;
     int missing_attributes_ = 0;
 };

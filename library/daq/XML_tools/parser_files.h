@@ -12,8 +12,8 @@ namespace zeb5 {
 
 class file_stream;
 
-/// Files of one parser; all of them are closed at the latest when this ends. When memory runs out the parser
-/// by itself loses the stream that it has just opened, and the descriptor with it.
+/// Files of one parser, opened through source_of(); all of them are closed at the latest when this ends. When
+/// memory runs out the parser by itself loses the stream that it has just opened, and the descriptor with it.
 class parser_files {
 public:
     /// `memory` must outlive this.
@@ -22,8 +22,8 @@ public:
     parser_files(const parser_files &) = delete;
     parser_files &operator=(const parser_files &) = delete;
 
-    /// The source that the XML library itself would make of a path; null for what it takes for a network
-    /// address or cannot use, which it is to say itself.
+    /// The source that the XML library itself would make of a path; null for a path that it takes for an
+    /// address or cannot use: it is given the path then, and says so itself.
     std::unique_ptr<xercesc::InputSource> source_of(const char *path);
 
 private:

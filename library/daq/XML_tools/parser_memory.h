@@ -1,7 +1,7 @@
 #ifndef ZEB5_PARSER_MEMORY_H
 #define ZEB5_PARSER_MEMORY_H
 
-/// What an XML parser holds of memory and files.
+/// The memory of an XML parser.
 
 #include <cstddef>
 

@@ -184,7 +184,8 @@ struct sax_step_handlers {
 
 private:
     static bool parse_first(xercesc::SAXParser &parser, const char *path, xercesc::XMLPScanToken &token) {
-        const auto source = dynamic_cast<zeb5::parser_belongings &>(parser).files.source_of(path);
+        auto &bounded = static_cast<zeb5::bounded_parser<xercesc::SAXParser> &>(parser); // as it was made
+        const auto source = bounded.files.source_of(path);
         return source ? parser.parseFirst(*source, token) : parser.parseFirst(path, token);
     }
     static bool parse_first(xercesc::SAXParser &parser, const xercesc::InputSource &source,

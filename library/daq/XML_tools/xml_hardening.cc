@@ -7,7 +7,7 @@ namespace zeb5 {
 namespace {
 
 struct expansion_limit : xercesc::SecurityManager {
-    expansion_limit() { setEntityExpansionLimit(entity_budget::most_expansions); }
+    expansion_limit() { setEntityExpansionLimit(most_expansions); }
 };
 
 } // namespace

@@ -28,6 +28,9 @@ XERCES_CPP_NAMESPACE_END
 
 namespace zeb5 {
 
+/// Of all entities, in content and attributes together; the parsers count these themselves.
+inline constexpr XMLSize_t most_expansions = 1000;
+
 /// Bounds the expansions in content and attributes for all parsers; lasts as long as the process.
 xercesc::SecurityManager *entity_limit();
 
