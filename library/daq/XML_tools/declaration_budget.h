@@ -54,11 +54,12 @@ public:
         return all.getAttDefCount() <= most_attributes && spend(total);
     }
 
+    /// Whether anything is declared: nothing has a default without.
+    bool has_any() const { return spent_ != 0; }
+
     /// Of one element, which stands in the text of an entity or in the document itself.
     bool use_defaults(const xercesc::RefVectorOf<xercesc::XMLAttr> &attributes, XMLSize_t count,
                       bool is_in_entity) {
-        if (spent_ == 0)
-            return true; // nothing is declared, so nothing has a default
         std::size_t total = 0;
         for (XMLSize_t i = 0; i < count; ++i)
             if (const xercesc::XMLAttr &attribute = *attributes.elementAt(i); !attribute.getSpecified())

@@ -5,7 +5,6 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <functional>
 #include <string>
 #include <string_view>
 #include <unordered_set>
@@ -13,6 +12,7 @@
 #include <xercesc/framework/XMLAttr.hpp>
 #include <xercesc/framework/XMLElementDecl.hpp>
 #include <xercesc/util/RefVectorOf.hpp>
+#include <xercesc/util/XMLString.hpp>
 
 #include "name_hash.h"
 
@@ -20,8 +20,6 @@ namespace zeb5 {
 
 /// Of names as the parser gives them. Its seed is an address, which documents cannot know.
 struct seeded_name_hash {
-    using is_transparent = void;
-
     std::size_t operator()(std::u16string_view name) const {
         return name_hash({reinterpret_cast<const char *>(name.data()), name.size() * sizeof(char16_t)}, seed);
     }
@@ -40,15 +38,19 @@ public:
     /// Notes an element with its attributes. Returns whether the names so far stay within the limit.
     bool use(const xercesc::XMLElementDecl &element, const xercesc::RefVectorOf<xercesc::XMLAttr> &attributes,
              XMLSize_t count) {
-        for (XMLSize_t i = 0; i < count; ++i)
-            if (const std::u16string_view name = attributes.elementAt(i)->getQName();
-                !of_attributes_.contains(name))
-                of_attributes_.emplace(name);
+        for (XMLSize_t i = 0; i < count; ++i) {
+            const XMLCh *const name = attributes.elementAt(i)->getQName();
+            if (xercesc::XMLString::equals(name, last_.c_str()))
+                continue; // most elements of a file have one attribute, and the same
+            last_ = name;
+            of_attributes_.insert(last_);
+        }
         return element.getId() <= most_names && of_attributes_.size() <= most_names; // ids count from 1
     }
 
 private:
-    std::unordered_set<std::u16string, seeded_name_hash, std::equal_to<>> of_attributes_;
+    std::u16string last_; // attribute looked at
+    std::unordered_set<std::u16string, seeded_name_hash> of_attributes_;
 };
 
 } // namespace zeb5

@@ -57,7 +57,7 @@ protected:
     void startElement(const xercesc::XMLElementDecl &element, const unsigned uri, const XMLCh *const prefix,
                       const xercesc::RefVectorOf<xercesc::XMLAttr> &attributes, const XMLSize_t count,
                       const bool is_empty, const bool is_root) override {
-        if (count != 0)
+        if (count != 0 && declarations_.has_any())
             spend(declarations_.use_defaults(attributes, count, is_in_entity()));
         if constexpr (!is_sax)
             if (!names_.use(element, attributes, count))
