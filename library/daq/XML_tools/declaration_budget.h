@@ -5,8 +5,8 @@
 
 #include <cstddef>
 
-#include <xercesc/framework/XMLAttr.hpp>
-#include <xercesc/util/RefVectorOf.hpp>
+#include <xercesc/framework/XMLAttDefList.hpp>
+#include <xercesc/framework/XMLElementDecl.hpp>
 #include <xercesc/util/XMLString.hpp>
 #include <xercesc/validators/DTD/DTDAttDef.hpp>
 #include <xercesc/validators/DTD/DTDElementDecl.hpp>
@@ -23,12 +23,12 @@ public:
     static constexpr std::size_t most_characters = std::size_t{1} << 22;
     /// What a declaration counts: its name goes into a table of the parser's, which a document can crowd.
     static constexpr std::size_t characters_of_a_declaration = 256;
-    /// What a default counts beyond its own characters, as a parser that holds the whole document makes up to
-    /// 800 bytes of each that is copied or that an element takes.
-    static constexpr std::size_t characters_of_a_default = 128;
+    /// What a default counts beyond the characters of its name and its value, as a parser that holds the
+    /// whole document makes up to 800 bytes of each that an element takes.
+    static constexpr std::size_t characters_of_a_default = 192;
     /// An element in the document itself takes defaults that count no more than this for nothing: it has paid
     /// with its own characters. One that an entity repeats has not.
-    static constexpr std::size_t free_defaults = 640;
+    static constexpr std::size_t free_defaults = 896;
     /// Of one element. Each element of its name makes the parser walk through all of them.
     static constexpr std::size_t most_attributes = 1024;
     /// Characters of the values that one attribute may choose from. A parser that validates compares each of
@@ -44,30 +44,33 @@ public:
 
     /// The parser that holds the whole document copies all defaults of an element after each of its lists.
     bool copy_defaults(const xercesc::DTDElementDecl &element) {
-        if (!element.hasAttDefs())
-            return true;
-        const xercesc::XMLAttDefList &all = element.getAttDefList();
-        std::size_t total = 0;
-        for (XMLSize_t i = 0; i < all.getAttDefCount(); ++i)
-            if (const XMLCh *const value = all.getAttDef(i).getValue())
-                total += characters_of_a_default + length_of(value);
-        return all.getAttDefCount() <= most_attributes && spend(total);
+        return (!element.hasAttDefs() || element.getAttDefList().getAttDefCount() <= most_attributes) &&
+               spend(cost_of_defaults(element));
     }
 
     /// Whether anything is declared: nothing has a default without.
     bool has_any() const { return spent_ != 0; }
 
-    /// Of one element, which stands in the text of an entity or in the document itself.
-    bool use_defaults(const xercesc::RefVectorOf<xercesc::XMLAttr> &attributes, XMLSize_t count,
-                      bool is_in_entity) {
-        std::size_t total = 0;
-        for (XMLSize_t i = 0; i < count; ++i)
-            if (const xercesc::XMLAttr &attribute = *attributes.elementAt(i); !attribute.getSpecified())
-                total += characters_of_a_default + length_of(attribute.getValue());
-        return (!is_in_entity && total <= free_defaults) || spend(total);
+    /// Of one element, which stands in the text of an entity or in the document itself. The parser that holds
+    /// the whole document first makes those, too, in whose place it then puts an attribute that is written.
+    bool use_defaults(const xercesc::XMLElementDecl &element, bool is_in_entity) {
+        const std::size_t cost = cost_of_defaults(element);
+        return (!is_in_entity && cost <= free_defaults) || spend(cost);
     }
 
 private:
+    static std::size_t cost_of_defaults(const xercesc::XMLElementDecl &element) {
+        if (!element.hasAttDefs())
+            return 0;
+        const xercesc::XMLAttDefList &all = element.getAttDefList();
+        std::size_t cost = 0;
+        for (XMLSize_t i = 0; i < all.getAttDefCount(); ++i)
+            if (const xercesc::XMLAttDef &attribute = all.getAttDef(i); attribute.getValue())
+                cost += characters_of_a_default + length_of(attribute.getFullName()) +
+                        length_of(attribute.getValue());
+        return cost;
+    }
+
     /// 0 for a null text.
     static std::size_t length_of(const XMLCh *text) { return xercesc::XMLString::stringLen(text); }
 

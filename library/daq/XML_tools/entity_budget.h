@@ -20,7 +20,7 @@ class entity_budget {
 public:
     /// What one entity may reach. Defaults and parameter entities refer to it uncounted, and an expansion
     /// takes up to 10 microseconds.
-    static constexpr std::size_t most_nested = 32;
+    static constexpr std::size_t most_nested = 16;
     /// Of an entity's own text and of the text that it reaches. What is written out of it 1,000 times is
     /// still small.
     static constexpr std::size_t most_characters = 4096;

@@ -3,6 +3,7 @@
 #include <cstdint>
 #include <cstdio>
 #include <iostream>
+#include <string>
 #include <string_view>
 
 #include "chan_descr_parts.h"
@@ -364,8 +365,9 @@ private:
         if (attribute_)
             return attribute_;
         ++missing_attributes_;
-        std::cerr << complaint << name << " found for " << tag << " prop: " << channel_->prop_name
-                  << std::endl;
+        std::string line = complaint; // in one piece, as standard error is not buffered
+        line.append(name).append(" found for ").append(tag).append(" prop: ").append(channel_->prop_name);
+        std::cerr << line + '\n';
         return nullptr;
     }
 

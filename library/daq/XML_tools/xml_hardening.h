@@ -58,10 +58,12 @@ protected:
                       const xercesc::RefVectorOf<xercesc::XMLAttr> &attributes, const XMLSize_t count,
                       const bool is_empty, const bool is_root) override {
         if (count != 0 && declarations_.has_any())
-            spend(declarations_.use_defaults(attributes, count, is_in_entity()));
-        if constexpr (!is_sax)
+            spend(declarations_.use_defaults(element, is_in_entity()));
+        if constexpr (!is_sax) {
             if (!names_.use(element, attributes, count))
                 refuse_names(scanner());
+            forget_identifiers(attributes, count);
+        }
         Parser::startElement(element, uri, prefix, attributes, count, is_empty, is_root);
     }
 
@@ -99,6 +101,18 @@ private:
     void endAttList(const xercesc::DTDElementDecl &element) override {
         spend(declarations_.copy_defaults(element));
         Parser::endAttList(element);
+    }
+
+    /// The parser that holds the whole document would keep its declarations as a text, too.
+    void startIntSubset() override {}
+
+    /// It would keep a table of identifiers, which takes the square of their number when they are alike.
+    static void forget_identifiers(const xercesc::RefVectorOf<xercesc::XMLAttr> &attributes,
+                                   XMLSize_t count) {
+        for (XMLSize_t i = 0; i < count; ++i)
+            if (const xercesc::XMLAttr *const attribute = attributes.elementAt(i);
+                attribute->getType() == xercesc::XMLAttDef::ID)
+                const_cast<xercesc::XMLAttr *>(attribute)->setType(xercesc::XMLAttDef::CData);
     }
 
     void spend(bool is_within_budget) {
