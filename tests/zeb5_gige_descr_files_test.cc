@@ -272,6 +272,19 @@ TEST(CameraFile, MayExpandEntitiesAThousandTimes) {
     }
 }
 
+/// A file of so many names of attributes, one of which stands before each of the others.
+std::string file_of_names(int count) {
+    std::string all = "<r>";
+    for (int i = 1; i < count; ++i)
+        all += "<a n='' a" + std::to_string(i) + "=''/>";
+    return all + "</r>";
+}
+
+TEST(CameraFile, HasALimitedNumberOfNames) {
+    EXPECT_EQ(features_of(file_of_names(32'768)), "");
+    expect_failure(temporary_file(file_of_names(32'769)).path(), failure_line);
+}
+
 /// Entities e0 to e6, each of which is ten of the one before: e6 is a million blanks.
 std::string bomb(const std::string &kind, const std::string &mark) {
     std::string all = "<!ENTITY " + kind + " e0 ' '>";
