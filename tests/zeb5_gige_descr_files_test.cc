@@ -272,11 +272,11 @@ TEST(CameraFile, MayExpandEntitiesAThousandTimes) {
     }
 }
 
-/// A file of so many names of attributes, one of which stands before each of the others.
+/// A file of so many names of attributes, one of which stands alone and before each of the others.
 std::string file_of_names(int count) {
     std::string all = "<r>";
     for (int i = 1; i < count; ++i)
-        all += "<a n='' a" + std::to_string(i) + "=''/>";
+        all += "<a n=''/><a n='' a" + std::to_string(i) + "=''/>";
     return all + "</r>";
 }
 
