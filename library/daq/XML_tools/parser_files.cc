@@ -1,5 +1,7 @@
 #include "parser_files.h"
 
+#include <utility>
+
 #include <xercesc/framework/LocalFileInputSource.hpp>
 #include <xercesc/util/BinFileInputStream.hpp>
 #include <xercesc/util/Janitor.hpp>
@@ -49,8 +51,8 @@ private:
 } // namespace
 
 parser_files::~parser_files() {
-    while (open_)
-        delete open_;
+    while (const file_stream *const last = std::exchange(open_, nullptr))
+        delete last; // puts the one before in its place
 }
 
 std::unique_ptr<xercesc::InputSource> parser_files::source_of(const char *path) {
