@@ -1,6 +1,7 @@
 #include "parser_files.h"
 
 #include <memory>
+#include <optional>
 #include <string>
 #include <unistd.h>
 
@@ -75,6 +76,14 @@ TEST_F(ParserFiles, AreNotWhatTheXmlLibraryTakesForAnAddress) {
         EXPECT_EQ(files->source_of(address), nullptr) << address;
     for (const char *path : {"a:b.xml", "a.xml", "/a.xml", "unknown://a"})
         EXPECT_NE(files->source_of(path), nullptr) << path;
+}
+
+TEST_F(ParserFiles, HaveNoPathFromAFolderThatIsGone) {
+    std::optional<temporary_folder> folder(std::in_place);
+    const working_folder here(folder->path());
+    folder.reset();
+    EXPECT_EQ(files->source_of("a.xml"), nullptr);
+    EXPECT_NE(files->source_of("/a.xml"), nullptr);
 }
 
 } // namespace

@@ -83,18 +83,6 @@ TEST(FileReader, DoesNotStartOnAnEmptyDevice) {
     EXPECT_EQ(seen.count, 1);
 }
 
-/// The current folder is another one while this lives.
-class working_folder {
-public:
-    explicit working_folder(const std::string &path) : before_(std::filesystem::current_path()) {
-        std::filesystem::current_path(path);
-    }
-    ~working_folder() { std::filesystem::current_path(before_); }
-
-private:
-    std::filesystem::path before_;
-};
-
 TEST(FileReader, NamesTheFileByItsAbsolutePathInReports) {
     const temporary_folder folder;
     std::ofstream(folder / "bad name \xc3\xa4.xml") << "<r>";

@@ -74,4 +74,16 @@ private:
     std::string path_;
 };
 
+/// The current folder is another one while this lives.
+class working_folder {
+public:
+    explicit working_folder(const std::string &path) : before_(std::filesystem::current_path()) {
+        std::filesystem::current_path(path);
+    }
+    ~working_folder() { std::filesystem::current_path(before_); }
+
+private:
+    std::filesystem::path before_;
+};
+
 #endif

@@ -249,6 +249,12 @@ TEST(CameraFile, MayDeclareEntitiesAndDefaults) {
               "1|aE||T EE|b EE c\n2|Default|||\n");
 }
 
+TEST(CameraFile, MayDeclareIdentifiers) {
+    EXPECT_EQ(features_of("<!DOCTYPE r [<!ATTLIST Integer Name ID #IMPLIED>]>"
+                          "<r><Integer Name='a'/><Integer Name='a'/></r>"),
+              "1|a|||\n1|a|||\n");
+}
+
 struct entity_case {
     std::string references;
     bool fine;
