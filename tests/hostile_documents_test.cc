@@ -1,141 +1,36 @@
 /// What a document of 10,000 bytes may cost a reader at most, whatever stands in it, and that nothing but the
-/// document is opened for it. Every reading runs in a process of its own, which is measured; functions that
-/// open files or addresses are this program's own, and count.
+/// document is opened for it.
 
-#include <cstdarg>
 #include <cstdio>
-#include <dlfcn.h>
 #include <fcntl.h>
-#include <netdb.h>
 #include <set>
-#include <sys/resource.h>
 #include <sys/socket.h>
-#include <sys/wait.h>
+#include <unistd.h>
 
 #include <gtest/gtest.h>
 #include <xercesc/parsers/XercesDOMParser.hpp>
 
-#include "every_reader.h"
-#include "reader_forms.h"
+#include "read_apart.h"
 #include "sanitized.h"
-#include "silence.h"
 
 namespace {
-
-std::string only_path; // the one that may be opened while `is_watching`
-bool is_watching = false;
-int opened_others = 0;
-
-void note_opening(const char *path) {
-    if (is_watching && only_path != path)
-        ++opened_others;
-}
-
-/// The function of the same name in the library that this program stands in for.
-template <class Function> Function *real(const char *name, Function *) {
-    return reinterpret_cast<Function *>(dlsym(RTLD_NEXT, name));
-}
-
-} // namespace
-
-extern "C" {
-
-int open(const char *path, int flags, ...) {
-    note_opening(path);
-    va_list rest;
-    va_start(rest, flags);
-    const mode_t mode = flags & (O_CREAT | O_TMPFILE) ? va_arg(rest, mode_t) : 0;
-    va_end(rest);
-    return openat(AT_FDCWD, path, flags, mode);
-}
-
-FILE *fopen(const char *path, const char *mode) {
-    note_opening(path);
-    return real("fopen", fopen)(path, mode);
-}
-
-int socket(int domain, int type, int protocol) noexcept {
-    note_opening("a socket");
-    return real("socket", socket)(domain, type, protocol);
-}
-
-int getaddrinfo(const char *name, const char *service, const addrinfo *hints, addrinfo **found) {
-    note_opening("a host");
-    return real("getaddrinfo", getaddrinfo)(name, service, hints, found);
-}
-}
-
-namespace {
-
-enum ending { READ, REFUSED, THROWN, OPENED_OTHERS, CRASHED };
-
-struct cost {
-    ending end = CRASHED;
-    double seconds = 0; // of the processor
-    double megabytes = 0;
-};
-
-std::ostream &operator<<(std::ostream &to, const cost &seen) {
-    const char *const names[] = {"read", "refused", "an exception", "opened others", "crashed"};
-    return to << names[seen.end] << ", " << seen.seconds << " s, " << seen.megabytes << " MB";
-}
-
-ending end_of(const reading &seen) {
-    if (opened_others > 0)
-        return OPENED_OTHERS;
-    if (*seen.thrown)
-        return THROWN;
-    return seen.result == 0 || seen.result == -1 ? READ : REFUSED; // -1: a pull reader's end
-}
-
-/// Reads a document, with the reader's own root for every ROOT in it, in a new process.
-cost read_apart(const reader_row &reader, const std::string &document) {
-    const char *const roots[] = {"CHANDESCRIPTIONS", "DAQvariables", "BMR", "ENVINDEXDICT", "Camera"};
-    reader_source source(reader, replace_all(document, "ROOT", roots[reader.kind]));
-    const pid_t child = fork();
-    if (child == 0) {
-        const silence quiet;
-        only_path = source.get();
-        is_watching = true;
-        _exit(end_of(reader.read(source.get())));
-    }
-    int status = 0;
-    rusage used{};
-    wait4(child, &status, 0, &used);
-    const auto seconds = [](const timeval &time) {
-        return static_cast<double>(time.tv_sec) + static_cast<double>(time.tv_usec) / 1e6;
-    };
-    return {WIFEXITED(status) ? static_cast<ending>(WEXITSTATUS(status)) : CRASHED,
-            seconds(used.ru_utime) + seconds(used.ru_stime), static_cast<double>(used.ru_maxrss) / 1024};
-}
 
 TEST(HostileDocuments, AreWatched) {
     const temporary_file file;
-    only_path = file.path();
-    is_watching = true;
-    close(open(file.path().c_str(), O_RDONLY));
-    EXPECT_EQ(opened_others, 0);
-    close(open("/dev/null", O_RDONLY));
-    EXPECT_EQ(opened_others, 1);
-    fclose(fopen("/dev/null", "r"));
-    EXPECT_EQ(opened_others, 2);
-    close(socket(AF_INET, SOCK_STREAM, 0));
-    EXPECT_EQ(opened_others, 3);
-    is_watching = false;
-    opened_others = 0;
+    const char *const path = file.path().c_str();
+    EXPECT_EQ(others_opened(path, [path] { close(open(path, O_RDONLY)); }), 0);
+    EXPECT_EQ(others_opened(path, [] { close(open("/dev/null", O_RDONLY)); }), 1);
+    EXPECT_EQ(others_opened(path, [] { fclose(fopen("/dev/null", "r")); }), 1);
+    EXPECT_EQ(others_opened(path, [] { close(socket(AF_INET, SOCK_STREAM, 0)); }), 1);
 }
 
 TEST(HostileDocuments, AreWatchedInTheXmlLibraryToo) {
     const temporary_file other("x");
     const temporary_file file("<!DOCTYPE r [<!ENTITY e SYSTEM '" + other.path() + "'>]><r>&e;</r>");
+    const char *const path = file.path().c_str();
     const xml_platform platform;
     xercesc::XercesDOMParser parser;
-    only_path = file.path();
-    is_watching = true;
-    parser.parse(only_path.c_str());
-    is_watching = false;
-    EXPECT_EQ(opened_others, 1);
-    opened_others = 0;
+    EXPECT_EQ(others_opened(path, [&] { parser.parse(path); }), 1);
 }
 
 std::string times(std::size_t count, const std::string &text) {
@@ -168,11 +63,13 @@ const std::string elements = "<!ENTITY a '" + times(113, "<a/>") + "'>";
 /// Entities from `e0` on, each of which refers to the next; the last is `text`.
 std::string chain(std::size_t length, const std::string &kind, const std::string &mark,
                   const std::string &text) {
+    const auto entity = [&kind](std::size_t number, const std::string &its_text) {
+        return "<!ENTITY " + kind + "e" + std::to_string(number) + " '" + its_text + "'>";
+    };
     std::string all;
     for (std::size_t i = 0; i + 1 < length; ++i)
-        all +=
-            "<!ENTITY " + kind + "e" + std::to_string(i) + " '" + mark + "e" + std::to_string(i + 1) + ";'>";
-    return all + "<!ENTITY " + kind + "e" + std::to_string(length - 1) + " '" + text + "'>";
+        all += entity(i, mark + "e" + std::to_string(i + 1) + ";");
+    return all + entity(length - 1, text);
 }
 
 /// Elements, and a model of ROOT in which one of them stands once and the others twice.
