@@ -4,7 +4,7 @@
 ///     zeb5xml_long_life COUNT held|alone
 ///
 /// "held": an xml_platform lives all the time; "alone": each reader brings the XML library up by itself.
-/// Prints one line of figures; exits with 1 when it does not, or something was read wrongly.
+/// Prints one line of figures; exits with 1 when the two differ, or something was read wrongly.
 
 #include <chrono>
 #include <cstdio>
