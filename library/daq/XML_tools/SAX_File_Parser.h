@@ -100,7 +100,7 @@ public:
     /// Takes one step. `*tag` and `*value`, where the pointers are not null, are set to the current element's
     /// name and text or to null. Returns 0; once the parser has reported anything, warnings included, the
     /// number of its reports; -1 after the end of the document. Reports go to standard error. An exception
-    /// for want of memory ends the document, too. Returns -1 when init_ok() is false, and throws an
+    /// for want of memory ends the document, too. Returns -1 when init_ok() is false, and throws a
     /// xercesc::XMLException when no start() returned 0.
     int parse(char **tag, char **value);
 

@@ -14,11 +14,12 @@
 /// Documents are self-contained: an external entity or DTD is never opened, a reference to one is an error.
 /// So is what goes beyond these limits; the size of the document itself is the caller's to bound.
 ///  - 1,000 expansions of entities in content and attributes
-///  - 16 expansions within one entity, and 4,096 characters of it and of what it refers to, "<" and "="
+///  - 16 expansions within one entity, and 4,096 characters of it and of what it refers to, each "<" and "="
 ///    counting for 32 more
 ///  - 1,024 names, groups and marks of a content model; 65,536 names of all content models, and 262,144
 ///    entries in their tables of states
-///  - 1,024 attributes that declarations give one element, and 65,536 characters of values to choose from
+///  - 1,024 attributes that declarations give one element, and 65,536 characters of the values that one of
+///    them may choose from
 ///  - 4,194,304 characters of default values, each time that one is declared, or copied for another list of
 ///    attributes or an element, and then with its name and 192 more; every declaration counts for 256.
 ///    Defaults of an element that come to 896 or less are free, unless it stands in an entity.
@@ -119,7 +120,7 @@ public:
     /// Takes one step. `*tag` and `*value`, where the pointers are not null, are set to the current element's
     /// name and text or to null. Returns 0; once the parser has reported anything, warnings included, the
     /// number of its reports; -1 after the end of the document. Reports go to standard error. An exception
-    /// for want of memory ends the document, too. Returns -1 when init_ok() is false, and throws an
+    /// for want of memory ends the document, too. Returns -1 when init_ok() is false, and throws a
     /// xercesc::XMLException when no start() returned 0.
     int parse(char **tag, char **value);
 
