@@ -17,7 +17,7 @@ namespace zeb5 {
 ///
 /// References to parameter entities and within defaults are not counted by the parser, and elements take
 /// their defaults without a character of their own: 10,000 bytes of these keep it busy for half a minute and
-/// fill 6 GB. Each call returns whether all so far stays within the limit.
+/// fill 6 GB. All but has_any() return whether all so far stays within the limits.
 class declaration_budget {
 public:
     static constexpr std::size_t most_characters = std::size_t{1} << 22;
@@ -42,7 +42,8 @@ public:
                spend(characters_of_a_declaration + length_of(attribute.getValue()));
     }
 
-    /// The parser that holds the whole document copies all defaults of an element after each of its lists.
+    /// At the end of each list of an element's attributes: the parser that holds the whole document copies
+    /// all defaults of the element then.
     bool copy_defaults(const xercesc::DTDElementDecl &element) {
         return (!element.hasAttDefs() || element.getAttDefList().getAttDefCount() <= most_attributes) &&
                spend(cost_of_defaults(element));
@@ -51,8 +52,9 @@ public:
     /// Whether anything is declared: nothing has a default without.
     bool has_any() const { return spent_ != 0; }
 
-    /// Of one element, which stands in the text of an entity or in the document itself. The parser that holds
-    /// the whole document first makes those, too, in whose place it then puts an attribute that is written.
+    /// Of one element, which stands in the text of an entity or in the document itself. A default counts even
+    /// if the element has the attribute: the parser that holds the whole document makes it first and then
+    /// puts what is written in its place.
     bool use_defaults(const xercesc::XMLElementDecl &element, bool is_in_entity) {
         const std::size_t cost = cost_of_defaults(element);
         return (!is_in_entity && cost <= free_defaults) || spend(cost);

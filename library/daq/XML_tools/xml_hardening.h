@@ -1,7 +1,8 @@
 #ifndef ZEB5_XML_HARDENING_H
 #define ZEB5_XML_HARDENING_H
 
-/// What a document may make the XML parsers do. Both kinds of parser get the same limits here.
+/// What a document may make the XML parsers do. Both kinds of parser get their limits here; they differ where
+/// only one kind does what a limit bounds.
 ///
 /// A document is self-contained: an external entity or DTD is reported as missing and never opened, whether
 /// file or network address. Expansion of the document's own entities is bounded wherever they expand.
@@ -47,8 +48,8 @@ struct parser_belongings {
     parser_files files{memory};
 };
 
-/// A parser that refuses a document at the declaration that is too much, before anything comes of it, and
-/// that leaves nothing behind.
+/// A parser that refuses a document at the declaration or the element that is too much, before anything comes
+/// of it, and that leaves nothing behind.
 template <class Parser> class bounded_parser : public parser_belongings, public Parser {
 public:
     bounded_parser() : Parser(nullptr, &memory) {}
