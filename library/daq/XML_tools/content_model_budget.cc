@@ -7,11 +7,13 @@
 
 #include <xercesc/validators/common/ContentSpecNode.hpp>
 
+#include "name_hash.h"
+
 namespace zeb5 {
 
 bool content_model_budget::declare(const xercesc::DTDElementDecl &element, bool is_validated) {
     const bool has_table = is_validated && element.getModelType() == xercesc::DTDElementDecl::Children;
-    std::unordered_map<std::u16string_view, std::size_t> times;
+    std::unordered_map<std::u16string_view, std::size_t, seeded_name_hash> times;
     std::size_t places = 0;
     std::size_t nodes = 0;
     std::vector<const xercesc::ContentSpecNode *> pending{element.getContentSpec()}; // models nest deeply

@@ -9,6 +9,8 @@
 #include <unordered_map>
 #include <vector>
 
+#include "name_hash.h"
+
 namespace zeb5 {
 
 /// Adds up what each declared entity reaches through the entities that its text refers to.
@@ -48,7 +50,7 @@ private:
     std::size_t number_of(std::u16string name);
     bool add(std::size_t user, weight more);
 
-    std::unordered_map<std::u16string, std::size_t> numbers_;
+    std::unordered_map<std::u16string, std::size_t, seeded_name_hash> numbers_;
     std::vector<entity> entities_;
 };
 

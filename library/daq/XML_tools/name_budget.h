@@ -4,9 +4,7 @@
 /// How many names a document may make up.
 
 #include <cstddef>
-#include <cstdint>
 #include <string>
-#include <string_view>
 #include <unordered_set>
 
 #include <xercesc/framework/XMLAttr.hpp>
@@ -17,15 +15,6 @@
 #include "name_hash.h"
 
 namespace zeb5 {
-
-/// Of names as the parser gives them. Its seed is an address, which documents cannot know.
-struct seeded_name_hash {
-    std::size_t operator()(std::u16string_view name) const {
-        return name_hash({reinterpret_cast<const char *>(name.data()), name.size() * sizeof(char16_t)}, seed);
-    }
-
-    std::size_t seed = reinterpret_cast<std::uintptr_t>(this);
-};
 
 /// Counts the names of attributes, and of elements that are not declared: declarations are counted elsewhere.
 ///
