@@ -86,4 +86,23 @@ TEST(NameIndex, FindsAChangedNameOnceItIsAddedAgain) {
     EXPECT_EQ(list.find_or_add(names, "old"), 1);
 }
 
+TEST(NameIndex, FindsEveryRecordAfterMuchRenaming) {
+    record_list list;
+    name_index names(list.records);
+    list.find_or_add(names, "other");
+    for (int n = 1; n <= 1000; ++n) { // each is named "a" at first
+        ASSERT_EQ(list.find_or_add(names, "a"), -1) << n;
+        ASSERT_EQ(list.find_or_add(names, "a"), n);
+        zeb5::copy_text(list.records.back()->name, nth_name(n));
+        ASSERT_TRUE(names.add(static_cast<std::size_t>(n)));
+    }
+    for (int n = 1; n <= 1000; ++n)
+        ASSERT_EQ(list.find_or_add(names, nth_name(n)), n);
+    EXPECT_EQ(list.find_or_add(names, "other"), 0);
+    zeb5::copy_text(list.records[7]->name, "a");
+    names.add(7);
+    EXPECT_EQ(list.find_or_add(names, "a"), 7);
+    EXPECT_EQ(list.find_or_add(names, nth_name(7)), -1);
+}
+
 } // namespace

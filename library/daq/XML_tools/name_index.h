@@ -28,12 +28,12 @@ public:
     template <class Append> Record *find_or_add(std::string_view name, Append append) {
         make_room();
         const std::uint32_t key = hash(name);
-        slot &free = slots_[probe(name, key)];
-        if (free.number != 0)
-            return record_of(free);
+        const auto [i, is_known] = probe(name, key);
+        if (is_known)
+            return record_of(slots_[i]);
         append();
         if (name.size() < sizeof(list_[0]->*Name))
-            fill(free, key, list_.size() - 1);
+            fill(slots_[i], key, list_.size() - 1);
         else
             add(list_.size() - 1);
         return nullptr;
@@ -44,11 +44,10 @@ public:
         make_room();
         const std::string_view name = name_of(list_[place]);
         const std::uint32_t key = hash(name);
-        slot &free = slots_[probe(name, key)];
-        if (free.number != 0)
-            return false;
-        fill(free, key, place);
-        return true;
+        const auto [i, is_known] = probe(name, key);
+        if (!is_known)
+            fill(slots_[i], key, place);
+        return !is_known;
     }
 
 private:
@@ -66,17 +65,31 @@ private:
 
     Record *record_of(const slot &taken) const { return list_[taken.number - 1]; }
 
-    /// Where the record of this name stands, or the free slot where it would.
-    std::size_t probe(std::string_view name, std::uint32_t key) const {
+    struct position {
+        std::size_t slot;
+        bool is_known; // whether the record of the name stands there
+    };
+
+    /// Where the record of this name stands or would: in place of one that had the name and has another now,
+    /// as a document may name its records anew again and again, or in a free slot.
+    position probe(std::string_view name, std::uint32_t key) const {
+        std::size_t outdated = slots_.size();
         std::size_t i = key & (slots_.size() - 1);
-        while (slots_[i].number != 0 && !(slots_[i].key == key && name_of(record_of(slots_[i])) == name))
-            i = (i + 1) & (slots_.size() - 1);
-        return i;
+        for (; slots_[i].number != 0; i = (i + 1) & (slots_.size() - 1)) {
+            if (slots_[i].key != key)
+                continue;
+            const std::string_view known = name_of(record_of(slots_[i]));
+            if (known == name)
+                return {i, true};
+            if (hash(known) != key)
+                outdated = i;
+        }
+        return {outdated < slots_.size() ? outdated : i, false};
     }
 
-    void fill(slot &free, std::uint32_t key, std::size_t place) {
-        free = {key, static_cast<std::uint32_t>(place + 1)};
-        ++filled_;
+    void fill(slot &taken, std::uint32_t key, std::size_t place) {
+        filled_ += taken.number == 0;
+        taken = {key, static_cast<std::uint32_t>(place + 1)};
     }
 
     void make_room() {
