@@ -84,6 +84,14 @@ std::string repetitions(std::size_t count) {
     return "<!ELEMENT a EMPTY><!ELEMENT ROOT " + times(count, "(") + "a" + times(count, ")*") + ">";
 }
 
+/// An identifier, and references to it that have 65,472 characters and those of `more`.
+std::string references(const std::string &more) {
+    return document(any +
+                        "<!ELEMENT a EMPTY><!ATTLIST a b ID #IMPLIED c IDREFS #IMPLIED><!ENTITY e '<a c=\"" +
+                        times(511, "i ") + "i\"/>'>",
+                    "<a b='i'/>" + times(64, "&e;") + more);
+}
+
 struct hostile_case {
     const char *what;
     std::string document;
@@ -225,6 +233,25 @@ const hostile_case small_cases[] = {
     {"an identifier for each element",
      document(any + "<!ELEMENT a EMPTY><!ATTLIST a b ID #REQUIRED>", numbered(600, "<a b='i", "'/>")), READ,
      READ},
+    {"references to an identifier", references("<a c='" + times(32, "i ") + "'/><a c='i'/><a c='i'/>"),
+     REFUSED, READ},
+    {"as many references to an identifier as may be",
+     references("<a c='" + times(32, "i ") + "'/><a c='i'/>"), READ, READ},
+    {"entities that are not declared, in an attribute",
+     document("%p;" + any + "<!ENTITY e '" + times(16, "&x;") + "'>", "<a a='" + times(999, "&e;") + "'/>"),
+     REFUSED, READ},
+    {"too many of these", document("%p;" + any + "<!ENTITY e '" + times(17, "&x;") + "'>", "&e;"), REFUSED,
+     REFUSED},
+    {"a channel that is named anew again and again",
+     document(any + "<!ELEMENT CHANNEL ANY><!ELEMENT PROP ANY><!ENTITY e '" +
+                  times(25, "<PROP>a</PROP><PROP>b</PROP>") + "'>",
+              "<CHANNEL>" + times(990, "&e;") + "</CHANNEL>"),
+     READ, READ},
+    {"a DAQ variable that is named anew again and again",
+     document(any + "<!ELEMENT DaqFloat ANY><!ELEMENT orvin ANY><!ENTITY e '" +
+                  times(25, "<orvin>a</orvin><orvin>b</orvin>") + "'>",
+              "<DaqFloat>" + times(990, "&e;") + "</DaqFloat>"),
+     READ, READ},
     {"many entities", document(any + numbered(450, "<!ENTITY a", " '&a;'>")), READ, READ},
     {"a chain of entities",
      document(any + numbered(330, "<!ENTITY a", " '&b;&b;&b;&b;'>") + "<!ENTITY b ''>"), READ, READ},

@@ -14,8 +14,8 @@
 /// Documents are self-contained: an external entity or DTD is never opened, a reference to one is an error.
 /// So is what goes beyond these limits; the size of the document itself is the caller's to bound.
 ///  - 1,000 expansions of entities in content and attributes
-///  - 16 expansions within one entity, and 4,096 characters of it and of what it refers to, each "<" and "="
-///    counting for 32 more
+///  - 16 references to entities, declared or not, in one entity and in what it refers to, and 4,096
+///    characters of these, each "<" and "=" counting for 32 more
 ///  - 1,024 names, groups and marks of a content model; 65,536 names of all content models, and 262,144
 ///    entries in their tables of states
 ///  - 1,024 attributes that declarations give one element, and 65,536 characters of the values that one of
@@ -23,6 +23,7 @@
 ///  - 4,194,304 characters of default values, each time that one is declared, or copied for another list of
 ///    attributes or an element, and then with its name and 192 more; every declaration counts for 256.
 ///    Defaults of an element that come to 896 or less are free, unless it stands in an entity.
+///  - 65,536 characters of attributes that refer to identifiers or to entities that are no text
 ///
 /// Each parser reads one document, on one thread; parsers on several threads may run at the same time.
 

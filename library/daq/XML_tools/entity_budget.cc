@@ -1,9 +1,22 @@
 #include "entity_budget.h"
 
 #include <algorithm>
+#include <iterator>
 #include <utility>
 
 namespace zeb5 {
+
+namespace {
+
+/// Whether a reference, from its mark up to the semicolon, stands for one character: whatever a document
+/// declares, these do.
+bool is_character(std::u16string_view reference) {
+    static constexpr std::u16string_view names[] = {u"&lt", u"&gt", u"&amp", u"&apos", u"&quot"};
+    return reference.starts_with(u"&#") ||
+           std::find(std::begin(names), std::end(names), reference) != std::end(names);
+}
+
+} // namespace
 
 bool entity_budget::declare(std::u16string_view name, bool is_parameter, std::u16string_view text) {
     const std::size_t number = number_of((is_parameter ? u'%' : u'&') + std::u16string(name));
@@ -18,18 +31,19 @@ bool entity_budget::declare(std::u16string_view name, bool is_parameter, std::u1
         const std::size_t end = text.find_first_of(u"&%;", begin + 1);
         if (end == text.npos)
             break;
-        if (text[end] != u';' || text[begin + 1] == u'#')
-            continue; // no reference, or a character
-        const std::size_t used = number_of(std::u16string(text.substr(begin, end - begin)));
+        const std::u16string_view reference = text.substr(begin, end - begin);
+        if (text[end] != u';' || is_character(reference))
+            continue; // no reference to an entity of the document
+        const std::size_t used = number_of(std::u16string(reference));
         entities_[used].users.push_back(number);
-        const entity &known = entities_[used];
-        if (known.declared &&
-            !add(number, {known.nested.expansions + 1, known.nested.characters + known.length}))
+        const entity &known = entities_[used]; // of nothing yet, if it is not declared
+        if (!add(number, {known.nested.expansions + 1, known.nested.characters + known.length}))
             return false;
     }
-    // Only now, as its users take it whole: those declared before, and itself if it is one of them
+    // Only now, as its users take it whole, but for the references counted already: those declared before,
+    // and itself if it is one of them
     entities_[number].declared = true;
-    const weight whole{entities_[number].nested.expansions + 1,
+    const weight whole{entities_[number].nested.expansions,
                        entities_[number].nested.characters + entities_[number].length};
     const std::vector<std::size_t> users = entities_[number].users;
     for (const std::size_t user : users)

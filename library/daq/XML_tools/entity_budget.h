@@ -20,8 +20,9 @@ namespace zeb5 {
 /// busy for minutes.
 class entity_budget {
 public:
-    /// What one entity may reach. Defaults and parameter entities refer to it uncounted, and an expansion
-    /// takes up to 10 microseconds.
+    /// References to entities, declared or not, that one entity may reach. Defaults and parameter entities
+    /// refer to it uncounted, an expansion takes up to 10 microseconds, and so does the report of one that is
+    /// missing in an attribute.
     static constexpr std::size_t most_nested = 16;
     /// Of an entity's own text and of the text that it reaches. What is written out of it 1,000 times is
     /// still small.

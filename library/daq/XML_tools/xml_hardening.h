@@ -14,6 +14,7 @@
 #include <xercesc/internal/XMLScanner.hpp>
 #include <xercesc/validators/DTD/DTDEntityDecl.hpp>
 
+#include "bounded_validator.h"
 #include "content_model_budget.h"
 #include "declaration_budget.h"
 #include "entity_budget.h"
@@ -40,6 +41,7 @@ void refuse_entities(xercesc::XMLScanner &scanner);
 void refuse_content_models(xercesc::XMLScanner &scanner);
 void refuse_declarations(xercesc::XMLScanner &scanner);
 void refuse_names(xercesc::XMLScanner &scanner);
+void refuse_references(xercesc::XMLScanner &scanner);
 
 /// What a parser has of memory and files; a base of the parser, so that they are there before it and after
 /// it.
@@ -52,7 +54,10 @@ struct parser_belongings {
 /// of it, and that leaves nothing behind.
 template <class Parser> class bounded_parser : public parser_belongings, public Parser {
 public:
-    bounded_parser() : Parser(nullptr, &memory) {}
+    bounded_parser() : Parser(create_validator(memory), &memory) {
+        if constexpr (is_sax) // which tells only a validator of its own making whom to report to
+            const_cast<xercesc::XMLValidator &>(this->getValidator()).setErrorReporter(this);
+    }
 
 protected:
     void startElement(const xercesc::XMLElementDecl &element, const unsigned uri, const XMLCh *const prefix,
@@ -71,6 +76,14 @@ protected:
 private:
     /// Only the SAX parser validates.
     static constexpr bool is_sax = std::is_same_v<Parser, xercesc::SAXParser>;
+
+    /// The parser's to delete.
+    static xercesc::XMLValidator *create_validator(parser_memory &memory) {
+        if constexpr (is_sax)
+            return new (&memory) bounded_validator;
+        else
+            return nullptr;
+    }
 
     void entityDecl(const xercesc::DTDEntityDecl &entity, const bool is_parameter,
                     const bool is_ignored) override {
