@@ -85,6 +85,7 @@ const budget_case budget_cases[] = {
     {"references that an entity declared later turns out to have",
      {{u"a", general, u"&b;"}, {u"b", general, repeated(u"&c;", 15)}, {u"d", general, u"&a;"}},
      2},
+    {"what is not declared has no characters", {{u"a", general, u"&b;" + std::u16string(4093, u'x')}}, 1},
     {"characters by their names are no references",
      {{u"a", general, repeated(u"&lt;&gt;&amp;&apos;&quot;", 100)},
       {u"lt", general, std::u16string(4000, u'x')},

@@ -248,6 +248,30 @@ TYPED_TEST(HostileDocument, MayGiveShortDefaultsToAnyNumberOfElements) {
     EXPECT_EQ(read(source).count, 0);
 }
 
+/// The reports of a document with two attributes of a type, which name an identifier and an entity that is no
+/// text; the name has `length` characters.
+template <class Source> std::string reports_of_references(const std::string &type, std::size_t length) {
+    const std::string name(length, 'n');
+    Source source("<!DOCTYPE r [<!ELEMENT r ANY><!NOTATION n SYSTEM 'n'><!ENTITY " + name +
+                  " SYSTEM 'u' NDATA n><!ATTLIST r i ID #IMPLIED a " + type + " #IMPLIED>]><r i='" + name +
+                  "' a='" + name + "'><r a='" + name + "'/></r>");
+    const outcome seen = read(source);
+    EXPECT_EQ(seen.count, seen.streams.err.empty() ? 0 : 1);
+    return replace_all(without_column(seen.streams.err),
+                       "\nFatal Error at (file " + source.system_id() + ", line 1, char #): ", "");
+}
+
+TYPED_TEST(HostileDocument, MayReferToIdentifiersAndEntitiesInSomeThousandCharacters) {
+    for (const char *type : {"IDREF", "IDREFS", "ENTITY", "ENTITIES"}) {
+        EXPECT_EQ(reports_of_references<TypeParam>(type, 32'768), "") << type;
+        EXPECT_EQ(reports_of_references<TypeParam>(type, 32'769),
+                  "The attributes of this document have too many references\n")
+            << type;
+    }
+    for (const char *type : {"CDATA", "NMTOKEN", "NMTOKENS"})
+        EXPECT_EQ(reports_of_references<TypeParam>(type, 32'769), "") << type;
+}
+
 TYPED_TEST(HostileDocument, MayRepeatNamesInItsContentModels) {
     TypeParam source("<!DOCTYPE r [<!ELEMENT a EMPTY><!ELEMENT b EMPTY><!ELEMENT r ((a,b)|(b,a)|(a,a,b,b))>]>"
                      "<r><b/><a/></r>");
