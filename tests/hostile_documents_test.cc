@@ -92,6 +92,18 @@ std::string references(const std::string &more) {
                     "<a b='i'/>" + times(64, "&e;") + more);
 }
 
+/// An attribute, an entity `d` of digits, and one, `s`, of as many steps as may be.
+std::string long_number(const std::string &element, const std::string &attribute) {
+    return "<!ATTLIST " + element + " " + attribute + " CDATA #IMPLIED><!ENTITY d '" + times(4000, "0") +
+           "'><!ENTITY s '" + times(110, "<?p?>") + "'>";
+}
+
+/// An element with 1,600,000 digits that is delivered 55,000 times.
+std::string many_steps(const std::string &element, const std::string &attribute) {
+    return "<" + element + " " + attribute + "='" + times(400, "&d;") + "7'>" + times(500, "&s;") + "</" +
+           element + ">";
+}
+
 struct hostile_case {
     const char *what;
     std::string document;
@@ -251,6 +263,14 @@ const hostile_case small_cases[] = {
      document(any + "<!ELEMENT DaqFloat ANY><!ELEMENT orvin ANY><!ENTITY e '" +
                   times(25, "<orvin>a</orvin><orvin>b</orvin>") + "'>",
               "<DaqFloat>" + times(990, "&e;") + "</DaqFloat>"),
+     READ, READ},
+    {"a dimension with a long number, delivered again and again",
+     document(any + "<!ELEMENT DaqFloatMatrix ANY><!ELEMENT dimension ANY>" + long_number("dimension", "id"),
+              "<DaqFloatMatrix>" + many_steps("dimension", "id") + "</DaqFloatMatrix>"),
+     READ, READ},
+    {"a bit with a long number, delivered again and again",
+     document(any + "<!ELEMENT DaqBits ANY><!ELEMENT bitTitle ANY>" + long_number("bitTitle", "bit"),
+              "<DaqBits>" + many_steps("bitTitle", "bit") + "</DaqBits>"),
      READ, READ},
     {"many entities", document(any + numbered(450, "<!ENTITY a", " '&a;'>")), READ, READ},
     {"a chain of entities",

@@ -3,6 +3,7 @@
 #include <cstdint>
 #include <cstdio>
 #include <iostream>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -328,12 +329,11 @@ private:
 
     /// Kept: a title is delivered at its start tag and again with its text, and each time makes a bit.
     static void bit(self &r, const sax_step &s) {
-        const char *const number =
-            r.attribute(s, daq_tags::bit_number, Variant::no_bit_number, daq_tags::bit);
+        const auto number = r.attribute(s, daq_tags::bit_number, Variant::no_bit_number, daq_tags::bit);
         if (!number)
             return;
         bit_descr *const bit = append_new(r.channel_->bits, r.channel_->nbits);
-        bit->bit = to_int(number);
+        bit->bit = *number;
         if (s.value)
             copy_text(bit->bit_name, s.value_text());
         else if (Variant::reports_untitled_bit)
@@ -342,11 +342,11 @@ private:
     }
 
     static void dim(self &r, const sax_step &s) {
-        const char *const id = r.attribute(s, daq_tags::dim_id, "No attribute: ", daq_tags::dim);
+        const auto id = r.attribute(s, daq_tags::dim_id, "No attribute: ", daq_tags::dim);
         if (!id)
             return;
         r.dim_ = append_new(r.channel_->dims, r.channel_->ndims);
-        r.dim_->dim = to_int(id);
+        r.dim_->dim = *id;
     }
 
     static void dim_name(self &r, const sax_step &s) {
@@ -354,13 +354,16 @@ private:
             copy_text(r.dim_->dim_name, s.value_text());
     }
 
-    /// The one attribute of the current element that matters; a missing one is counted and reported. Looked
-    /// up once for each element: it may have thousands, and is delivered again at each comment behind its
-    /// start.
-    const char *attribute(const sax_step &step, const char *name, const char *complaint, const char *tag) {
+    /// The number in the one attribute of the current element that matters; a missing one is counted and
+    /// reported. Looked up and read once for each element: it may have thousands, or a million digits, and is
+    /// delivered again at each comment behind its start.
+    std::optional<std::int32_t> attribute(const sax_step &step, const char *name, const char *complaint,
+                                          const char *tag) {
         if (step.element != attribute_element_) {
             attribute_element_ = step.element;
-            sax_step_handlers::get_attr(parser_, name, &attribute_);
+            char *text = nullptr;
+            sax_step_handlers::get_attr(parser_, name, &text);
+            attribute_ = text ? std::optional(to_int(text)) : std::nullopt;
         }
         if (attribute_)
             return attribute_;
@@ -368,7 +371,7 @@ private:
         std::string line = complaint; // in one piece, as standard error is not buffered
         line.append(name).append(" found for ").append(tag).append(" prop: ").append(channel_->prop_name);
         std::cerr << line + '\n';
-        return nullptr;
+        return std::nullopt;
     }
 
     static const auto &elements() {
@@ -400,7 +403,7 @@ private:
     int kind_ = ANY;
     dim_descr *dim_ = nullptr;            // only ever set in a matrix channel
     std::uint32_t attribute_element_ = 0; // number of the element that `attribute_` was looked up for
-    char *attribute_ = nullptr;
+    std::optional<std::int32_t> attribute_;
     int missing_attributes_ = 0;
 };
 
