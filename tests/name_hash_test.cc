@@ -88,4 +88,13 @@ TEST(NameHash, DependsOnTheSeed) {
     }
 }
 
+TEST(SeededNameHash, TakesNarrowAndWideNamesEachWithASeedOfItsOwn) {
+    const zeb5::seeded_name_hash hashes[2];
+    EXPECT_NE(hashes[0]("name"), hashes[1]("name"));
+    EXPECT_NE(hashes[0](u"name"), hashes[1](u"name"));
+    const zeb5::seeded_name_hash copy = hashes[0];
+    EXPECT_EQ(copy("name"), hashes[0]("name"));
+    EXPECT_EQ(copy(u"name"), hashes[0](u"name"));
+}
+
 } // namespace

@@ -10,6 +10,7 @@
 #include <unistd.h>
 
 #include "chan_descr_tags.h"
+#include "name_hash.h"
 #include "name_index.h"
 #include "narrow_text.h"
 #include "parse_chan_descr.h"
@@ -123,7 +124,7 @@ public:
     }
 
 private:
-    std::unordered_map<std::string_view, const dim_params *> by_name_;
+    std::unordered_map<std::string_view, const dim_params *, seeded_name_hash> by_name_; // names of documents
 };
 
 /// The axis of one of the channel's own dimensions, by its number; none for a number that the entry does not

@@ -40,8 +40,10 @@ inline std::size_t name_hash(std::string_view name, std::size_t seed) {
     return mixed(seed, mixed(key, word));
 }
 
-/// Of names as the parser gives them. Its seed is an address, which documents cannot know.
+/// For the tables of the standard library, of names as the parser and as the records give them. Its seed is
+/// an address, which documents cannot know.
 struct seeded_name_hash {
+    std::size_t operator()(std::string_view name) const { return name_hash(name, seed); }
     std::size_t operator()(std::u16string_view name) const {
         return name_hash({reinterpret_cast<const char *>(name.data()), name.size() * sizeof(char16_t)}, seed);
     }
