@@ -1,3 +1,4 @@
+#include <algorithm>
 #include <bit>
 #include <cerrno>
 #include <cstdio>
@@ -314,8 +315,12 @@ void fetch_ahead(const chan_descr_2010 &channel) {
         __builtin_prefetch(bytes + i);
 }
 
+/// Not all of them: a channel may have thousands, and stand in the list as often, to be written once.
 void fetch_dims_ahead(const chan_descr_2010 &channel) {
-    for (const dim_descr *dim : channel.dims) {
+    constexpr std::size_t most = 16;
+    const std::size_t count = std::min(channel.dims.size(), most);
+    for (std::size_t i = 0; i < count; ++i) {
+        const dim_descr *const dim = channel.dims[i];
         __builtin_prefetch(dim);
         __builtin_prefetch(dim->dim_desc);
         __builtin_prefetch(&dim->stats);
