@@ -52,7 +52,7 @@ std::vector<std::string> names_side_by_side(std::size_t region, unsigned table_b
     std::vector<std::string> names;
     for (std::size_t n = 0; n < 64 * 64 * 64; ++n) {
         std::string name(8, 'A');
-        for (const std::size_t i : {0, 1, 2})
+        for (std::size_t i = 0; i < 3; ++i)
             name[5 + i] = static_cast<char>('@' + (n >> 6 * i) % 64);
         std::uint32_t upper_half;
         std::memcpy(&upper_half, &name[4], sizeof upper_half);
