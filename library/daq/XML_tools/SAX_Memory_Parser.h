@@ -14,8 +14,9 @@
 /// Documents are self-contained: an external entity or DTD is never opened, a reference to one is an error.
 /// So is what goes beyond these limits; the size of the document itself is the caller's to bound.
 ///  - 1,000 expansions of entities in content and attributes
-///  - 16 references to entities, declared or not, in one entity and in what it refers to, and 4,096
-///    characters of these, each "<" and "=" counting for 32 more
+///  - 16 references to entities, declared or not, in one entity and in what it refers to
+///  - 4,096 characters of one entity, and as many of all that it refers to, each "<" and "=" counting for 32
+///    more
 ///  - 1,024 names, groups and marks of a content model; 65,536 names of all content models, and 262,144
 ///    entries in their tables of states
 ///  - 1,024 attributes that declarations give one element, and 65,536 characters of the values that one of

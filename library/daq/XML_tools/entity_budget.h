@@ -24,8 +24,8 @@ public:
     /// refer to it uncounted, an expansion takes up to 10 microseconds, and so does the report of one that is
     /// missing in an attribute.
     static constexpr std::size_t most_nested = 16;
-    /// Of an entity's own text and of the text that it reaches. What is written out of it 1,000 times is
-    /// still small.
+    /// Of an entity's own text, and as many of the text that it reaches. What is written out of it 1,000
+    /// times is still small.
     static constexpr std::size_t most_characters = 4096;
     /// What each "<" and each "=" counts beyond itself, as a parser that holds the whole document makes up to
     /// 500 bytes of a tag or an attribute.
