@@ -1,8 +1,8 @@
 #include "bounded_validator.h"
 
+#include <xercesc/framework/XMLErrorCodes.hpp>
+#include <xercesc/internal/XMLScanner.hpp>
 #include <xercesc/util/XMLString.hpp>
-
-#include "xml_hardening.h"
 
 namespace zeb5 {
 
@@ -21,7 +21,8 @@ void bounded_validator::validateAttrValue(const xercesc::XMLAttDef *attribute, c
     if (are_references(attribute->getType())) {
         characters_ += xercesc::XMLString::stringLen(value);
         if (characters_ > most_characters)
-            refuse_references(*getScanner());
+            getScanner()->emitError(xercesc::XMLErrs::XMLException_Fatal,
+                                    u"The attributes of this document have too many references");
     }
     DTDValidator::validateAttrValue(attribute, value, is_declaration, element);
 }

@@ -10,7 +10,8 @@
 
 namespace zeb5 {
 
-/// Validates as its base does, and adds up the characters of such references.
+/// Validates as its base does, and adds up the characters of such references; ends the document when they are
+/// too many.
 ///
 /// Each is looked up in a table that a document can crowd, and entities may repeat it in one attribute more
 /// than a million times: 10,000 bytes take 2.5 s.

@@ -38,9 +38,4 @@ void refuse_names(xercesc::XMLScanner &scanner) {
     scanner.emitError(xercesc::XMLErrs::XMLException_Fatal, u"This document has too many names");
 }
 
-void refuse_references(xercesc::XMLScanner &scanner) {
-    scanner.emitError(xercesc::XMLErrs::XMLException_Fatal,
-                      u"The attributes of this document have too many references");
-}
-
 } // namespace zeb5

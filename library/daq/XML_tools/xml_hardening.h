@@ -41,7 +41,6 @@ void refuse_entities(xercesc::XMLScanner &scanner);
 void refuse_content_models(xercesc::XMLScanner &scanner);
 void refuse_declarations(xercesc::XMLScanner &scanner);
 void refuse_names(xercesc::XMLScanner &scanner);
-void refuse_references(xercesc::XMLScanner &scanner);
 
 /// What a parser has of memory and files; a base of the parser, so that they are there before it and after
 /// it.

@@ -9,7 +9,8 @@
 /// told apart by where they stand: texts of a category or of an enumeration's entries replace those of the
 /// feature before them, and an element without text takes the next text of the file, white space included.
 /// Files have the limits of SAX_Memory_Parser.h, but that of content models only the names in all of them are
-/// bounded; and 32,768 names of attributes, and as many of elements that are not declared.
+/// bounded, and references to identifiers and to entities that are no text are not; and 32,768 names of
+/// attributes, and as many of elements that are not declared.
 /// Several files may be read at the same time on different threads; one vector belongs to one thread at a
 /// time.
 
