@@ -1,13 +1,13 @@
 #include "tag_table.h"
 
-#include <cstring>
 #include <string>
+#include <string_view>
+#include <vector>
 
 #include <gtest/gtest.h>
 
 namespace {
 
-using zeb5::tag_name;
 using zeb5::tag_row;
 using zeb5::tag_table;
 
@@ -22,17 +22,22 @@ constexpr tag_row<int> rows[] = {
 };
 constexpr tag_table table{rows};
 
-/// What the table says of a name; -1 for none.
-int found(const std::string &name) {
-    char text[48] = {};
-    std::memcpy(text, name.data(), name.size());
-    const int *action = table.find(tag_name{text, name.size()});
-    return action ? *action : -1;
-}
+/// A name with nothing behind it that may be read.
+struct lone_name {
+    explicit lone_name(std::string_view name) : bytes(name.begin(), name.end()) {}
+    operator std::string_view() const { return {bytes.data(), bytes.size()}; }
+
+    std::vector<char> bytes;
+};
 
 TEST(TagTable, FindsEachOfItsTags) {
-    for (const tag_row<int> &row : rows)
-        EXPECT_EQ(found(std::string(row.tag)), row.action) << row.tag;
+    for (int i = 0; i < 7; ++i) {
+        const lone_name tag(rows[i].tag);
+        EXPECT_EQ(table.row_of(tag), i) << rows[i].tag;
+        EXPECT_EQ(table.action(i), rows[i].action) << rows[i].tag;
+        ASSERT_NE(table.find(tag), nullptr) << rows[i].tag;
+        EXPECT_EQ(*table.find(tag), rows[i].action) << rows[i].tag;
+    }
 }
 
 TEST(TagTable, FindsNothingElse) {
@@ -48,8 +53,21 @@ TEST(TagTable, FindsNothingElse) {
                                   "CHANDESCRIPTION",
                                   "CHANDESCRIPTIONSX",
                                   "CHANDESCRIPTIONS and far more than sixteen"};
-    for (const char *name : others)
-        EXPECT_EQ(found(name), -1) << '"' << name << '"';
+    for (const char *name : others) {
+        EXPECT_EQ(table.row_of(lone_name(name)), -1) << '"' << name << '"';
+        EXPECT_EQ(table.find(lone_name(name)), nullptr) << '"' << name << '"';
+    }
+    EXPECT_EQ(table.row_of({}), -1) << "no name at all";
+}
+
+TEST(TagTable, MakesTheSameKeyWhenCompiledAndWhenAsked) {
+    const std::string name = "\xc3\xa4"
+                             "CDEFGHIJKLMNO\xff";
+    ASSERT_EQ(name.size(), 16u);
+    for (std::size_t size = 1; size <= name.size(); ++size) {
+        const lone_name tag(name.substr(0, size));
+        EXPECT_EQ(zeb5::loaded_key_of(tag), zeb5::key_of(tag)) << size;
+    }
 }
 
 } // namespace

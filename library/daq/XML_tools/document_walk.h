@@ -33,8 +33,8 @@ template <class Source, class Walk> int walk_document(char *source, Walk walk) {
         return 1;
     int status = 1;
     if (Source::start(parser, source) == 0 && sax_step_handlers::next(parser) == 0) {
-        const char *const root = sax_step_handlers::current(parser).tag.text;
-        status = walk(parser, root ? root : "");
+        const std::string_view root = sax_step_handlers::current(parser).tag;
+        status = walk(parser, root.data() ? root : "");
     }
     return status + parser.get_error_counter();
 }
@@ -42,7 +42,7 @@ template <class Source, class Walk> int walk_document(char *source, Walk walk) {
 /// Calls `act(step)` for every step that delivers a tag, up to the end or the first error.
 template <class Parser, class Act> void for_each_tag(Parser &parser, Act act) {
     while (sax_step_handlers::next(parser) == 0)
-        if (const sax_step step = sax_step_handlers::current(parser); step.tag.text)
+        if (const sax_step step = sax_step_handlers::current(parser); step.tag.data())
             act(step);
 }
 

@@ -33,12 +33,12 @@ template <class Attribute> struct sax_step_texts {
 
 /// What a step delivers to the library's own readers; without a tag the rest means nothing.
 struct sax_step {
-    zeb5::tag_name tag;
+    std::string_view tag;        // NUL-terminated; without data: none
     const char *value = nullptr; // null: none
     std::size_t value_length = 0;
     std::uint32_t element = 0; // number of the start tag
 
-    std::string_view tag_text() const { return {tag.text, tag.length}; }
+    std::string_view tag_text() const { return tag; }
     std::string_view value_text() const { return {value, value_length}; }
 };
 
@@ -152,7 +152,7 @@ struct sax_step_handlers {
         const auto &h = p.handler;
         if (!h.tag)
             return {};
-        return {h.texts->tag, h.value, h.texts->value.size(), h.fElementCount};
+        return {{h.tag, h.texts->tag.length}, h.value, h.texts->value.size(), h.fElementCount};
     }
 
     template <class Parser> static int parse(Parser &p, char **tag, char **value) {

@@ -10,9 +10,13 @@
 #include <xercesc/util/XMLString.hpp>
 
 #include "narrow_text.h"
-#include "tag_table.h"
 
 namespace zeb5 {
+
+struct tag_name {
+    char *text = nullptr; // null: none
+    std::size_t length = 0;
+};
 
 /// A document has few element names, and the parser numbers them. The name of a number is compared with the
 /// one kept for it, as a number may come from anywhere; then nothing is copied. That saves 2 % of the

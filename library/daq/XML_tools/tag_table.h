@@ -16,7 +16,7 @@ namespace zeb5 {
 /// For hashing by multiplication: the top bits of the product are the slot.
 inline constexpr std::uint64_t golden_ratio = 0x9E3779B97F4A7C15;
 
-/// The first 16 bytes of a name, zero behind a shorter one, as two numbers.
+/// A name as two numbers, so that comparing these is comparing names.
 struct tag_key {
     static constexpr std::size_t bytes = 16;
 
@@ -26,19 +26,32 @@ struct tag_key {
     std::uint64_t high = 0;
 };
 
-/// An element name as a reader gets it. At least 16 bytes of it can be read, and those behind a shorter name
-/// are zero: comparing two numbers is then comparing names.
-struct tag_name {
-    char *text = nullptr; // null: none
-    std::size_t length = 0;
+/// The key of a name of 1 to 16 bytes: the bytes, zeros behind them, the first the lowest.
+constexpr tag_key key_of(std::string_view tag) {
+    tag_key key;
+    for (std::size_t i = 0; i < tag.size(); ++i)
+        (i < 8 ? key.low : key.high) |= static_cast<std::uint64_t>(static_cast<unsigned char>(tag[i]))
+                                        << i % 8 * 8;
+    return key;
+}
 
-    tag_key key() const {
-        tag_key key;
-        std::memcpy(&key.low, text, sizeof key.low);
-        std::memcpy(&key.high, text + sizeof key.low, sizeof key.high);
-        return key;
-    }
-};
+/// The same in a few loads, which overlap: copying the bytes would be a call, 10 instructions more for each
+/// look-up. For little-endian processors, as byte_block.h is.
+inline tag_key loaded_key_of(std::string_view tag) {
+    const auto load = [&tag]<class Word>(Word word, std::size_t from) {
+        std::memcpy(&word, tag.data() + from, sizeof word);
+        return static_cast<std::uint64_t>(word);
+    };
+    const std::size_t size = tag.size();
+    if (size > 8)
+        return {load(std::uint64_t{}, 0), load(std::uint64_t{}, size - 8) >> (128 - 8 * size)};
+    if (size >= 4)
+        return {load(std::uint32_t{}, 0) | load(std::uint32_t{}, size - 4) << (8 * size - 32), 0};
+    const std::size_t middle = size / 2;
+    return {load(std::uint8_t{}, 0) | load(std::uint8_t{}, middle) << 8 * middle |
+                load(std::uint8_t{}, size - 1) << (8 * size - 8),
+            0};
+}
 
 template <class Action> struct tag_row {
     std::string_view tag;
@@ -49,37 +62,40 @@ template <class Action> struct tag_row {
 template <class Action, std::size_t Rows> class tag_table {
 public:
     consteval tag_table(const tag_row<Action> (&rows)[Rows]) {
+        for (std::size_t i = 0; i < Rows; ++i)
+            actions_[i] = rows[i].action;
         while (!place(rows))
             if ((factor_ += 2) > most_factors)
                 throw std::logic_error("no factor tells these tags apart");
     }
 
-    /// The action of exactly this tag, or null; null for an empty one, whose key is that of a free slot.
-    const Action *find(const tag_name &tag) const {
-        const tag_key key = tag.key();
+    /// Number of the row of exactly this tag; -1 for none.
+    int row_of(std::string_view tag) const {
+        if (tag.empty() || tag.size() > tag_key::bytes)
+            return -1;
+        const tag_key key = loaded_key_of(tag);
         const slot &place = slots_[slot_of(key)];
-        return place.key == key && tag.length != 0 && tag.length <= tag_key::bytes ? &place.action : nullptr;
+        return place.key == key ? place.row : -1;
+    }
+
+    /// The action of a row by its number.
+    const Action &action(int row) const { return actions_[static_cast<std::size_t>(row)]; }
+
+    /// The action of exactly this tag, or null.
+    const Action *find(std::string_view tag) const {
+        const int row = row_of(tag);
+        return row >= 0 ? &action(row) : nullptr;
     }
 
 private:
     struct slot {
         tag_key key; // zero: free
-        Action action;
+        int row = 0;
     };
 
     /// Most slots are free, so that a factor is soon found.
     static constexpr unsigned slot_bits = Rows > 16 ? 7 : 5;
     static constexpr std::uint64_t most_factors = 20001;
-
-    static constexpr tag_key key_of(std::string_view tag) {
-        if (tag.empty() || tag.size() > tag_key::bytes)
-            throw std::logic_error("a tag of the table has 1 to 16 bytes");
-        tag_key key;
-        for (std::size_t i = 0; i < tag.size(); ++i)
-            (i < 8 ? key.low : key.high) |= static_cast<std::uint64_t>(static_cast<unsigned char>(tag[i]))
-                                            << i % 8 * 8;
-        return key;
-    }
 
     constexpr std::size_t slot_of(const tag_key &key) const {
         return (key.low + key.high * 31) * factor_ * golden_ratio >> (64 - slot_bits);
@@ -87,16 +103,19 @@ private:
 
     constexpr bool place(const tag_row<Action> (&rows)[Rows]) {
         slots_ = {};
-        for (const tag_row<Action> &row : rows) {
-            const tag_key key = key_of(row.tag);
+        for (std::size_t i = 0; i < Rows; ++i) {
+            if (rows[i].tag.empty() || rows[i].tag.size() > tag_key::bytes)
+                throw std::logic_error("a tag of the table has 1 to 16 bytes");
+            const tag_key key = key_of(rows[i].tag);
             slot &place = slots_[slot_of(key)];
             if (place.key != tag_key())
                 return false;
-            place = {key, row.action};
+            place = {key, static_cast<int>(i)};
         }
         return true;
     }
 
+    std::array<Action, Rows> actions_{};
     std::array<slot, std::size_t{1} << slot_bits> slots_{};
     std::uint64_t factor_ = 1;
 };
