@@ -1,23 +1,10 @@
 #include "descr_extractor.h"
 
 #include <algorithm>
-#include <optional>
 
-#include <xercesc/util/XMLException.hpp>
-
-#include "xml_platform.h"
+#include "platform_hold.h"
 
 namespace {
-
-/// Brings the platform up once for all the sources of a call. Without it the readers try themselves, and
-/// report the failure.
-void hold(std::optional<xml_platform> &platform) {
-    try {
-        platform.emplace();
-    } catch (const xercesc::XMLException &) {
-        platform.reset();
-    }
-}
 
 int read_source(int mode, char *source, std::vector<chan_descr_2010 *> *out, bool shift) {
     if (!out)
@@ -41,8 +28,7 @@ bool descr_extractor::get_descriptions(std::vector<char *> *source, int *total,
     int last_result = 0;
     int successes = 0;
     if (!source->empty() && (mode == EXTR_FROM_FILE || mode == EXTR_FROM_XML)) {
-        std::optional<xml_platform> platform;
-        hold(platform);
+        const zeb5::platform_hold platform; // a source that needs it brings it up for those behind, too
         for (char *one : *source) {
             last_result = read_source(mode, one, out, shift);
             successes += last_result == 0;

@@ -64,6 +64,8 @@ char *narrow_by_transcoder(const XMLCh *text, narrow_buffer &buffer) {
     return buffer.bytes();
 }
 
+} // namespace
+
 bool transcoder_keeps_ascii() {
     XMLCh wide[128] = {};
     char plain[128] = {};
@@ -74,8 +76,6 @@ bool transcoder_keeps_ascii() {
     const transcoded narrow = transcode(wide);
     return narrow && std::strcmp(narrow.get(), plain) == 0;
 }
-
-} // namespace
 
 std::string plain_message(const xercesc::XMLException &problem) {
     std::string plain;

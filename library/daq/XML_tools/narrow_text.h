@@ -26,6 +26,9 @@ inline transcoded transcode(const XMLCh *text) { return transcoded(xercesc::XMLS
 /// what is not ASCII becomes a question mark.
 std::string plain_message(const xercesc::XMLException &problem);
 
+/// Whether the default transcoder leaves every ASCII character as it is. The XML platform must be up.
+bool transcoder_keeps_ascii();
+
 /// Storage for one narrow text after another; kept from text to text.
 class narrow_buffer {
 public:

@@ -9,9 +9,9 @@
 namespace zeb5 {
 
 /// strtol() in base 10: leading blanks and a sign allowed, what follows the number ignored, 0 for no number.
-long to_number(const char *text);
+long to_number(std::string_view text);
 
-// A NUL stands behind each of these texts. One that holds no number leaves the field as it was.
+// A text that holds no number leaves the field as it was.
 
 /// sscanf() with " 0x%X " for a text that has an x, else with "%u".
 /// Kept: only a small x makes it hexadecimal, 0X1F is 0, as every consumer of event lists takes it

@@ -9,10 +9,10 @@
 
 #include "chan_descr_parts.h"
 #include "chan_descr_tags.h"
-#include "document_walk.h"
 #include "name_index.h"
 #include "narrow_text.h"
 #include "number_text.h"
+#include "steps/document_steps.h"
 #include "tag_table.h"
 
 namespace {
@@ -63,16 +63,16 @@ struct file_variant : from_file {
     static constexpr auto merge_daq = merge_all;
 };
 
-std::int32_t to_int(const char *text) { return static_cast<std::int32_t>(to_number(text)); }
+std::int32_t to_int(std::string_view text) { return static_cast<std::int32_t>(to_number(text)); }
 
 std::uint32_t mask_of(long type) { return 1U << (static_cast<unsigned long>(type) % 32); }
 
-std::uint32_t to_ev_type(const char *text, bool shift) {
+std::uint32_t to_ev_type(std::string_view text, bool shift) {
     const long number = to_number(text);
     return shift ? mask_of(number) : static_cast<std::uint32_t>(number);
 }
 
-std::uint32_t to_dtype(const char *text, bool shift) {
+std::uint32_t to_dtype(std::string_view text, bool shift) {
     const long number = to_number(text);
     if (!shift)
         return static_cast<std::uint32_t>(number);
@@ -140,23 +140,27 @@ public:
     chan_descr_reader(channel_vector &list, bool shift, bool delete_duplicated)
         : channel_(list), shift_(shift), merges_(Variant::merges_repeated_prop && delete_duplicated) {}
 
-    void act(const sax_step &step) {
-        const store *action = channel_ && step.value ? elements().find(step.tag) : nullptr;
-        if (action)
-            (*action)(*this, step);
-        else if (step.tag_text() == tags[TAG_CHANNEL][OF_CHANNEL])
-            begin_channel();
+    void act(const step &step) {
+        if (step.row == channel_row || channel_)
+            elements().action(step.row)(*this, step);
+    }
+
+    static reader_row row_of(std::string_view tag) {
+        const int row = elements().row_of(tag);
+        return {row, row == channel_row};
     }
 
 private:
     using self = chan_descr_reader;
-    using store = void (*)(self &, const sax_step &);
+    using store = void (*)(self &, const step &);
 
-    void begin_channel() {
-        channel_.begin();
-        bit_ = nullptr;
-        dim_ = nullptr;
-        stat_ = nullptr;
+    static constexpr int channel_row = 0; // the only one without a channel, and without a text
+
+    static void begin_channel(self &r, const step &) {
+        r.channel_.begin();
+        r.bit_ = nullptr;
+        r.dim_ = nullptr;
+        r.stat_ = nullptr;
     }
 
     void identify(std::string_view prop) {
@@ -170,51 +174,51 @@ private:
 
     // What an element does
 
-    template <auto Field> static void number(self &r, const sax_step &s) {
-        (*r.channel_).*Field = to_int(s.value);
+    template <auto Field> static void number(self &r, const step &s) {
+        (*r.channel_).*Field = to_int(s.text());
     }
 
-    template <auto Field> static void text(self &r, const sax_step &s) {
-        copy_text((*r.channel_).*Field, s.value_text());
+    template <auto Field> static void text(self &r, const step &s) {
+        copy_text((*r.channel_).*Field, s.text());
     }
 
     /// Text of the current bit, dimension or statistic; ignored when there is none.
-    template <auto Part, auto Field> static void part_text(self &r, const sax_step &s) {
+    template <auto Part, auto Field> static void part_text(self &r, const step &s) {
         if (r.*Part)
-            copy_text((r.*Part)->*Field, s.value_text());
+            copy_text((r.*Part)->*Field, s.text());
     }
 
     /// Kept: a description of no dimension or statistic is taken for the channel's, as old files have it.
-    template <auto Part, auto Field> static void part_description(self &r, const sax_step &s) {
+    template <auto Part, auto Field> static void part_description(self &r, const step &s) {
         if (r.*Part)
-            copy_text((r.*Part)->*Field, s.value_text());
+            copy_text((r.*Part)->*Field, s.text());
         else
-            copy_text(r.channel_->prop_desc, s.value_text());
+            copy_text(r.channel_->prop_desc, s.text());
     }
 
-    static void ev_type(self &r, const sax_step &s) { r.channel_->ev_type = to_ev_type(s.value, r.shift_); }
+    static void ev_type(self &r, const step &s) { r.channel_->ev_type = to_ev_type(s.text(), r.shift_); }
 
-    static void dtype(self &r, const sax_step &s) { r.channel_->dtype = to_dtype(s.value, r.shift_); }
+    static void dtype(self &r, const step &s) { r.channel_->dtype = to_dtype(s.text(), r.shift_); }
 
-    static void prop(self &r, const sax_step &s) { r.identify(s.value_text()); }
+    static void prop(self &r, const step &s) { r.identify(s.text()); }
 
-    static void bit(self &r, const sax_step &s) {
+    static void bit(self &r, const step &s) {
         r.bit_ = append_new(r.channel_->bits, r.channel_->nbits);
-        r.bit_->bit = to_int(s.value);
+        r.bit_->bit = to_int(s.text());
     }
 
     /// Kept: the current bit stays, so that a BIT_NAME after a DIM still names it.
-    static void dim(self &r, const sax_step &s) {
+    static void dim(self &r, const step &s) {
         r.dim_ = append_new(r.channel_->dims, r.channel_->ndims);
-        r.dim_->dim = to_int(s.value);
+        r.dim_->dim = to_int(s.text());
         r.stat_ = nullptr; // a current statistic always belongs to the current dimension
     }
 
-    static void stat(self &r, const sax_step &s) {
+    static void stat(self &r, const step &s) {
         if (!r.dim_)
             return;
         r.stat_ = append_new(r.dim_->stats, r.dim_->nstats);
-        r.stat_->stat = to_int(s.value);
+        r.stat_->stat = to_int(s.text());
     }
 
     static const auto &elements() {
@@ -223,6 +227,7 @@ private:
         using d = dim_descr;
         using t = stat_descr;
         static constexpr tag_row<store> rows[] = {
+            {tags[TAG_CHANNEL][OF_CHANNEL], begin_channel}, // in channel_row
             {tags[TAG_EVTYPE][OF_CHANNEL], ev_type},
             {tags[TAG_STREAM][OF_CHANNEL], number<&c::stream>},
             {tags[TAG_PROP][OF_CHANNEL], prop},
@@ -264,23 +269,25 @@ private:
 
 template <class Variant> class daq_variables_reader {
 public:
-    daq_variables_reader(typename Variant::parser &parser, channel_vector &list, bool shift)
-        : parser_(parser), channel_(list), shift_(Variant::shifts_daq_ev_type && shift) {}
+    daq_variables_reader(typename Variant::steps &steps, channel_vector &list, bool shift)
+        : steps_(steps), channel_(list), shift_(Variant::shifts_daq_ev_type && shift) {}
 
-    void act(const sax_step &step) {
-        const element *const found = elements().find(step.tag);
-        if (!found)
-            return;
-        const bool concerned = !found->kind || (channel_ && (found->kind & kind_));
-        if (concerned && (step.value || found->rule == ALWAYS))
-            found->action(*this, step);
+    void act(const step &step) {
+        const element &found = elements().action(step.row);
+        if (!found.kind || (channel_ && (found.kind & kind_)))
+            found.action(*this, step);
+    }
+
+    static reader_row row_of(std::string_view tag) {
+        const int row = elements().row_of(tag);
+        return {row, row != reader_row::none && elements().action(row).rule == ALWAYS};
     }
 
     int missing_attributes() const { return missing_attributes_; }
 
 private:
     using self = daq_variables_reader;
-    using store = void (*)(self &, const sax_step &);
+    using store = void (*)(self &, const step &);
 
     /// Kinds of channel, as a mask in the table of elements.
     enum channel_kind { FLOAT = 1, BITS = 2, MATRIX = 4, ANY = FLOAT | BITS | MATRIX, BEGINS_CHANNEL = 0 };
@@ -292,7 +299,7 @@ private:
         store action;
     };
 
-    template <channel_kind Kind> static void begin(self &r, const sax_step &) {
+    template <channel_kind Kind> static void begin(self &r, const step &) {
         r.channel_.begin();
         r.kind_ = Kind;
         r.dim_ = nullptr;
@@ -300,48 +307,48 @@ private:
 
     /// Kept: other than PROP this merges whatever `delete_duplicated` says, as every DAQvariables reader
     /// relies on.
-    static void prop(self &r, const sax_step &s) {
-        if (chan_descr_2010 *const entry = r.channel_.find_or_append_as(s.value_text())) {
+    static void prop(self &r, const step &s) {
+        if (chan_descr_2010 *const entry = r.channel_.find_or_append_as(s.text())) {
             Variant::merge_daq(*entry, *r.channel_);
             r.channel_.skip_rest();
         }
     }
 
-    static void ev_type(self &r, const sax_step &s) { r.channel_->ev_type = to_ev_type(s.value, r.shift_); }
+    static void ev_type(self &r, const step &s) { r.channel_->ev_type = to_ev_type(s.text(), r.shift_); }
 
-    static void set_point(self &r, const sax_step &s) { r.channel_->set_point = to_int(s.value); }
+    static void set_point(self &r, const step &s) { r.channel_->set_point = to_int(s.text()); }
 
-    template <auto Field> static void text(self &r, const sax_step &s) {
-        copy_text((*r.channel_).*Field, s.value_text());
+    template <auto Field> static void text(self &r, const step &s) {
+        copy_text((*r.channel_).*Field, s.text());
     }
 
     /// Text of the current dimension, or of the channel when there is none.
-    template <auto OfDimension, auto OfChannel> static void part_text(self &r, const sax_step &s) {
+    template <auto OfDimension, auto OfChannel> static void part_text(self &r, const step &s) {
         if (r.dim_)
-            copy_text(r.dim_->*OfDimension, s.value_text());
+            copy_text(r.dim_->*OfDimension, s.text());
         else
-            copy_text((*r.channel_).*OfChannel, s.value_text());
+            copy_text((*r.channel_).*OfChannel, s.text());
     }
 
-    static void last_index(self &r, const sax_step &s) {
-        r.channel_->max_size = static_cast<std::int32_t>(static_cast<unsigned long>(to_number(s.value)) + 1);
+    static void last_index(self &r, const step &s) {
+        r.channel_->max_size = static_cast<std::int32_t>(static_cast<unsigned long>(to_number(s.text())) + 1);
     }
 
     /// Kept: a title is delivered at its start tag and again with its text, and each time makes a bit.
-    static void bit(self &r, const sax_step &s) {
+    static void bit(self &r, const step &s) {
         const auto number = r.attribute(s, daq_tags::bit_number, Variant::no_bit_number, daq_tags::bit);
         if (!number)
             return;
         bit_descr *const bit = append_new(r.channel_->bits, r.channel_->nbits);
         bit->bit = *number;
         if (s.value)
-            copy_text(bit->bit_name, s.value_text());
+            copy_text(bit->bit_name, s.text());
         else if (Variant::reports_untitled_bit)
             std::cout << "bitTitle is not defined for bit  " << bit->bit << " prop:" << r.channel_->prop_name
                       << std::endl;
     }
 
-    static void dim(self &r, const sax_step &s) {
+    static void dim(self &r, const step &s) {
         const auto id = r.attribute(s, daq_tags::dim_id, "No attribute: ", daq_tags::dim);
         if (!id)
             return;
@@ -349,21 +356,20 @@ private:
         r.dim_->dim = *id;
     }
 
-    static void dim_name(self &r, const sax_step &s) {
+    static void dim_name(self &r, const step &s) {
         if (r.dim_)
-            copy_text(r.dim_->dim_name, s.value_text());
+            copy_text(r.dim_->dim_name, s.text());
     }
 
     /// The number in the one attribute of the current element that matters; a missing one is counted and
     /// reported. Looked up and read once for each element: it may have thousands, or a million digits, and is
     /// delivered again at each comment behind its start.
-    std::optional<std::int32_t> attribute(const sax_step &step, const char *name, const char *complaint,
+    std::optional<std::int32_t> attribute(const step &step, const char *name, const char *complaint,
                                           const char *tag) {
         if (step.element != attribute_element_) {
             attribute_element_ = step.element;
-            char *text = nullptr;
-            sax_step_handlers::get_attr(parser_, name, &text);
-            attribute_ = text ? std::optional(to_int(text)) : std::nullopt;
+            const auto text = steps_.attribute(name);
+            attribute_ = text ? std::optional(to_int(*text)) : std::nullopt;
         }
         if (attribute_)
             return attribute_;
@@ -397,7 +403,7 @@ private:
         return table;
     }
 
-    typename Variant::parser &parser_; // knows the attributes of the current element
+    typename Variant::steps &steps_; // knows the attributes of the current element
     channel_in_progress channel_;
     bool shift_;
     int kind_ = ANY;
@@ -411,19 +417,19 @@ template <class Variant>
 int read_channels(char *source, channel_vector *list, bool shift, bool delete_duplicated) {
     if (Variant::refuses_null_list && !list)
         return 2;
-    return walk_document<Variant>(source, [&](typename Variant::parser &parser, std::string_view root) {
+    return walk_document<Variant>(source, [&](typename Variant::steps &steps, std::string_view root) {
         if (root == tags[TAG_ROOT][OF_CHANNEL]) {
             chan_descr_reader<Variant> reader(*list, shift, delete_duplicated);
-            for_each_tag(parser, [&reader](const sax_step &step) { reader.act(step); });
+            for_each_step(steps, reader);
             return 0;
         }
         if (root == daq_tags::root) {
-            daq_variables_reader<Variant> reader(parser, *list, shift);
-            for_each_tag(parser, [&reader](const sax_step &step) { reader.act(step); });
+            daq_variables_reader<Variant> reader(steps, *list, shift);
+            for_each_step(steps, reader);
             return reader.missing_attributes();
         }
-        std::fprintf(stderr, "WRONG root tag: '%s' must be '%s or %s'\n", root.data(),
-                     tags[TAG_ROOT][OF_CHANNEL], daq_tags::root);
+        std::fprintf(stderr, "WRONG root tag: '%.*s' must be '%s or %s'\n", static_cast<int>(root.size()),
+                     root.data(), tags[TAG_ROOT][OF_CHANNEL], daq_tags::root);
         return 1;
     });
 }

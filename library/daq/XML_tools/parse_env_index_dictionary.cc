@@ -6,9 +6,10 @@
 #include <memory>
 #include <string_view>
 
-#include "document_walk.h"
 #include "env_index_dictionary_layouts.h"
+#include "narrow_text.h"
 #include "number_text.h"
+#include "steps/document_steps.h"
 #include "tag_table.h"
 
 namespace {
@@ -25,30 +26,34 @@ public:
 
     explicit dictionary_reader(std::vector<entry *> &list) : list_(list) {}
 
-    void act(const sax_step &step) {
-        const store *const action = entry_ && step.value ? elements().find(step.tag) : nullptr;
-        if (action)
-            (*action)(*this, step);
-        else if (step.tag_text() == env_tags[ENV_INDX_CHAN])
-            begin_channel();
+    void act(const step &step) {
+        if (step.row == channel_row || entry_)
+            elements().action(step.row)(*this, step);
+    }
+
+    static reader_row row_of(std::string_view tag) {
+        const int row = elements().row_of(tag);
+        return {row, row == channel_row};
     }
 
 private:
     using self = dictionary_reader;
-    using store = void (*)(self &, const sax_step &);
+    using store = void (*)(self &, const step &);
+
+    static constexpr int channel_row = 0; // the only one without an entry, and without a text
 
     /// From here on elements belong to a new entry; one that never got into the list is used again.
-    void begin_channel() {
-        if (!unlisted_)
-            unlisted_.reset(static_cast<entry *>(std::malloc(sizeof(entry))));
-        entry_ = unlisted_.get();
-        index_seen_ = prop_seen_ = false;
-        if (!entry_) {
+    static void begin_channel(self &r, const step &) {
+        if (!r.unlisted_)
+            r.unlisted_.reset(static_cast<entry *>(std::malloc(sizeof(entry))));
+        r.entry_ = r.unlisted_.get();
+        r.index_seen_ = r.prop_seen_ = false;
+        if (!r.entry_) {
             std::fputs(Layout::no_memory, stdout); // and what belongs to this channel is ignored
             return;
         }
-        *entry_ = {};
-        entry_->index = -1;
+        *r.entry_ = {};
+        r.entry_->index = -1;
     }
 
     /// Kept: the other one of INDEX and PROP stays seen, so that a further one of `arrived` lists the same
@@ -59,28 +64,30 @@ private:
         arrived = false;
     }
 
-    static void index(self &r, const sax_step &s) {
-        r.entry_->index = static_cast<std::int32_t>(to_number(s.value));
+    static void index(self &r, const step &s) {
+        r.entry_->index = static_cast<std::int32_t>(to_number(s.text()));
         r.index_seen_ = true;
         if (r.prop_seen_)
             r.append(r.index_seen_);
     }
 
-    static void prop(self &r, const sax_step &s) {
+    static void prop(self &r, const step &s) {
         auto &field = r.entry_->data.env_prop;
-        std::strncpy(field, s.value, sizeof field - 1); // the rest is filled with zeros, the last byte is one
+        std::memset(field, 0, sizeof field); // a further PROP leaves nothing of the one before
+        copy_text(field, s.text());
         r.prop_seen_ = true;
         if (r.index_seen_)
             r.append(r.prop_seen_);
     }
 
-    template <auto Field> static void delta(self &r, const sax_step &s) {
-        read_float(s.value_text(), r.entry_->data.*Field);
+    template <auto Field> static void delta(self &r, const step &s) {
+        read_float(s.text(), r.entry_->data.*Field);
     }
 
     static const auto &elements() {
         using block = decltype(entry::data);
         static constexpr tag_row<store> rows[] = {
+            {env_tags[ENV_INDX_CHAN], begin_channel}, // in channel_row
             {env_tags[ENV_INDX_INDX], index},
             {env_tags[ENV_INDX_PROP], prop},
             {env_tags[ENV_INDX_DABS], delta<&block::env_ch_abs_delta>},
@@ -101,13 +108,14 @@ template <class Source, class Layout>
 int read_dictionary(char *source, std::vector<typename Layout::entry *> *list) {
     if (!list)
         return 1;
-    return walk_document<Source>(source, [list](typename Source::parser &parser, std::string_view root) {
+    return walk_document<Source>(source, [list](typename Source::steps &steps, std::string_view root) {
         if (root != env_tags[ENV_INDX_ROOT]) {
-            std::fprintf(stderr, "WRONG root tag: '%s' must be '%s'\n", root.data(), env_tags[ENV_INDX_ROOT]);
+            std::fprintf(stderr, "WRONG root tag: '%.*s' must be '%s'\n", static_cast<int>(root.size()),
+                         root.data(), env_tags[ENV_INDX_ROOT]);
             return 1;
         }
         dictionary_reader<Layout> reader(*list);
-        for_each_tag(parser, [&reader](const sax_step &step) { reader.act(step); });
+        for_each_step(steps, reader);
         return 0;
     });
 }

@@ -5,9 +5,9 @@
 #include <memory>
 #include <string_view>
 
-#include "document_walk.h"
 #include "narrow_text.h"
 #include "number_text.h"
+#include "steps/document_steps.h"
 #include "tag_table.h"
 
 namespace {
@@ -52,7 +52,8 @@ class event_list_reader {
 public:
     explicit event_list_reader(std::vector<zeb5_ev_entry *> &list) : list_(list) {}
 
-    void act(const sax_step &step);
+    void act(const step &step);
+    static reader_row row_of(std::string_view tag);
 
 private:
     using self = event_list_reader;
@@ -64,10 +65,10 @@ private:
     struct element {
         place from; // where it is first heeded
         effect fills_entry;
-        void (*action)(self &, const sax_step &);
+        void (*action)(self &, const step &);
     };
 
-    static void event(self &r, const sax_step &) {
+    static void event(self &r, const step &) {
         r.place_ = IN_EVENT;
         r.block_seen_ = false;
         r.in_channel_list_ = false;
@@ -75,12 +76,12 @@ private:
 
     /// The start tag is only noted, and the text that follows makes the entry. A type that is none takes the
     /// note back, so that what belongs to it is ignored.
-    static void type(self &r, const sax_step &s) {
+    static void type(self &r, const step &s) {
         if (r.place_ != TYPE_SEEN) {
             r.place_ = TYPE_SEEN; // such a step is a start tag, which has no value yet
         } else if (s.value) {
             // Kept: consumers see the wrapped type where a list gives one of more than 32 bits
-            const auto number = static_cast<std::uint32_t>(to_number(s.value));
+            const auto number = static_cast<std::uint32_t>(to_number(s.text()));
             // Kept: consumers also get entries of EVMAX itself, and one for every further TYPE of an event
             if (number <= ZEB5_EV_EVMAX)
                 r.entry_ = append_entry(r.list_, static_cast<ZEB5_EVTYPE>(number));
@@ -89,28 +90,28 @@ private:
         }
     }
 
-    static void server_block(self &r, const sax_step &s) {
-        r.block_ = append_block(*r.entry_->sb_list, s.value_text());
+    static void server_block(self &r, const step &s) {
+        r.block_ = append_block(*r.entry_->sb_list, s.text());
         r.block_seen_ = true;
         r.in_channel_list_ = false;
     }
 
-    static void channel_list(self &r, const sax_step &) {
+    static void channel_list(self &r, const step &) {
         if (r.block_seen_)
             r.in_channel_list_ = true; // Kept: lists may also give a CHAN behind their CHLIST
     }
 
-    static void channel(self &r, const sax_step &s) {
+    static void channel(self &r, const step &s) {
         if (r.in_channel_list_) // only ever set after a server block
-            append_channel(*r.block_->ch_list, s.value_text());
+            append_channel(*r.block_->ch_list, s.text());
     }
 
-    template <auto Field> static void number(self &r, const sax_step &s) {
-        read_unsigned(s.value_text(), r.entry_->*Field);
+    template <auto Field> static void number(self &r, const step &s) {
+        read_unsigned(s.text(), r.entry_->*Field);
     }
 
-    template <auto Field> static void min_time(self &r, const sax_step &s) {
-        read_unsigned(s.value_text(), r.entry_->min_ev_time.*Field);
+    template <auto Field> static void min_time(self &r, const step &s) {
+        read_unsigned(s.text(), r.entry_->min_ev_time.*Field);
     }
 
     static const auto &elements() {
@@ -139,22 +140,28 @@ private:
 };
 
 /// Behind the class, where the type of elements() is known.
-inline void event_list_reader::act(const sax_step &step) {
-    const element *const found = elements().find(step.tag);
-    if (found && place_ >= found->from && (!found->fills_entry || (step.value && entry_)))
-        found->action(*this, step);
+inline void event_list_reader::act(const step &step) {
+    const element &found = elements().action(step.row);
+    if (place_ >= found.from && (!found.fills_entry || entry_))
+        found.action(*this, step);
+}
+
+inline reader_row event_list_reader::row_of(std::string_view tag) {
+    const int row = elements().row_of(tag);
+    return {row, row != reader_row::none && !elements().action(row).fills_entry};
 }
 
 template <class Source> int read_ev_list(char *source, std::vector<zeb5_ev_entry *> *list) {
     if (!list)
         return 1;
-    return walk_document<Source>(source, [list](typename Source::parser &parser, std::string_view root) {
+    return walk_document<Source>(source, [list](typename Source::steps &steps, std::string_view root) {
         if (root != root_tag) {
-            std::fprintf(stderr, "WRONG root tag: %s must be '%s'\n", root.data(), root_tag);
+            std::fprintf(stderr, "WRONG root tag: %.*s must be '%s'\n", static_cast<int>(root.size()),
+                         root.data(), root_tag);
             return 1;
         }
         event_list_reader reader(*list);
-        for_each_tag(parser, [&reader](const sax_step &step) { reader.act(step); });
+        for_each_step(steps, reader);
         return 0;
     });
 }

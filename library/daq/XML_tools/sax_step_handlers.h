@@ -17,6 +17,8 @@
 
 #include "attribute_texts.h"
 #include "narrow_text.h"
+#include "platform_hold.h"
+#include "steps/plain_file_source.h"
 #include "tag_memo.h"
 #include "xml_hardening.h"
 #include "xml_platform.h"
@@ -106,12 +108,26 @@ struct sax_step_handlers {
     template <class Parser> static bool open_platform(Parser &p) {
         try {
             p.platform = std::make_unique<xml_platform>();
+            zeb5::platform_hold::keep_for_thread();
             return true;
         } catch (const xercesc::XMLException &problem) {
-            std::cerr << "Error during initialization! Message:\n"
-                      << zeb5::plain_message(problem) << std::endl;
+            report_failed_platform(problem);
             return false;
         }
+    }
+
+    static void report_failed_platform(const xercesc::XMLException &problem) {
+        std::cerr << "Error during initialization! Message:\n" << zeb5::plain_message(problem) << std::endl;
+    }
+
+    template <class Parser> static std::uint32_t element_count(const Parser &p) {
+        return p.handler.fElementCount;
+    }
+
+    /// Starts on a file that is open already.
+    template <class Parser> static int start(Parser &p, const char *path, const zeb5::plain_file &file) {
+        auto &bounded = static_cast<zeb5::bounded_parser<xercesc::SAXParser> &>(*p.parser); // as it was made
+        return start(p, zeb5::plain_file_source(path, file, bounded.memory));
     }
 
     template <class Parser, class Source> static int start(Parser &p, const Source &source) {

@@ -1,0 +1,73 @@
+#ifndef ZEB5_ELEMENT_NAMES_H
+#define ZEB5_ELEMENT_NAMES_H
+
+/// The element names of one document: each is looked up once, and recognised by one comparison from then on.
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <cstring>
+#include <string_view>
+
+#include "text/byte_block.h"
+
+namespace zeb5 {
+
+/// What an element means to a reader.
+struct reader_row {
+    static constexpr int none = -1;
+
+    int number = none;       // of the reader's row for the element
+    bool acts_alone = false; // also without a text
+};
+
+/// Finds what an element name means.
+using row_finder = reader_row (*)(std::string_view name);
+
+/// One name. Nothing is cleared before use: a document has some twenty of the 128 that there is room for.
+struct element_name {
+    static constexpr std::size_t most_bytes = 31;
+    static constexpr std::size_t most_quick_bytes = block_bytes;
+
+    byte_block first_bytes; // of the name
+    unsigned quick_bits;    // one for each byte of the name; more than a block has for one that is not quick
+    std::uint32_t length;
+    reader_row row;
+    element_name *next; // the name of the start tag that followed this one last time
+    char bytes[most_bytes + 1];
+
+    std::string_view text() const { return {bytes, length}; }
+
+    /// Whether these bytes, of which 16 can be read, begin with the name; false for one that is not quick.
+    bool quickly_begins(const char *text) const {
+        return (top_bits(load_block(text) == first_bytes) & quick_bits) == quick_bits;
+    }
+
+    bool begins(const char *text) const { return std::memcmp(text, bytes, length) == 0; }
+
+    void make_slow() { quick_bits = 1U << block_bytes; }
+};
+
+class element_names {
+public:
+    /// From now on names have the rows of this reader, those that are known included.
+    void set_rows(row_finder find_row);
+
+    /// The entry of a name; null when it is too long or there are too many.
+    element_name *find(std::string_view name);
+
+private:
+    static constexpr std::size_t most_names = 128;
+    static constexpr std::size_t places = 2 * most_names;
+
+    element_name *add(std::string_view name);
+
+    std::array<element_name, most_names> names_;
+    std::array<std::uint8_t, places> numbers_{}; // by hash: of the name, from 1; 0: free
+    std::size_t count_ = 0;
+    row_finder find_row_ = nullptr;
+};
+
+} // namespace zeb5
+
+#endif

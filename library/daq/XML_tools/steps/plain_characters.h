@@ -1,0 +1,30 @@
+#ifndef ZEB5_PLAIN_CHARACTERS_H
+#define ZEB5_PLAIN_CHARACTERS_H
+
+/// What single characters and references mean in a plain document.
+
+#include <array>
+
+namespace zeb5 {
+
+/// Blank, tab, line feed, carriage return.
+constexpr bool is_space(char c) { return c == ' ' || c == '\t' || c == '\n' || c == '\r'; }
+
+constexpr bool is_name_start(char c) {
+    return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || c == '_' || c == ':';
+}
+
+constexpr bool is_name_character(char c) {
+    return is_name_start(c) || (c >= '0' && c <= '9') || c == '-' || c == '.';
+}
+
+/// Whether a character is none of a plain document: a control character, which XML does not allow.
+constexpr bool is_forbidden(char c) { return c >= 0 && c < ' ' && !is_space(c); }
+
+/// The reference at `at`, which is an '&': one of the five names or the number of a character that XML
+/// allows. Sets `character` and returns the end; returns null for anything else.
+const char *read_reference(const char *at, char32_t &character);
+
+} // namespace zeb5
+
+#endif

@@ -1,0 +1,59 @@
+#include "steps/plain_file.h"
+
+#include <cerrno>
+#include <string_view>
+
+#include <fcntl.h>
+#include <unistd.h>
+
+namespace zeb5 {
+
+namespace {
+
+bool is_plain_path(std::string_view path) {
+    for (const char c : path)
+        if (c < ' ' || c > '~' || c == ':')
+            return false;
+    std::string_view rest = path;
+    while (rest.starts_with("../"))
+        rest.remove_prefix(3);
+    return rest.find("..") == rest.npos;
+}
+
+bool is_same_time(const timespec &a, const timespec &b) {
+    return a.tv_sec == b.tv_sec && a.tv_nsec == b.tv_nsec;
+}
+
+bool is_same_content(const struct stat &a, const struct stat &b) {
+    return a.st_size == b.st_size && is_same_time(a.st_mtim, b.st_mtim);
+}
+
+} // namespace
+
+plain_file::plain_file(const char *path) {
+    // A pipe or a device must not even be opened: that alone may have an effect on it
+    if (!is_plain_path(path) || stat(path, &status_) != 0 || !S_ISREG(status_.st_mode))
+        return;
+    fd_ = open(path, O_RDONLY | O_CLOEXEC | O_NOCTTY | O_NONBLOCK);
+    if (is_open() && (fstat(fd_, &status_) != 0 || !S_ISREG(status_.st_mode) || status_.st_size <= 0)) {
+        close(fd_);
+        fd_ = -1;
+    }
+}
+
+plain_file::~plain_file() {
+    if (is_open())
+        close(fd_);
+}
+
+long plain_file::read(char *to, std::size_t count, std::size_t offset) const {
+    long got;
+    do
+        got = pread(fd_, to, count, static_cast<off_t>(offset));
+    while (got < 0 && errno == EINTR);
+    struct stat now;
+    has_changed_ |= fstat(fd_, &now) == 0 && !is_same_content(now, status_);
+    return has_changed_ ? -1 : got;
+}
+
+} // namespace zeb5

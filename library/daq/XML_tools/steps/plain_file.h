@@ -1,0 +1,42 @@
+#ifndef ZEB5_PLAIN_FILE_H
+#define ZEB5_PLAIN_FILE_H
+
+/// A regular file, opened once for whoever reads it.
+
+#include <cstddef>
+
+#include <sys/stat.h>
+
+namespace zeb5 {
+
+/// Holds one open descriptor, so that the scanner and the XML library read the same file even if another one
+/// takes its path in between.
+class plain_file {
+public:
+    /// Opens the file only if it is a regular one that is not empty, under a path that the XML library takes
+    /// as it stands: ASCII, no address, and no ".." behind a name, which the XML library shortens as text.
+    explicit plain_file(const char *path);
+    ~plain_file();
+    plain_file(const plain_file &) = delete;
+    plain_file &operator=(const plain_file &) = delete;
+
+    bool is_open() const { return fd_ >= 0; }
+    std::size_t size() const { return static_cast<std::size_t>(status_.st_size); }
+
+    /// Reads up to `count` bytes from the place `offset`. Returns their number, 0 at the end, and -1 when
+    /// they cannot be read or the file has changed.
+    long read(char *to, std::size_t count, std::size_t offset) const;
+
+    /// Whether a reading found that somebody has written to the file since it was opened: what was read until
+    /// then may be parts of two documents.
+    bool has_changed() const { return has_changed_; }
+
+private:
+    int fd_ = -1;
+    struct stat status_ = {};
+    mutable bool has_changed_ = false;
+};
+
+} // namespace zeb5
+
+#endif
