@@ -84,6 +84,7 @@ TEST(CameraFile, TellsOfAPlatformThatDoesNotComeUp) {
 
 TEST(CameraFile, ThatCannotBeWalkedToItsEndIsReadUpToThere) {
     const temporary_file file(
+        "<!DOCTYPE r>" // so that there is a tree
         "<r><Integer Name='a'><ToolTip/></Integer><Float Name='b'/><Int64 Name='c'/></r>");
     const struct {
         const XMLCh *tag;

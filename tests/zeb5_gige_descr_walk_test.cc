@@ -1,3 +1,4 @@
+#include "lane.h"
 #include "zeb5_gige_descr.h"
 
 #include <memory>
@@ -301,6 +302,7 @@ protected:
     }
     ~CameraMemory() override { XMLPlatformUtils::Terminate(); }
 
+    const way_in_use way{WITHOUT_LANE}; // the memory is the XML library's
     short_memory memory;
 };
 

@@ -1,5 +1,7 @@
 #include "steps/plain_scanner.h"
 
+#include <bit>
+
 #include "steps/plain_characters.h"
 #include "steps/plain_declaration.h"
 
@@ -10,6 +12,24 @@ namespace {
 const char *skip_space(const char *at, const char *limit) {
     while (at < limit && is_space(*at))
         ++at;
+    return at;
+}
+
+/// Behind a line end and up to 16 blanks, which most texts are.
+const char *skip_indentation(const char *at) {
+    return *at == '\n' ? at + 1 + std::countr_one(top_bits(load_block(at + 1) == ' ')) : at;
+}
+
+/// The end of the printable ASCII that an attribute's value begins with: its quote, a character that means
+/// something, or a place behind the limit.
+const char *skip_plain_value(const char *at, const char *limit, char quote) {
+    for (; at < limit; at += block_bytes) {
+        const byte_block block = load_block(at);
+        const auto is_control_or_wide = reinterpret_cast<signed_byte_block>(block) < ' ';
+        const auto stops = (block == static_cast<unsigned char>(quote)) | (block == '<') | (block == '&');
+        if (const unsigned bits = top_bits(stops | is_control_or_wide))
+            return at + std::countr_zero(bits);
+    }
     return at;
 }
 
@@ -108,7 +128,7 @@ plain_token plain_scanner::scan_outside() {
 
 /// The entry of the name that stands at `at`; null when it is not plain.
 element_name *plain_scanner::name_at(const char *at) {
-    if (last_ && last_->next->begins(at) && !is_name_character(at[last_->next->length]))
+    if (last_ && last_->next->quickly_begins(at) && !is_name_character(at[last_->next->length]))
         return last_->next;
     const char *const end = end_of_element_name(at);
     return end == at ? nullptr : names_.find({at, end});
@@ -180,7 +200,7 @@ const char *plain_scanner::scan_attribute(const char *at) {
 
     raw_text value{opening + 1, opening + 1, false, false, false};
     const char *&end = value.end;
-    while (end < limit_ && *end != quote) {
+    while ((end = skip_plain_value(end, limit_, quote)) < limit_ && *end != quote) {
         if (*end == '<' || is_forbidden(*end))
             return nullptr;
         if (*end == '&') {
@@ -204,9 +224,11 @@ const char *plain_scanner::scan_attribute(const char *at) {
 plain_token plain_scanner::scan_end_tag() {
     element_name *const name = *open_;
     const char *at = at_ + 2;
-    if (!name->begins(at))
+    if (!name->quickly_begins(at) && !name->begins(at))
         return plain_token::NOT_PLAIN;
-    at = skip_space(at + name->length, limit_);
+    at += name->length;
+    if (*at != '>')
+        at = skip_space(at, limit_);
     if (at >= limit_)
         return plain_token::MORE;
     if (*at != '>')
@@ -220,8 +242,9 @@ plain_token plain_scanner::scan_end_tag() {
 }
 
 plain_token plain_scanner::scan_text() {
-    raw_text text{at_, at_, false, false, false};
-    for (const char *&at = text.end; (at = skip_plain_text(at)) < limit_ && *at != '<';) {
+    raw_text text{at_, skip_indentation(at_), false, false, false};
+    for (const char *&at = text.end;
+         at < limit_ && *at != '<' && (at = skip_plain_text(at)) < limit_ && *at != '<';) {
         if (*at == '&') {
             char32_t character;
             text.has_references = true;
@@ -230,7 +253,7 @@ plain_token plain_scanner::scan_text() {
                 return plain_token::NOT_PLAIN;
             continue;
         }
-        if (is_forbidden(*at) || begins(at, "]]>"))
+        if (is_forbidden(*at) || (*at == ']' && begins(at, "]]>")))
             return plain_token::NOT_PLAIN;
         text.has_line_ends |= *at == '\r';
         text.has_wide |= *at < 0;

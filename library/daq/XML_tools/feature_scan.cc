@@ -1,0 +1,116 @@
+#include "feature_scan.h"
+
+#include <memory>
+
+#include "feature_collector.h"
+#include "steps/plain_file.h"
+#include "steps/plain_lane.h"
+#include "steps/plain_scanner.h"
+#include "steps/plain_text.h"
+#include "steps/plain_window.h"
+
+namespace zeb5 {
+
+namespace {
+
+struct own_features {
+    std::vector<ZEB5GigEFeature *> list;
+    own_features() = default;
+    own_features(const own_features &) = delete;
+    own_features &operator=(const own_features &) = delete;
+    ~own_features() { zeb5_clean_gige_descr(&list); }
+};
+
+reader_row row_of(std::string_view name) {
+    return {find_feature_element([name](const char *known) { return name == known; })};
+}
+
+/// Hands the tokens of a file to the collector.
+class token_collector {
+public:
+    token_collector(plain_window &window, std::vector<ZEB5GigEFeature *> &out)
+        : scanner_(window), collector_(out) {
+        scanner_.set_rows(row_of);
+    }
+
+    /// Returns whether the whole file is plain.
+    bool collect() {
+        if (!scanner_.start())
+            return false;
+        plain_token token;
+        do
+            token = scanner_.next();
+        while (take(token));
+        return token == plain_token::FINISHED;
+    }
+
+private:
+    /// Returns whether the file goes on.
+    bool take(plain_token token) {
+        switch (token) {
+        case plain_token::START:
+            collector_.take_element(scanner_.element().row.number);
+            return take_attributes();
+        case plain_token::TEXT:
+            return set(collector_.field_for_text(), scanner_.text(), &plain_text::content);
+        case plain_token::END:
+        case plain_token::CDATA:
+        case plain_token::ASIDE:
+            return true;
+        default:
+            return false;
+        }
+    }
+
+    bool take_attributes() {
+        for (const raw_attribute &attribute : scanner_.attributes()) {
+            if (attribute.name == Attributes[ATTRIBUTE_NAME]) {
+                if (!set(collector_.field_for_name(), attribute.value, &plain_text::attribute))
+                    return false;
+            } else if (!other_attributes_.find(attribute.name)) {
+                return false; // the DOM parser has a limit of such names
+            }
+        }
+        return true;
+    }
+
+    /// Returns false when the text is not plain.
+    template <class Read> bool set(std::string *field, const raw_text &raw, Read read) {
+        if (!field)
+            return true;
+        const auto text = (text_.*read)(raw, scanner_.encoding());
+        if (text)
+            *field = *text;
+        return text.has_value();
+    }
+
+    plain_scanner scanner_;
+    element_names other_attributes_;
+    plain_text text_;
+    feature_collector collector_;
+};
+
+} // namespace
+
+scan_result scan_features(const char *path, std::vector<ZEB5GigEFeature *> &out) {
+    if (!is_lane_open())
+        return scan_result::NOT_PLAIN;
+    const plain_file file(path);
+    bool is_plain = false;
+    own_features found;
+    if (file.is_open()) {
+        file_window window(file);
+        is_plain = std::make_unique<token_collector>(window, found.list)->collect();
+    }
+    tell_lane_end(is_plain             ? lane_end::FINISHED
+                  : found.list.empty() ? lane_end::LEFT_AT_ONCE
+                                       : lane_end::LEFT_MIDWAY);
+    if (!is_plain)
+        return file.has_changed() ? scan_result::CHANGED : scan_result::NOT_PLAIN;
+    clear_markers(found.list);
+    out.swap(found.list); // Kept: what the caller's list held is not released; he may still use it
+    found.list.clear();
+    return scan_result::READ;
+}
+
+} // namespace zeb5

@@ -1,0 +1,19 @@
+#ifndef ZEB5_FEATURE_TREE_H
+#define ZEB5_FEATURE_TREE_H
+
+/// Features from a document tree: dump_nodes() stands here. The tree's own exceptions have their texts here,
+/// too.
+
+#include <optional>
+#include <string>
+
+#include <xercesc/dom/DOMException.hpp>
+
+namespace zeb5 {
+
+/// The XML library's text for the exception's code, where it has one.
+std::optional<std::string> message_of(const xercesc::DOMException &problem);
+
+} // namespace zeb5
+
+#endif
