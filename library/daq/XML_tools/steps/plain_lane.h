@@ -4,6 +4,8 @@
 /// Whether documents are read by the library's own scanner at all: the plain lane, beside the way through the
 /// XML library.
 
+#include <cstddef>
+
 namespace zeb5 {
 
 /// What became of one document.
@@ -13,11 +15,15 @@ enum class lane_end {
     LEFT_AT_ONCE // read by the XML library alone
 };
 
-/// For tests: they close the lane to see the XML library do the same, and count what became of documents.
-/// Nobody may change this while a reader runs.
+/// For tests: they close the lane to see the XML library do the same, count what became of documents, and
+/// have small documents read in many parts. Nobody may change this while a reader runs.
 struct lane_control {
     bool is_open = true;
     void (*watch)(lane_end) = nullptr;
+
+    std::size_t part = std::size_t{1} << 16; // bytes that are loaded at a time
+    std::ptrdiff_t look_ahead = 1 << 16;     // bytes checked behind those that may be scanned; at least 64
+    std::ptrdiff_t most_token = 1 << 16;     // bytes of the longest tag, text or comment that is plain
 };
 extern lane_control lane;
 

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstring>
 
+#include "steps/plain_lane.h"
 #include "text/byte_block.h"
 
 namespace zeb5 {
@@ -74,13 +75,13 @@ bool plain_window::check() {
 }
 
 bool plain_window::extend(const char *&from) {
-    if (limit_ - from > most_token)
+    if (limit_ - from > lane.most_token)
         return false;
     while (!end_) {
         if (!check())
             return false;
-        if (checked_ - std::max(from, limit_) > look_ahead) {
-            limit_ = checked_ - look_ahead;
+        if (checked_ - std::max(from, limit_) > lane.look_ahead) {
+            limit_ = checked_ - lane.look_ahead;
             return true;
         }
         if (!load_more(from))
@@ -90,9 +91,9 @@ bool plain_window::extend(const char *&from) {
 }
 
 bool memory_window::load_more(const char *&) {
-    const std::size_t more = strnlen(loaded_, part);
+    const std::size_t more = strnlen(loaded_, lane.part);
     loaded_ += more;
-    if (more < part)
+    if (more < lane.part)
         end_ = loaded_;
     return true;
 }
@@ -113,13 +114,23 @@ bool memory_window::extend_to_end(const char *&from) {
     return true;
 }
 
+namespace {
+
+/// For a token that is not complete, what is checked ahead, and two parts, so that not each of them has to be
+/// moved.
+std::size_t largest_room() {
+    return static_cast<std::size_t>(lane.most_token + lane.look_ahead) + 2 * lane.part;
+}
+
+} // namespace
+
 file_window::file_window(const plain_file &file)
-    : file_(file), room_(std::min(file.size(), 4 * part)), buffer_(new char[room_ + readable]) {
+    : file_(file), room_(std::min(file.size(), largest_room())), buffer_(new char[room_ + readable]) {
     begin_ = limit_ = checked_ = loaded_ = buffer_.get();
 }
 
 bool file_window::load_more(const char *&from) {
-    const std::size_t wanted = std::min(part, file_.size() - read_);
+    const std::size_t wanted = std::min(lane.part, file_.size() - read_);
     if (free_room() < wanted)
         make_room(from);
     char *const to = buffer_.get() + (loaded_ - buffer_.get());

@@ -26,8 +26,6 @@ public:
 
     /// So many bytes can be read from any place before the limit, or as many behind it.
     static constexpr std::ptrdiff_t readable = 64;
-    /// No tag, text or comment of a plain document is longer.
-    static constexpr std::ptrdiff_t most_token = 1 << 16;
 
     /// Loads the first part, unchecked, so that the declaration can be read. Returns false when the document
     /// cannot be read.
@@ -51,8 +49,6 @@ public:
 protected:
     plain_window() = default;
 
-    static constexpr std::size_t part = std::size_t{1} << 16;
-
     /// Loads at least one byte more, or sets end_; returns false when the document cannot be read.
     virtual bool load_more(const char *&from) = 0;
 
@@ -67,8 +63,6 @@ protected:
     const char *end_ = nullptr;     // of the document; null: not known yet
 
 private:
-    static constexpr std::ptrdiff_t look_ahead = 1 << 16;
-
     bool check();
 
     plain_encoding encoding_ = plain_encoding::UTF_8;

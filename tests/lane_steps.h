@@ -1,0 +1,79 @@
+#ifndef LANE_STEPS_H
+#define LANE_STEPS_H
+
+/// The steps that the library's readers take, as text, either way.
+
+#include <optional>
+#include <string>
+
+#include "lane.h"
+#include "reader_forms.h"
+#include "steps/document_steps.h"
+
+/// All of one document.
+struct steps_seen {
+    std::string tags;       // "A A[text] ": those that deliver a tag
+    std::string attributes; // number of the element, name and value of those that are asked for
+    int errors = 0;
+    captured streams; // with DOCUMENT for the name of the document
+    std::optional<zeb5::lane_end> lane;
+
+    /// Whatever became of the document in the lane.
+    bool operator==(const steps_seen &other) const {
+        return tags == other.tags && attributes == other.attributes && errors == other.errors &&
+               streams.out == other.streams.out && streams.err == other.streams.err;
+    }
+};
+
+inline std::ostream &operator<<(std::ostream &to, const steps_seen &seen) {
+    return to << seen.tags << '\n' << seen.attributes << '\n' << seen.errors << '\n' << seen.streams.err;
+}
+
+/// The last one of a document.
+inline std::optional<zeb5::lane_end> last_lane_end;
+
+template <class Document> void take_all_steps(char *source, steps_seen &seen) {
+    zeb5::document_steps<Document> steps(source);
+    steps.set_rows([](std::string_view) { return zeb5::reader_row{0, true}; });
+    while (steps.next()) {
+        const zeb5::step &taken = steps.current();
+        seen.tags += steps.tag();
+        if (taken.value)
+            seen.tags.append("[").append(taken.text()).append("]");
+        seen.tags += ' ';
+        for (const char *name : {"a", "b", "bit", "id", "Name"})
+            if (const auto value = steps.attribute(name)) {
+                seen.attributes += std::to_string(taken.element);
+                seen.attributes.append(name).append("=").append(*value).append(" ");
+            }
+    }
+    seen.errors = steps.error_count();
+}
+
+/// `name` is what reports call the document.
+inline steps_seen lane_steps_of(reader_form form, reading_way way, char *source, const std::string &name) {
+    const way_in_use used(way);
+    steps_seen seen;
+    zeb5::lane.watch = [](zeb5::lane_end end) { last_lane_end = end; };
+    last_lane_end.reset();
+    seen.streams = capture([&] {
+        form == READ_MEMORY ? take_all_steps<zeb5::memory_document>(source, seen)
+                            : take_all_steps<zeb5::file_document>(source, seen);
+    });
+    seen.streams.err = replace_all(seen.streams.err, name, "DOCUMENT");
+    seen.lane = last_lane_end;
+    return seen;
+}
+
+inline steps_seen lane_steps(reader_form form, reading_way way, const std::string &document) {
+    if (form == READ_FILE) {
+        const temporary_file file(document);
+        std::string path = file.path();
+        return lane_steps_of(form, way, path.data(), path);
+    }
+    // exactly as long as the text and its NUL, so that reading past them shows
+    std::vector<char> text(document.c_str(), document.c_str() + document.size() + 1);
+    return lane_steps_of(form, way, text.data(), "my_mem_info");
+}
+
+#endif
