@@ -8,7 +8,9 @@
 namespace bench {
 
 source::source(int channels, dialect form, source_kind kind)
-    : form_(form), text_(channel_document(channels, form)) {
+    : source(channel_document(channels, form), form, kind) {}
+
+source::source(std::string text, dialect form, source_kind kind) : form_(form), text_(std::move(text)) {
     if (kind == FILE_ON_DISK) {
         file_ = std::make_unique<document_file>(text_);
         text_ = std::string();
@@ -50,13 +52,14 @@ contender reading(const std::string &name, int channels, std::function<void(chan
             .goal = goal};
 }
 
-void require_same_records(source &document, const channel_peer &peer) {
+void require_same_records(source &document, const std::string &name,
+                          const std::function<void(channel_list &)> &read) {
     own_channels ours;
     own_channels theirs;
     document.read(ours.list);
-    document.read_with(peer, theirs.list);
+    read(theirs.list);
     if (written(ours.list, CHANDESCRIPTIONS) != written(theirs.list, CHANDESCRIPTIONS))
-        throw std::runtime_error(std::string(peer.name) + " makes other records");
+        throw std::runtime_error(name + " makes other records");
 }
 
 std::string grouped(int number) {
