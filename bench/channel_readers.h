@@ -20,6 +20,7 @@ inline constexpr const char *dialect_names[] = {"CHANDESCRIPTIONS", "DAQvariable
 class source {
 public:
     source(int channels, dialect form, source_kind kind);
+    source(std::string text, dialect form, source_kind kind);
 
     dialect form() const { return form_; }
 
@@ -38,8 +39,9 @@ private:
 contender reading(const std::string &name, int channels, std::function<void(channel_list &)> read,
                   double goal = 0);
 
-/// Throws when the peer makes other records than this library.
-void require_same_records(source &document, const channel_peer &peer);
+/// Throws when `read` makes other records than this library makes of the document.
+void require_same_records(source &document, const std::string &name,
+                          const std::function<void(channel_list &)> &read);
 
 /// "2,000": numbers in titles.
 std::string grouped(int number);

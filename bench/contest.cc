@@ -31,6 +31,9 @@ double timed_run(const contender &one, clockid_t clock) {
 
 /// Seconds a unit, over `runs` runs.
 double sample(const contender &one, int runs, clockid_t clock) {
+    std::optional<xml_platform> platform;
+    if (one.holds_platform)
+        platform.emplace();
     double seconds = 0;
     for (int i = 0; i < runs; ++i)
         seconds += timed_run(one, clock);
@@ -57,9 +60,9 @@ std::vector<standing> hold(const contest &contest, const effort &effort) {
 
     std::vector<int> runs;
     for (const contender &one : contest.contenders) {
-        timed_run(one, clock); // warms up
-        runs.push_back(
-            static_cast<int>(std::ceil(effort.seconds_per_sample / (timed_run(one, clock) + 1e-9))));
+        sample(one, 1, clock); // warms up
+        const double seconds = sample(one, 1, clock) * one.units;
+        runs.push_back(static_cast<int>(std::ceil(effort.seconds_per_sample / (seconds + 1e-9))));
     }
     std::vector<std::vector<double>> times(count);
     std::vector<std::vector<double>> ratios(count);

@@ -19,6 +19,7 @@ struct contender {
     std::function<void()> before = nullptr; // around each run, not measured
     std::function<void()> after = nullptr;
     double goal = 0; // most that the first contender may take, as a multiple of this one; 0: no goal
+    bool holds_platform = false; // the XML platform is up while it has its turn, whatever the contest does
 };
 
 struct contest {

@@ -13,6 +13,7 @@
 #include "documents.h"
 #include "parse_env_index_dictionary.h"
 #include "parse_ev_list.h"
+#include "uncommon_documents.h"
 #include "xml_platform.h"
 #include "zeb5_gige_descr.h"
 
@@ -36,9 +37,9 @@ void require(bool done, const std::string &name) {
     std::exit(1);
 }
 
-void count_memory_reading(const std::string &name, int channels, dialect form) {
+/// `text`: a document of so many channels.
+void count_memory_reading(const std::string &name, int channels, std::string text) {
     const auto records = static_cast<std::size_t>(channels);
-    std::string text = channel_document(channels, form);
     own_channels of_memory;
     count(name, records,
           [&] { require(parse_descr_list_read(text.data(), &of_memory.list, false, false) == 0, name); });
@@ -46,13 +47,21 @@ void count_memory_reading(const std::string &name, int channels, dialect form) {
 }
 
 void count_reading(const std::string &name, int channels, dialect form) {
-    count_memory_reading(name + "-memory", channels, form);
+    count_memory_reading(name + "-memory", channels, channel_document(channels, form));
     const auto records = static_cast<std::size_t>(channels);
     document_file file(channel_document(channels, form));
     own_channels of_file;
     count(name + "-file", records,
           [&] { require(parse_descr_list_readf(file.path(), &of_file.list, false, false) == 0, name); });
     count(name + "-file-bare", records, [&] { bare_scan_file(file.path()); });
+}
+
+void count_uncommon_reading(int channels) {
+    const auto some = [=](spelling how) { return spelled_document(channels, how, ONE_TEXT_OF_100); };
+    count_memory_reading("read-utf8", channels, some(UTF8));
+    count_memory_reading("read-latin1", channels, some(LATIN1));
+    count_memory_reading("read-references", channels, some(REFERENCES));
+    count_memory_reading("read-handed-over", channels, handed_over_document(channels, AT_ONCE));
 }
 
 void count_writing(const char *name, int channels, dialect form) {
@@ -99,12 +108,14 @@ int main(int argc, char **argv) {
     const xml_platform platform;
     if (argc == 2 && std::strcmp(argv[1], "growth") == 0) {
         for (const int channels : {10, 1000, 10000, 100000, 1000000})
-            count_memory_reading("read-" + std::to_string(channels), channels, CHANDESCRIPTIONS);
+            count_memory_reading("read-" + std::to_string(channels), channels,
+                                 channel_document(channels, CHANDESCRIPTIONS));
         return 0;
     }
     constexpr int channels = 2000;
     count_reading("read", channels, CHANDESCRIPTIONS);
     count_reading("read-daq", channels, DAQ_VARIABLES);
+    count_uncommon_reading(channels);
     count_writing("write", channels, CHANDESCRIPTIONS);
     count_writing("write-daq", channels, DAQ_VARIABLES);
     count_event_list(channels);

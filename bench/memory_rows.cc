@@ -1,3 +1,4 @@
+#include <bit>
 #include <functional>
 #include <memory>
 
@@ -19,12 +20,22 @@ struct measured_reader {
     double most_beyond;      // megabytes; 0: no goal
 };
 
-std::vector<measured_reader> all_readers() {
+constexpr double megabyte = 1 << 20;
+
+/// Megabytes of the table by which DAQvariables are looked up: a power of two of slots of eight bytes, at
+/// least half of them free. While it grows, the smaller table stands beside it, but then more than that is
+/// still to come of the records.
+double index_of_names(int channels) {
+    return 8.0 * std::bit_ceil(2U * static_cast<unsigned>(channels)) / megabyte;
+}
+
+std::vector<measured_reader> all_readers(double most_beyond) {
     const auto peer = [](const channel_peer &with) -> measured_reader {
         return {with.name, [&with](source &document, channel_list &list) { document.read_with(with, list); },
                 0, 0};
     };
-    return {{"this library", [](source &document, channel_list &list) { document.read(list); }, 3.01, 2},
+    return {{"this library", [](source &document, channel_list &list) { document.read(list); }, 3.01,
+             most_beyond},
             {"bare scan", [](source &document, channel_list &) { document.scan(); }, 0, 0},
             peer(libxml2_reader),
             peer(expat_reader),
@@ -42,14 +53,14 @@ memory_use measure(const measured_reader &reader, source &document, source &smal
         [&] { reader.read(document, records.list); });
 }
 
-constexpr double megabyte = 1 << 20;
 constexpr int small_channels = 10; // what a parser needs for itself is seen there, too, and taken off
 
 std::vector<table_row> read_memory(const std::string &title, int channels, dialect form) {
     source document(channels, form, FILE_ON_DISK);
     source small(small_channels, form, FILE_ON_DISK);
     std::vector<table_row> rows;
-    for (const measured_reader &reader : all_readers()) {
+    const double most_beyond = 0.5 + (form == DAQ_VARIABLES ? index_of_names(channels) : 0);
+    for (const measured_reader &reader : all_readers(most_beyond)) {
         const memory_use use = measure(reader, document, small);
         const memory_use small_use = measure(reader, small, small);
         const double allocations =
@@ -63,9 +74,9 @@ std::vector<table_row> read_memory(const std::string &title, int channels, diale
                         goal("<= %.2f", reader.most_allocations),
                         verdict(allocations, reader.most_allocations)});
         rows.push_back({title, name + ", malloc", format("%.2f MB beyond records", beyond), "", "",
-                        goal("<= %.0f", reader.most_beyond), verdict(beyond, reader.most_beyond)});
+                        goal("<= %.2f", reader.most_beyond), verdict(beyond, reader.most_beyond)});
         rows.push_back({title, name + ", process", format("%.2f MB beyond records", resident), "", "",
-                        goal("<= %.0f", reader.most_beyond), verdict(resident, reader.most_beyond)});
+                        goal("<= %.2f", reader.most_beyond), verdict(resident, reader.most_beyond)});
     }
     return rows;
 }
@@ -74,7 +85,7 @@ std::vector<table_row> read_memory(const std::string &title, int channels, diale
 
 std::vector<memory_rows> reading_memory_rows(run_size size) {
     const std::vector<int> sizes =
-        size == QUICK ? std::vector<int>{2000} : std::vector<int>{2000, 20000, 200000};
+        size == QUICK ? std::vector<int>{2000} : std::vector<int>{2000, 20000, 200000, 1000000};
     std::vector<memory_rows> rows;
     for (const dialect form : {CHANDESCRIPTIONS, DAQ_VARIABLES})
         for (const int channels : sizes)

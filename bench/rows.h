@@ -27,6 +27,7 @@ struct memory_rows {
 enum run_size { QUICK, FULL };
 
 std::vector<timed_rows> reading_rows(run_size size);
+std::vector<timed_rows> uncommon_rows(run_size size); // texts that are not ASCII, documents handed over
 std::vector<timed_rows> document_rows(run_size size); // event lists, dictionaries, camera files
 std::vector<timed_rows> writing_rows(run_size size);
 std::vector<timed_rows> look_up_rows(run_size size);

@@ -32,7 +32,7 @@ void xml_text::put_float(const element_tags &name, float number, const char *for
 }
 
 char *xml_text::copy_blocks(char *at, const char *from, const char *end) {
-    for (; from != end; from += block, at += block)
+    for (; from != end; from += block_bytes, at += block_bytes)
         if (const unsigned nuls = copy_block(at, from))
             return at + std::countr_zero(nuls);
     return at;

@@ -15,7 +15,7 @@
 #include <string>
 #include <string_view>
 
-#include <emmintrin.h>
+#include "text/byte_block.h"
 
 namespace zeb5 {
 
@@ -136,24 +136,23 @@ public:
 
 private:
     static constexpr std::size_t part_room = 8192;
-    static constexpr std::size_t block = sizeof(__m128i);
 
     static char *copy(char *at, const short_piece &piece) { return piece.copy_to(at); }
 
     /// The text of a fixed field; all of it when somebody has overwritten its end. In blocks this takes a
     /// quarter of the instructions of memccpy(); one block holds most texts.
     template <std::size_t N> static char *copy(char *at, const char (&field)[N]) {
-        static_assert(N % block == 0, "the last block would reach beyond the field");
+        static_assert(N % block_bytes == 0, "the last block would reach beyond the field");
         if (const unsigned nuls = copy_block(at, field))
             return at + std::countr_zero(nuls);
-        return copy_blocks(at + block, field + block, field + N);
+        return copy_blocks(at + block_bytes, field + block_bytes, field + N);
     }
 
     /// Copies a block; a bit for each of its bytes that is NUL.
     static unsigned copy_block(char *at, const char *from) {
-        const __m128i bytes = _mm_loadu_si128(reinterpret_cast<const __m128i *>(from));
-        _mm_storeu_si128(reinterpret_cast<__m128i *>(at), bytes);
-        return static_cast<unsigned>(_mm_movemask_epi8(_mm_cmpeq_epi8(bytes, _mm_setzero_si128())));
+        const byte_block bytes = load_block(from);
+        store_block(at, bytes);
+        return top_bits(bytes == byte_block{});
     }
     static char *copy_blocks(char *at, const char *from, const char *end);
 
