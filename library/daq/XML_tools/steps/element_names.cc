@@ -35,7 +35,7 @@ element_name *element_names::add(std::string_view name) {
         added.make_slow();
     added.row = find_row_ ? find_row_(name)
                           : reader_row{.acts_alone = true}; // the root goes to who chooses the reader
-    added.next = &names_[0];                                // a guess like any other
+    added.next = added.next_before = &names_[0];            // a guess like any other
     return &added;
 }
 

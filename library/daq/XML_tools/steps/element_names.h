@@ -33,7 +33,8 @@ struct element_name {
     unsigned quick_bits;    // one for each byte of the name; more than a block has for one that is not quick
     std::uint32_t length;
     reader_row row;
-    element_name *next; // the name of the start tag that followed this one last time
+    element_name *next;        // the name of the start tag that followed this one last time
+    element_name *next_before; // and another one that followed it earlier
     char bytes[most_bytes + 1];
 
     std::string_view text() const { return {bytes, length}; }
@@ -46,6 +47,24 @@ struct element_name {
     bool begins(const char *text) const { return std::memcmp(text, bytes, length) == 0; }
 
     void make_slow() { quick_bits = 1U << block_bytes; }
+
+    /// Notes the start tag that follows.
+    void set_next(element_name *name) {
+        if (next != name) {
+            next_before = next;
+            next = name;
+        }
+    }
+
+    /// The quick name that these bytes begin with, if it is one that followed before; else null.
+    element_name *next_at(const char *text) {
+        if (!next->quickly_begins(text)) {
+            if (!next_before->quickly_begins(text))
+                return nullptr;
+            set_next(next_before);
+        }
+        return next;
+    }
 };
 
 class element_names {

@@ -128,8 +128,9 @@ plain_token plain_scanner::scan_outside() {
 
 /// The entry of the name that stands at `at`; null when it is not plain.
 element_name *plain_scanner::name_at(const char *at) {
-    if (last_ && last_->next->quickly_begins(at) && !is_name_character(at[last_->next->length]))
-        return last_->next;
+    element_name *const guess = last_ ? last_->next_at(at) : nullptr;
+    if (guess && !is_name_character(at[guess->length]))
+        return guess;
     const char *const end = end_of_element_name(at);
     return end == at ? nullptr : names_.find({at, end});
 }
@@ -168,7 +169,7 @@ plain_token plain_scanner::scan_start_tag() {
         has_root_ = true;
         is_empty_ = is_empty;
         if (last_)
-            last_->next = name;
+            last_->set_next(name);
         last_ = element_ = name;
         if (!is_empty)
             *++open_ = name;

@@ -53,6 +53,9 @@ private:
     enum class outcome { DELIVERED, SILENT, STOPPED };
 
     bool take_usual_steps(step &taken);
+    const char *end_of_text(const char *at) const;
+    const char *end_of_blanks(const char *at) const;
+    const char *end_of_leaf(const char *at, const element_name &name, std::string_view &text) const;
     outcome take_rare_step(step &taken);
     outcome take_start(step &taken);
     outcome take_text(plain_token token, step &taken);
@@ -88,69 +91,89 @@ inline bool step_scanner::next_step(step &taken) {
 inline bool step_scanner::take_usual_steps(step &taken) {
     const char *at = at_;
     while (at < quick_limit_) {
-        if (*at == '<' && at[1] == '/') {
+        if (*at == '\n' && at[1] == '<') { // most white space
+            ++at;
+            is_held_ = false;
+        }
+        bool delivers;
+        std::string_view text;
+        if (*at != '<') {
+            const char *const end = *at > ' ' ? end_of_text(at) : end_of_blanks(at);
+            if (!end)
+                break;
+            delivers = *at > ' ' && is_held_ && last_->row.number != reader_row::none;
+            other_steps_ += *at > ' ' && is_held_;
+            is_held_ = false;
+            text = {at, end};
+            at = end;
+        } else if (at[1] == '/') {
             const element_name *const name = *open_;
             const char *const end = at + 2 + name->length;
             if (!name->quickly_begins(at + 2) || *end != '>')
                 break;
-            at = end + 1;
             --open_;
-            if (is_held_) {
-                is_held_ = false;
-                ++other_steps_;
-                if (name->row.acts_alone) {
-                    at_ = at;
-                    fill(taken);
-                    return true;
-                }
-            }
-        } else if (*at == '<') {
-            element_name *const name = last_->next;
-            const char *const end = at + 1 + name->length;
-            if (!name->quickly_begins(at + 1) || *end != '>' || open_ == &stack_.back())
-                break;
+            delivers = is_held_ && name->row.acts_alone;
+            other_steps_ += is_held_;
+            is_held_ = false;
             at = end + 1;
-            *++open_ = last_ = name;
-            is_held_ = true;
+        } else {
+            element_name *const name = last_->next_at(at + 1);
+            if (!name || at[1 + name->length] != '>' || open_ == &stack_.back())
+                break;
+            last_ = name;
             ++element_number_;
             attribute_count_ = 0;
-            if (name->row.acts_alone) {
-                at_ = at;
-                fill(taken);
-                return true;
-            }
-        } else if (*at > ' ') {
-            const char *end = skip_plain_text(at);
-            while (end < limit_ && (*end == '\n' || *end == '\t'))
-                end = skip_plain_text(end + 1);
-            if (end >= limit_ || *end != '<')
-                break;
-            const char *const text = at;
-            at = end;
-            if (is_held_) {
-                is_held_ = false;
+            at += name->length + 2;
+            if (const char *const behind = name->row.acts_alone ? nullptr : end_of_leaf(at, *name, text)) {
+                delivers = name->row.number != reader_row::none;
                 ++other_steps_;
-                if (last_->row.number != reader_row::none) {
-                    at_ = at;
-                    fill(taken, {text, end});
-                    return true;
-                }
+                is_held_ = false;
+                at = behind;
+            } else {
+                *++open_ = name;
+                delivers = name->row.acts_alone;
+                is_held_ = true;
             }
-        } else if (*at == '\n' && at[1] == '<') { // most white space
-            ++at;
-            is_held_ = false;
-        } else {
-            const char *end = at;
-            while (end < limit_ && (*end == '\n' || *end == ' ' || *end == '\t'))
-                ++end;
-            if (end >= limit_ || *end != '<')
-                break;
-            at = end;
-            is_held_ = false;
+        }
+        if (delivers) {
+            at_ = at;
+            fill(taken, text);
+            return true;
         }
     }
     at_ = at;
     return false;
+}
+
+/// The end of a text without references and the like; null when it is something else.
+inline const char *step_scanner::end_of_text(const char *at) const {
+    const char *end = skip_plain_text(at);
+    while (end < limit_ && (*end == '\n' || *end == '\t'))
+        end = skip_plain_text(end + 1);
+    return end < limit_ && *end == '<' ? end : nullptr;
+}
+
+/// The end of white space; null when a text begins with it.
+inline const char *step_scanner::end_of_blanks(const char *at) const {
+    while (at < limit_ && (*at == '\n' || *at == ' ' || *at == '\t'))
+        ++at;
+    return at < limit_ && *at == '<' ? at : nullptr;
+}
+
+/// Behind an element that has a text and no more, which is then in `text`; null when it is something else.
+/// `at` is behind its start tag.
+inline const char *step_scanner::end_of_leaf(const char *at, const element_name &name,
+                                             std::string_view &text) const {
+    if (*at <= ' ' || *at == '<')
+        return nullptr;
+    const char *const end = skip_plain_text(at);
+    if (end >= quick_limit_ || end[0] != '<' || end[1] != '/')
+        return nullptr;
+    const char *const behind = end + 2 + name.length;
+    if (!name.quickly_begins(end + 2) || *behind != '>')
+        return nullptr;
+    text = {at, end};
+    return behind + 1;
 }
 
 } // namespace zeb5
