@@ -106,7 +106,7 @@ scan_result scan_features(const char *path, std::vector<ZEB5GigEFeature *> &out)
                   : found.list.empty() ? lane_end::LEFT_AT_ONCE
                                        : lane_end::LEFT_MIDWAY);
     if (!is_plain)
-        return file.has_changed() ? scan_result::CHANGED : scan_result::NOT_PLAIN;
+        return file.is_open() && file.has_changed() ? scan_result::CHANGED : scan_result::NOT_PLAIN;
     clear_markers(found.list);
     out.swap(found.list); // Kept: what the caller's list held is not released; he may still use it
     found.list.clear();

@@ -33,7 +33,7 @@ bool file_document::start(std::optional<parser> &made) {
 }
 
 bool file_document::reports_change() const {
-    if (!file_ || !file_->has_changed())
+    if (!file_ || !file_->is_open() || !file_->has_changed())
         return false;
     std::cerr << "\nError at (file " << path_ << "): the file has changed while it was read" << std::endl;
     return true;
@@ -108,8 +108,9 @@ template <class Document> bool document_steps<Document>::hand_over() {
 /// Takes a step of the parser that delivers a tag, into its own strings.
 template <class Document> bool document_steps<Document>::take_parser_step() {
     do
-        if (parser_->parse(&parser_tag_, &parser_value_) != 0) {
-            document_.reports_change();
+        if (const int result = parser_->parse(&parser_tag_, &parser_value_); result != 0) {
+            if (result > 0)
+                document_.reports_change(); // which may be the reason
             return false;
         }
     while (!parser_tag_);

@@ -51,9 +51,12 @@ long plain_file::read(char *to, std::size_t count, std::size_t offset) const {
     do
         got = pread(fd_, to, count, static_cast<off_t>(offset));
     while (got < 0 && errno == EINTR);
+    return has_changed() ? -1 : got;
+}
+
+bool plain_file::has_changed() const {
     struct stat now;
-    has_changed_ |= fstat(fd_, &now) == 0 && !is_same_content(now, status_);
-    return has_changed_ ? -1 : got;
+    return fstat(fd_, &now) == 0 && !is_same_content(now, status_);
 }
 
 } // namespace zeb5

@@ -27,14 +27,13 @@ public:
     /// they cannot be read or the file has changed.
     long read(char *to, std::size_t count, std::size_t offset) const;
 
-    /// Whether a reading found that somebody has written to the file since it was opened: what was read until
-    /// then may be parts of two documents.
-    bool has_changed() const { return has_changed_; }
+    /// Whether somebody has written to the file since it was opened: what was read may then be parts of two
+    /// documents. A change that keeps the size within one tick of the file system's clock is not seen.
+    bool has_changed() const;
 
 private:
     int fd_ = -1;
     struct stat status_ = {};
-    mutable bool has_changed_ = false;
 };
 
 } // namespace zeb5

@@ -1,0 +1,272 @@
+/// Which documents the scanner reads to their end, which it leaves midway and which at once; and that a
+/// reader cannot tell: steps, attributes and reports are those of the XML library.
+
+#include <cstdlib>
+#include <string>
+
+#include <gtest/gtest.h>
+
+#include "lane_steps.h"
+
+namespace {
+
+using zeb5::lane_end;
+
+std::string repeated(const std::string &what, std::size_t times) {
+    std::string all;
+    while (times-- > 0)
+        all += what;
+    return all;
+}
+
+/// Reads it both ways, from memory and from a file, and expects the same; returns what became of it in the
+/// lane.
+lane_end end_of(const std::string &document) {
+    std::optional<lane_end> ends[2];
+    for (const reader_form form : both_readers) {
+        if (form == READ_MEMORY && document.find('\0') != document.npos)
+            continue; // a text in memory ends there
+        const steps_seen seen = lane_steps(form, WITH_LANE, document);
+        const steps_seen other_way = lane_steps(form, WITHOUT_LANE, document);
+        EXPECT_EQ(seen, other_way) << reader_name(form) << ": " << document.substr(0, 300);
+        EXPECT_EQ(other_way.lane, lane_end::LEFT_AT_ONCE);
+        ends[form] = seen.lane;
+    }
+    const lane_end of_file = ends[READ_FILE].value_or(lane_end::LEFT_AT_ONCE);
+    EXPECT_EQ(ends[READ_MEMORY].value_or(of_file), of_file) << document.substr(0, 300);
+    return of_file;
+}
+
+void expect_end(lane_end expected, const std::string &document) {
+    EXPECT_EQ(static_cast<int>(end_of(document)), static_cast<int>(expected)) << document.substr(0, 300);
+}
+
+TEST(DocumentSteps, OfPlainDocumentsComeFromTheScanner) {
+    const std::string documents[] = {
+        "<r/>",
+        "<r></r>",
+        "<r a='1'/>",
+        " \t\r\n<r>x</r> \n<!-- c --><?p?>\r\n",
+        "<!-- c --><?p i?><r/>",
+        "\xEF\xBB\xBF<r>\xC3\xA4</r>",
+        "\xEF\xBB\xBF<?xml version='1.0' encoding='utf-8'?><r/>",
+        "<?xml version=\"1.0\" encoding=\"ISO-8859-1\" ?>\n<r>\xE4\xF6\x80\x9F</r>",
+        "<?xml version='1.0' encoding='US-ASCII' standalone='yes'?><r>x</r>",
+        "<r><a>x</a><b>y</b><a>z</a></r>",
+        "<r><a>\xC3\xA4 \xE2\x82\xAC \xF0\x9F\x98\x80</a></r>",
+        "<r><a b='&lt;&#x20AC;\xC3\xA4' a=\"'\t\n\r\n\r'\" id = '1' >x</a></r>",
+        "<r><a>&amp;&lt;&gt;&apos;&quot;&#65;&#x42;&#x10FFFF;</a></r>",
+        "<r><a>x&amp;y</a><b> &amp;y</b><c>y&#32;</c><d>&#13;</d><e>&#13;&#10;</e><f>x&#9;y&#9;</f></r>",
+        "<r><a><![CDATA[<&]>]]]]></a><b><![CDATA[]]></b><c><![CDATA[ ]]></c><d>x<![CDATA[y]]>z</d></r>",
+        "<r><a><![CDATA[\r\n\r\xC3\xA4]]></a><b>\r</b><c>x\ry\r\nz\r\r\n</c></r>",
+        "<r><!----><a><!-- c -->x<!-- d --></a><?p?><b><?q i ? >?></b></r>",
+        "<r><a>]</a><b>]]</b><c>]] ></c><d>></d><e>]&gt;]]&gt;</e></r>",
+        "<r><a>x\ny</a><b>\nx</b><c>x\n</c><d>\tx</d><e>  </e></r>",
+        "<r><a ></a ><b\n/><c\t></c\n></r>",
+        "<r><r><r>x</r></r><r/></r>",
+        "<r><a_name_of_more_than_16_b>x</a_name_of_more_than_16_b><a_name_of_16_byt>x</a_name_of_16_byt></r>",
+        "<r><a/><ab/><a>1</a><ab>2</ab><abc>3</abc><a b='1'/><ab b='2'/></r>",
+        "<:><_/><a:b.c-9_/></:>",
+    };
+    for (const std::string &document : documents)
+        expect_end(lane_end::FINISHED, document);
+}
+
+TEST(DocumentSteps, ComeFromTheXmlLibraryAtOnceWhereTheBeginningIsNotPlain) {
+    using namespace std::string_literals;
+    const std::string documents[] = {
+        "",
+        " ",
+        "x",
+        "<",
+        "<r",
+        "<!DOCTYPE r><r>x</r>",
+        "<!DOCTYPE r [<!ENTITY e 'x'>]><r>&e;</r>",
+        "<?xml version='1.1'?><r/>",
+        "<?xml version='1.0' encoding='UTF-16'?><r/>",
+        "<?xml version='1.0' encoding='KOI8-R'?><r/>",
+        "<?xml version='1.0' encoding='US-ASCII'?><r>\xE4</r>",
+        "<?xml version='1.0' encoding='windows-1252'?><r>\x80</r>",
+        "\xEF\xBB\xBF<?xml version='1.0' encoding='ISO-8859-1'?><r/>",
+        "\xFF\xFE<\0r\0/\0>\0"s,
+        "<\0r\0/\0>\0"s,
+        "\0<r/>"s,
+        "<r/>\xC3",
+        "<r>\xC3</r>",
+        "<r>\xC0\x80</r>",
+        "<r>\xED\xA0\x80</r>",
+        "<r>\xEF\xBF\xBF</r>",
+        "<r>\xF4\x90\x80\x80</r>",
+        "<r>\xF7\xBF\xBF\xBF</r>",
+        "<\xC3\xA4/>",
+        "<?xml-stylesheet href='x'?><r/>",
+        "<?XML?><r/>",
+        " <?xml version='1.0'?><r/>",
+        "<!-- -- --><r/>",
+        "<r a='1' a='2'/>",
+        "<r a='<'/>",
+        "<r a=1/>",
+        "<r a='1'b='2'/>",
+        "<r/>x",
+        "<r/><r/>",
+        "<r/>&#32;",
+        "<r/><![CDATA[ ]]>",
+        "<r/>\0"s,
+        "<r/>\0 <!-- "s,
+        "<" + std::string(32, 'n') + "/>",
+        "<r " + repeated("a='1' ", 1) + repeated("b='1' ", 2) + "/>",
+    };
+    for (const std::string &document : documents)
+        expect_end(lane_end::LEFT_AT_ONCE, document);
+}
+
+TEST(DocumentSteps, GoOnWithTheXmlLibraryWhereTheScannerLeaves) {
+    using namespace std::string_literals;
+    const char *const rests[] = {
+        "</r>x",
+        "</r><a/>",
+        "</R>",
+        "<a>",
+        "<a></b></r>",
+        "<a>x</a b='1'></r>",
+        "<a>x</ a></r>",
+        "<a / ></r>",
+        "<1/></r>",
+        "<a>&e;</a></r>",
+        "<a>&amp</a></r>",
+        "<a>&</a></r>",
+        "<a>&#;</a></r>",
+        "<a>&#x;</a></r>",
+        "<a>&#X41;</a></r>",
+        "<a>&#0;</a></r>",
+        "<a>&#xFFFE;</a></r>",
+        "<a>&#xD800;</a></r>",
+        "<a>&#x110000;</a></r>",
+        "<a>&#99999999999;</a></r>",
+        "<a>&#1114112;</a></r>",
+        "<a b='&e;'/></r>",
+        "<a b='&#1;'/></r>",
+        "<a b='\x01'/></r>",
+        "<a>]]></a></r>",
+        "<a>x]]]></a></r>",
+        "<a>\x01</a></r>",
+        "<a>x\x0B</a></r>",
+        "<!-- -- --></r>",
+        "<!-- --->",
+        "<!-- \x02 --></r>",
+        "<!-></r>",
+        "<!x></r>",
+        "<![CDATA[x]]</r>",
+        "<![CDATA[\x1F]]></r>",
+        "<![cdata[x]]></r>",
+        "<?x?></r>",
+        "<?xml version='1.0'?></r>",
+        "<? p?></r>",
+        "<?p\x01?></r>",
+        "<?p/?></r>",
+        "<?p",
+        "<a b></a></r>",
+        "<a b='1'",
+        "<a><!-- c -->x<b",
+        "<\xC3\xA4/></r>",
+        "<a \xC3\xA4='1'/></r>",
+    };
+    for (const std::string rest : rests)
+        for (const char *const before :
+             {"<r>", "<r><A>1</A>\n", "<r><A>1</A><B a='2'/>text<A/>\n <!-- c -->"})
+            expect_end(lane_end::LEFT_MIDWAY, before + rest);
+}
+
+// What a document may need of the scanner at most
+
+TEST(DocumentSteps, OfDocumentsThatAreTooMuchForTheScannerComeFromTheXmlLibrary) {
+    const auto nested = [](std::size_t depth) { return repeated("<a>", depth) + repeated("</a>", depth); };
+    const auto named = [](int names) {
+        std::string all = "<r>";
+        for (int i = 1; i < names; ++i)
+            all += "<n" + std::to_string(i) + "/>";
+        return all + "</r>";
+    };
+    const auto attributed = [](int attributes) {
+        std::string all = "<r><a";
+        for (int i = 0; i < attributes; ++i)
+            all += " a" + std::to_string(i) + "='1'";
+        return all + "/></r>";
+    };
+    const auto name_of = [](std::size_t bytes) { return "<r><" + std::string(bytes, 'n') + "/></r>"; };
+    expect_end(lane_end::FINISHED, nested(64));
+    expect_end(lane_end::LEFT_MIDWAY, nested(65));
+    expect_end(lane_end::FINISHED, named(128));
+    expect_end(lane_end::LEFT_MIDWAY, named(129));
+    expect_end(lane_end::FINISHED, attributed(16));
+    expect_end(lane_end::LEFT_MIDWAY, attributed(17));
+    expect_end(lane_end::FINISHED, name_of(31));
+    expect_end(lane_end::LEFT_MIDWAY, name_of(32));
+}
+
+TEST(DocumentSteps, OfTokensThatAreTooLongComeFromTheXmlLibrary) {
+    const struct {
+        const char *before, *behind;
+    } tokens[] = {{"<a>", "</a>"}, {"<a b='", "'/>"},           {"<!--", "-->"},
+                  {"<?p ", "?>"},  {"<a><![CDATA[", "]]></a>"}, {"<a", "/>"},
+                  {"", ""}};
+    for (const auto &token : tokens)
+        for (const std::size_t bytes : {60'000u, 300'000u, 1'200'000u}) {
+            const char filler = *token.before == '\0' || token.before == std::string("<a") ? ' ' : 'x';
+            const std::string document = "<r><b>1</b>" + std::string(token.before) +
+                                         std::string(bytes, filler) + token.behind + "<b>2</b></r>";
+            expect_end(bytes == 60'000 ? lane_end::FINISHED : lane_end::LEFT_MIDWAY, document);
+        }
+}
+
+// A document is read in parts
+
+/// A document with every kind of token, which is plain.
+std::string of_all_kinds() {
+    return "<?xml "
+           "version='1.0'?>\n<r><CHANNEL>\n<PROP>A.LONG.NAME/WITH/SEVERAL/PARTS</PROP><NAME>short</NAME>\n"
+           "<EVTYPE>4</EVTYPE><DIM>0\n<DIM_NAME>x</DIM_NAME></DIM></CHANNEL><a b='1' id=\"&lt;2\">t&amp;u</a>"
+           "<!-- a comment -->\n  <?p i?><b/><c><![CDATA[c]]></c>\r\n<d>text\r\nof lines</d><e></e>"
+           "<a_name_of_more_than_16_b bit='7'>x</a_name_of_more_than_16_b></r>\n<!-- end -->";
+}
+
+TEST(DocumentSteps, AreTheSameWhereverAPartEnds) {
+    for (std::size_t shift = 0; shift < 70; ++shift)
+        for (const std::size_t part : {std::size_t{24}, std::size_t{48}, std::size_t{100}}) {
+            const way_in_use restored(WITH_LANE);
+            zeb5::lane.part = part;
+            zeb5::lane.look_ahead = 64;
+            zeb5::lane.most_token = 128;
+            std::string document = of_all_kinds();
+            document.insert(document.find("<CHANNEL>"), shift, ' ');
+            expect_end(lane_end::FINISHED, document);
+        }
+}
+
+TEST(DocumentSteps, OfLargeDocumentsAreTheSame) {
+    std::string channels;
+    for (int i = 0; i < 3000; ++i)
+        channels += "<CHANNEL>\n<PROP>ORVIN.DIAG/BPM/" + std::to_string(i * 7919) +
+                    "/X</PROP><EVTYPE>4</EVTYPE>" +
+                    (i % 50 == 0 ? "<UNITS>\xC2\xB5m</UNITS><DESC>x &lt; y</DESC>" : "") + "</CHANNEL>\n";
+    for (std::size_t shift = 0; shift < 3; ++shift)
+        expect_end(lane_end::FINISHED,
+                   std::string(shift, '\n') + "<CHANDESCRIPTIONS>" + channels + "</CHANDESCRIPTIONS>");
+    expect_end(lane_end::LEFT_MIDWAY, "<CHANDESCRIPTIONS>" + channels + "<a>&e;</a></CHANDESCRIPTIONS>");
+    expect_end(lane_end::LEFT_MIDWAY, "<CHANDESCRIPTIONS>" + channels);
+}
+
+/// The XML library reports a byte that is no character when it decodes it, which is before the steps in front
+/// of it.
+TEST(DocumentSteps, AreNotDeliveredThatTheXmlLibraryWouldNotHaveReached) {
+    const std::string channels = repeated("<A>1</A>\n", 8000);
+    for (const char *const bad : {"\xFF", "\xC3", "\xE2\x82", "\xED\xA0\x80"})
+        for (const std::size_t ahead :
+             {0u, 20u, 200u, 16'000u, 16'400u, 40'000u, 49'000u, 49'200u, 65'000u, 66'000u, 71'000u}) {
+            std::string document = "<r>" + channels + "</r>";
+            document.insert(document.size() - 4 - ahead, bad);
+            end_of(document);
+        }
+}
+
+} // namespace
