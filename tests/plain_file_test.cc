@@ -84,6 +84,7 @@ struct changed_reading {
 template <class Change> changed_reading read_changing(const std::string &document, Change change) {
     const temporary_file file(document);
     std::string path = file.path();
+    const way_in_use used(WITH_LANE);
     changed_reading seen;
     seen.streams = capture([&] {
         zeb5::document_steps<zeb5::file_document> steps(path.data());

@@ -21,12 +21,16 @@
 #include "capture.h"
 #include "channel_records.h"
 #include "descr_extractor.h"
+#include "parse_env_index_dictionary.h"
+#include "parse_ev_list.h"
 #include "sax_sources.h"
+#include "zeb5_gige_descr.h"
 
 namespace {
 
 int initialized = 0; // calls that were passed on
 int terminated = 0;
+int went_down = 0; // calls that ended the platform
 enum { passing_on, refusing, out_of_memory, breaking } platform = passing_on;
 bool has_no_umlauts = false;
 
@@ -58,6 +62,7 @@ void XMLPlatformUtils::Initialize(const char *const locale, const char *const nl
 void XMLPlatformUtils::Terminate() {
     ++terminated;
     real(Terminate)();
+    went_down += fgTransService == nullptr;
 }
 
 char *XMLString::transcode(const XMLCh *const text, MemoryManager *const memory_manager) {
@@ -215,6 +220,83 @@ TEST(CountedPlatform, IsTakenOnceAndGivenBackOnceByEveryReader) {
     });
     EXPECT_EQ(initialized, 4);
     EXPECT_EQ(terminated, 4);
+}
+
+// Plain documents need no platform, once it was asked whether texts may be taken as they stand
+
+char plain_channels[] = "<CHANDESCRIPTIONS><CHANNEL><PROP>A</PROP></CHANNEL></CHANDESCRIPTIONS>";
+
+/// The platform that was asked has gone again.
+void ask_the_platform() {
+    channel_list list;
+    EXPECT_EQ(parse_descr_list_read(plain_channels, &list.records, true, true), 0);
+    initialized = terminated = went_down = 0;
+}
+
+TEST(PlainDocuments, DoNotStartThePlatform) {
+    ask_the_platform();
+    const temporary_file file(plain_channels), camera("<Integer Name='a'/>");
+    std::string path = file.path(), camera_path = camera.path();
+    char events[] = "<BMR/>", dictionary[] = "<ENVINDEXDICT/>";
+    std::vector<char *> sources{plain_channels, plain_channels};
+    channel_list list;
+    std::vector<zeb5_ev_entry *> entries;
+    std::vector<zeb5_env_index_dictionary_entry *> records;
+    std::vector<ZEB5GigEFeature *> features;
+    descr_extractor extractor;
+    extractor.set_mode(EXTR_FROM_XML);
+    EXPECT_EQ(parse_descr_list_read(plain_channels, &list.records, true, true), 0);
+    EXPECT_EQ(parse_descr_list_readf(path.data(), &list.records, true, true), 0);
+    EXPECT_EQ(zeb5_parse_ev_list_read(events, &entries), 0);
+    EXPECT_EQ(parse_env_index_dict_list_read(dictionary, &records), 0);
+    EXPECT_FALSE(zeb5_fill_gige_descr(camera_path.data(), &features));
+    EXPECT_FALSE(extractor.get_descriptions(&sources, nullptr, &list.records, false));
+    EXPECT_EQ(features.size(), 1u);
+    zeb5_clean_gige_descr(&features);
+    EXPECT_EQ(initialized, 0);
+    EXPECT_EQ(terminated, 0);
+}
+
+TEST(PlainDocuments, NeedThePlatformForTextsBeyondAscii) {
+    ask_the_platform();
+    char text[] =
+        "<CHANDESCRIPTIONS><CHANNEL><PROP>\xC3\xA4</PROP><NAME>\xC3\xB6</NAME></CHANNEL></CHANDESCRIPTIONS>";
+    channel_list list;
+    EXPECT_EQ(parse_descr_list_read(text, &list.records, true, true), 0);
+    EXPECT_STREQ(list.records.at(0)->prop_name, "\xC3\xA4");
+    EXPECT_EQ(initialized, 1);
+    EXPECT_EQ(terminated, 1);
+}
+
+TEST(PlainDocuments, ThatCannotBeHandedOverAreReadUpToThere) {
+    ask_the_platform();
+    for (const char *rest : {"&e;", "<CHANNEL><PROP>\xC3\xA4</PROP></CHANNEL>"}) {
+        std::string text =
+            std::string("<CHANDESCRIPTIONS><CHANNEL><PROP>A</PROP></CHANNEL>") + rest + "</CHANDESCRIPTIONS>";
+        channel_list list;
+        const xml_platform up; // as the message of an exception needs it
+        platform = refusing;
+        const captured streams =
+            capture([&] { EXPECT_EQ(parse_descr_list_read(text.data(), &list.records, true, true), 1); });
+        platform = passing_on;
+        EXPECT_EQ(streams.err, refusal);
+        ASSERT_EQ(list.records.size(), 1u);
+        EXPECT_STREQ(list.records[0]->prop_name, "A");
+    }
+}
+
+TEST(PlainDocuments, LeaveAnExtractorsPlatformToTheSourcesThatNeedIt) {
+    ask_the_platform();
+    char declared[] = "<!DOCTYPE CHANDESCRIPTIONS><CHANDESCRIPTIONS/>";
+    std::vector<char *> sources{plain_channels, declared, plain_channels, declared, declared};
+    channel_list list;
+    descr_extractor extractor;
+    extractor.set_mode(EXTR_FROM_XML);
+    int total = 0;
+    EXPECT_FALSE(extractor.get_descriptions(&sources, &total, &list.records, false));
+    EXPECT_EQ(total, 5);
+    EXPECT_EQ(went_down, 1) << "the first one keeps it up for those behind";
+    EXPECT_EQ(initialized, terminated);
 }
 
 // Transcoders of other systems have none for some characters
