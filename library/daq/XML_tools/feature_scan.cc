@@ -52,7 +52,7 @@ private:
             collector_.take_element(scanner_.element().row.number);
             return take_attributes();
         case plain_token::TEXT:
-            return set(collector_.field_for_text(), scanner_.text(), &plain_text::content);
+            return take_text();
         case plain_token::END:
         case plain_token::CDATA:
         case plain_token::ASIDE:
@@ -64,21 +64,24 @@ private:
 
     bool take_attributes() {
         for (const raw_attribute &attribute : scanner_.attributes()) {
-            if (attribute.name == Attributes[ATTRIBUTE_NAME]) {
-                if (!set(collector_.field_for_name(), attribute.value, &plain_text::attribute))
+            if (attribute.name != Attributes[ATTRIBUTE_NAME]) {
+                if (!other_attributes_.find(attribute.name))
+                    return false; // the DOM parser has a limit of such names
+            } else if (std::string *const field = collector_.field_for_name()) {
+                const auto name = text_.attribute(attribute.value, scanner_.encoding());
+                if (!name)
                     return false;
-            } else if (!other_attributes_.find(attribute.name)) {
-                return false; // the DOM parser has a limit of such names
+                *field = *name;
             }
         }
         return true;
     }
 
-    /// Returns false when the text is not plain.
-    template <class Read> bool set(std::string *field, const raw_text &raw, Read read) {
+    bool take_text() {
+        std::string *const field = collector_.field_for_text();
         if (!field)
             return true;
-        const auto text = (text_.*read)(raw, scanner_.encoding());
+        const auto text = text_.content(scanner_.text(), scanner_.encoding());
         if (text)
             *field = *text;
         return text.has_value();

@@ -116,14 +116,14 @@ plain_token plain_scanner::scan() {
 plain_token plain_scanner::scan_outside() {
     at_ = skip_space(at_, limit_);
     if (at_ >= limit_)
-        return has_root_ && window_.is_at_end() ? plain_token::FINISHED : plain_token::MORE;
+        return last_ && window_.is_at_end() ? plain_token::FINISHED : plain_token::MORE;
     if (*at_ != '<')
         return plain_token::NOT_PLAIN;
     if (at_[1] == '!')
         return scan_comment();
     if (at_[1] == '?')
         return scan_instruction();
-    return has_root_ ? plain_token::NOT_PLAIN : scan_start_tag();
+    return last_ ? plain_token::NOT_PLAIN : scan_start_tag(); // there is one root
 }
 
 /// The entry of the name that stands at `at`; null when it is not plain.
@@ -137,44 +137,48 @@ element_name *plain_scanner::name_at(const char *at) {
 
 plain_token plain_scanner::scan_start_tag() {
     element_name *const name = name_at(at_ + 1);
-    if (!name)
+    if (!name || open_ == &stack_.back())
         return plain_token::NOT_PLAIN;
+    const char *const end = scan_attributes(at_ + 1 + name->length);
+    if (!end)
+        return plain_token::NOT_PLAIN;
+    const bool is_empty = *end == '/';
+    if (end < limit_ && is_empty && end[1] != '>')
+        return plain_token::NOT_PLAIN;
+    const plain_token token = take(plain_token::START, end + 1 + is_empty);
+    if (token == plain_token::START)
+        begin_element(name, is_empty);
+    return token;
+}
+
+void plain_scanner::begin_element(element_name *name, bool is_empty) {
+    if (last_)
+        last_->set_next(name);
+    else
+        name->make_slow(); // what follows the end of the root has to be looked at
+    last_ = element_ = name;
+    is_empty_ = is_empty;
+    if (!is_empty)
+        *++open_ = name;
+}
+
+/// Notes all attributes. Returns where the tag ends, at its '>' or '/', null when one is not plain, and the
+/// limit when the tag goes on there.
+const char *plain_scanner::scan_attributes(const char *at) {
     attribute_count_ = 0;
-    const char *at = at_ + 1 + name->length;
     while (*at != '>' && *at != '/') {
         const char *const next = skip_space(at, limit_);
         if (next >= limit_)
-            return plain_token::MORE;
-        if (*next == '>' || *next == '/') {
-            at = next;
-        } else {
-            if (next == at || attribute_count_ == most_attributes)
-                return plain_token::NOT_PLAIN;
-            at = scan_attribute(next);
-            if (!at)
-                return plain_token::NOT_PLAIN;
-            if (at >= limit_)
-                return plain_token::MORE;
-        }
+            return limit_;
+        if (*next == '>' || *next == '/')
+            return next;
+        if (next == at || attribute_count_ == most_attributes)
+            return nullptr;
+        at = scan_attribute(next);
+        if (!at || at >= limit_)
+            return at;
     }
-    const bool is_empty = *at == '/';
-    if (is_empty && *++at != '>')
-        return plain_token::NOT_PLAIN;
-    if (open_ == &stack_.back())
-        return plain_token::NOT_PLAIN;
-    const plain_token token = take(plain_token::START, at + 1);
-    if (token == plain_token::START) {
-        if (!has_root_)
-            name->make_slow(); // what follows its end has to be looked at
-        has_root_ = true;
-        is_empty_ = is_empty;
-        if (last_)
-            last_->set_next(name);
-        last_ = element_ = name;
-        if (!is_empty)
-            *++open_ = name;
-    }
-    return token;
+    return at;
 }
 
 /// Notes an attribute. Returns its end, null when it is not plain, and a place behind the limit when it goes
@@ -244,26 +248,29 @@ plain_token plain_scanner::scan_end_tag() {
 
 plain_token plain_scanner::scan_text() {
     raw_text text{at_, skip_indentation(at_), false, false, false};
-    for (const char *&at = text.end;
-         at < limit_ && *at != '<' && (at = skip_plain_text(at)) < limit_ && *at != '<';) {
+    const char *&at = text.end;
+    if (*at != '<')
+        at = skip_plain_text(at);
+    while (at < limit_ && *at != '<') {
         if (*at == '&') {
             char32_t character;
             text.has_references = true;
             at = read_reference(at, character);
             if (!at)
                 return plain_token::NOT_PLAIN;
-            continue;
+        } else {
+            if (is_forbidden(*at) || (*at == ']' && begins(at, "]]>")))
+                return plain_token::NOT_PLAIN;
+            text.has_line_ends |= *at == '\r';
+            text.has_wide |= *at < 0;
+            ++at;
         }
-        if (is_forbidden(*at) || (*at == ']' && begins(at, "]]>")))
-            return plain_token::NOT_PLAIN;
-        text.has_line_ends |= *at == '\r';
-        text.has_wide |= *at < 0;
-        ++at;
+        at = skip_plain_text(at);
     }
-    if (text.end >= limit_)
+    if (at >= limit_)
         return plain_token::MORE;
     text_ = text;
-    return take(plain_token::TEXT, text.end);
+    return take(plain_token::TEXT, at);
 }
 
 plain_token plain_scanner::scan_cdata() {

@@ -113,11 +113,12 @@ private:
     plain_token scan_instruction();
     plain_token take(plain_token token, const char *end);
     element_name *name_at(const char *at);
+    const char *scan_attributes(const char *at);
     const char *scan_attribute(const char *at);
+    void begin_element(element_name *name, bool is_empty);
 
     plain_window &window_;
     plain_encoding encoding_ = plain_encoding::UTF_8;
-    bool has_root_ = false;
     bool is_empty_ = false;
     element_name *element_ = nullptr;
     raw_text text_{};
