@@ -126,14 +126,13 @@ private:
     }
 
     void set(std::string &field, const XMLCh *text) {
-        if (const char *narrow = narrower_.narrow(text, XMLString::stringLen(text), buffer_))
-            field.assign(narrow, buffer_.size());
+        if (const auto narrow = narrower_.narrow(text, XMLString::stringLen(text)))
+            field = *narrow;
     }
 
     feature_vector &out_;
     ZEB5GigEFeature *current_; // the last of `out_`
     zeb5::narrower narrower_;
-    zeb5::narrow_buffer buffer_;
 };
 
 /// One list of nodes and how far the walk has come in it.
@@ -232,7 +231,7 @@ struct unreadable_file {};
 std::unique_ptr<XercesDOMParser> parse_file(const char *file_name) {
     error_watch errors; // outlives the parse, not the parser: only a parse reports
     try {
-        auto parser = zeb5::create_parser<zeb5::bounded_parser<XercesDOMParser>>(XercesDOMParser::Val_Never);
+        auto parser = zeb5::create_parser<XercesDOMParser>(XercesDOMParser::Val_Never);
         parser->setErrorHandler(&errors);
         parser->setCreateEntityReferenceNodes(false);
         if (const auto source = parser->files.source_of(file_name))
