@@ -12,6 +12,7 @@
 
 #include "read_apart.h"
 #include "sanitized.h"
+#include "xml_platform.h"
 
 namespace {
 

@@ -8,6 +8,8 @@
 #include <xercesc/util/XMLString.hpp>
 
 #include "descr_readers.h"
+#include "narrow_text.h"
+#include "xml_platform.h"
 
 XERCES_CPP_NAMESPACE_BEGIN
 
@@ -38,6 +40,13 @@ TEST(LocalCode, IsThatOfEveryText) {
         EXPECT_STREQ(list.records[1]->prop_name, "\\?");
         EXPECT_STREQ(list.records[1]->daq_name, "plain");
     }
+}
+
+TEST(LocalCode, IsThatOfATextForItself) {
+    const xml_platform platform;
+    zeb5::narrower narrower;
+    EXPECT_EQ(narrower.narrow(u"x\\y", 3), "x?y");
+    EXPECT_STREQ(zeb5::transcoded(zeb5::narrow(u"x\\y", 3)).get(), "x?y");
 }
 
 } // namespace

@@ -33,11 +33,28 @@ const narrow_case narrow_cases[] = {
 TEST(NarrowText, EndsWhereTheTextDoesWhateverItsLengthIsSaidToBe) {
     const xml_platform platform;
     zeb5::narrower narrower;
-    zeb5::narrow_buffer buffer;
     for (const narrow_case &c : narrow_cases) {
-        EXPECT_EQ(narrower.narrow(c.text.c_str(), c.length, buffer), c.narrow);
-        EXPECT_EQ(buffer.size(), c.narrow.size()) << c.narrow;
+        EXPECT_EQ(narrower.narrow(c.text.c_str(), c.length), c.narrow);
+        EXPECT_STREQ(zeb5::transcoded(zeb5::narrow(c.text.c_str(), c.length)).get(), c.narrow.c_str());
     }
+}
+
+/// Characters around the last of ASCII, and such as have one of its codes in a half of them.
+constexpr char16_t characters[] = {u'\x01',   u'\x7e',   u'\x7f',   u'\u0080', u'\u0081', u'\u00ff',
+                                   u'\u0100', u'\u0141', u'\u2020', u'\u4100', u'\uff41', u'\ufffd'};
+
+TEST(NarrowText, IsThatOfTheTranscoderWhereverACharacterIsNotAscii) {
+    const xml_platform platform;
+    zeb5::narrower narrower;
+    for (const std::size_t length : {1, 2, 3, 7, 8, 9, 15, 16, 17, 31, 40})
+        for (std::size_t place = 0; place < length; ++place)
+            for (const char16_t character : characters) {
+                std::u16string text(length, u'x');
+                text[place] = character;
+                const std::string expected = zeb5::transcode(text.c_str()).get();
+                EXPECT_EQ(narrower.narrow(text.c_str(), length), expected);
+                EXPECT_EQ(zeb5::transcoded(zeb5::narrow(text.c_str(), length)).get(), expected);
+            }
 }
 
 } // namespace

@@ -21,6 +21,7 @@
 #include "capture.h"
 #include "channel_records.h"
 #include "descr_extractor.h"
+#include "local_code.h"
 #include "parse_env_index_dictionary.h"
 #include "parse_ev_list.h"
 #include "sax_sources.h"
@@ -86,6 +87,12 @@ protected:
 
     xml_platform up;
 };
+
+/// The library asks once in a process whether the local code keeps ASCII, and starts the platform for that.
+void ask_for_the_local_code() {
+    EXPECT_TRUE(zeb5::local_code_keeps_ascii());
+    initialized = terminated = went_down = 0;
+}
 
 const char refusal[] = "Error during initialization! Message:\nparsing in progress\n";
 
@@ -157,6 +164,7 @@ TEST_F(RefusingPlatform, ServesTheNextReaderOnceItComesUp) {
     char text[] = "<r>x</r>";
     capture([&] { EXPECT_FALSE(SAX_Memory_Parser(text).init_ok()); });
     platform = passing_on;
+    ask_for_the_local_code();
     {
         SAX_Memory_Parser parser(text);
         EXPECT_TRUE(parser.init_ok());
@@ -199,7 +207,7 @@ TEST(BrokenPlatform, IsNotTriedAgain) {
 }
 
 TEST(CountedPlatform, IsTakenOnceAndGivenBackOnceByEveryReader) {
-    initialized = terminated = 0;
+    ask_for_the_local_code();
     char text[] = "<r>x</r>", cut[] = "<r>", path[] = "/nowhere/none.xml";
     {
         SAX_Memory_Parser good(text);
@@ -226,15 +234,8 @@ TEST(CountedPlatform, IsTakenOnceAndGivenBackOnceByEveryReader) {
 
 char plain_channels[] = "<CHANDESCRIPTIONS><CHANNEL><PROP>A</PROP></CHANNEL></CHANDESCRIPTIONS>";
 
-/// The platform that was asked has gone again.
-void ask_the_platform() {
-    channel_list list;
-    EXPECT_EQ(parse_descr_list_read(plain_channels, &list.records, true, true), 0);
-    initialized = terminated = went_down = 0;
-}
-
 TEST(PlainDocuments, DoNotStartThePlatform) {
-    ask_the_platform();
+    ask_for_the_local_code();
     const temporary_file file(plain_channels), camera("<Integer Name='a'/>");
     std::string path = file.path(), camera_path = camera.path();
     char events[] = "<BMR/>", dictionary[] = "<ENVINDEXDICT/>";
@@ -258,7 +259,7 @@ TEST(PlainDocuments, DoNotStartThePlatform) {
 }
 
 TEST(PlainDocuments, NeedThePlatformForTextsBeyondAscii) {
-    ask_the_platform();
+    ask_for_the_local_code();
     char text[] =
         "<CHANDESCRIPTIONS><CHANNEL><PROP>\xC3\xA4</PROP><NAME>\xC3\xB6</NAME></CHANNEL></CHANDESCRIPTIONS>";
     channel_list list;
@@ -269,7 +270,7 @@ TEST(PlainDocuments, NeedThePlatformForTextsBeyondAscii) {
 }
 
 TEST(PlainDocuments, ThatCannotBeHandedOverAreReadUpToThere) {
-    ask_the_platform();
+    ask_for_the_local_code();
     for (const char *rest : {"&e;", "<CHANNEL><PROP>\xC3\xA4</PROP></CHANNEL>"}) {
         std::string text =
             std::string("<CHANDESCRIPTIONS><CHANNEL><PROP>A</PROP></CHANNEL>") + rest + "</CHANDESCRIPTIONS>";
@@ -286,7 +287,7 @@ TEST(PlainDocuments, ThatCannotBeHandedOverAreReadUpToThere) {
 }
 
 TEST(PlainDocuments, LeaveAnExtractorsPlatformToTheSourcesThatNeedIt) {
-    ask_the_platform();
+    ask_for_the_local_code();
     char declared[] = "<!DOCTYPE CHANDESCRIPTIONS><CHANDESCRIPTIONS/>";
     std::vector<char *> sources{plain_channels, declared, plain_channels, declared, declared};
     channel_list list;

@@ -1,11 +1,13 @@
 #include "SAX_File_Parser.h"
 
 #include "sax_step_handlers.h"
-#include "step_parser.h"
 
-FileParseHandlers::FileParseHandlers() : texts(new sax_step_texts<attrf>) {}
+FileParseHandlers::FileParseHandlers() = default;
 
-FileParseHandlers::~FileParseHandlers() = default;
+FileParseHandlers::~FileParseHandlers() {
+    sax_step_handlers::drop_attributes(*this);
+    sax_step_handlers::reset_document(*this);
+}
 
 void FileParseHandlers::getTagValue(char **tag_out, char **value_out) const {
     *tag_out = tag;
@@ -20,11 +22,10 @@ void FileParseHandlers::resetTagValue() {
 void FileParseHandlers::reset_end_tag_flag() { sax_step_handlers::reset_end_tag_flag(*this); }
 
 void FileParseHandlers::startElement(const XMLCh *const name, xercesc::AttributeList &attributes) {
-    sax_step_handlers::start_element(*this, name, 0);
-    sax_step_handlers::take_attributes(*this, attributes);
+    sax_step_handlers::start_element(*this, name, attributes);
 }
 
-void FileParseHandlers::endElement(const XMLCh *const) { sax_step_handlers::end_element(*this); }
+void FileParseHandlers::endElement(const XMLCh *const) { end_flag = true; }
 
 void FileParseHandlers::characters(const XMLCh *const chars, const XMLSize_t length) {
     sax_step_handlers::characters(*this, chars, length);
@@ -51,9 +52,10 @@ void FileParseHandlers::fatalError(const xercesc::SAXParseException &exception) 
 }
 
 SAX_File_Parser::SAX_File_Parser() {
-    if (!sax_step_handlers::open_platform(*this))
+    auto platform = sax_step_handlers::open_platform();
+    if (!platform)
         return;
-    parser = zeb5::create_step_parser(handler);
+    parser = sax_step_handlers::create_parser(std::move(platform), handler);
     init = true;
 }
 

@@ -13,13 +13,12 @@
 #include <xercesc/framework/XMLPScanToken.hpp>
 #include <xercesc/parsers/SAXParser.hpp>
 #include <xercesc/sax/HandlerBase.hpp>
+#include <xercesc/util/XMLString.hpp>
 
-#include "xml_platform.h"
 #include "zeb5_export.h"
 
-template <class Attribute> struct sax_step_texts;
-
-/// One attribute of the current element; the strings are NUL-terminated and belong to the handler.
+/// One attribute of the current element, allocated with new. Its strings belong to it; each goes by
+/// xercesc::XMLString::release(), while the XML platform is up.
 struct attrf {
     char *name;
     char *type; // as the parser reports it, "CDATA" for instance
@@ -27,7 +26,9 @@ struct attrf {
 };
 
 /// Holds what the current step delivers. Its strings and records stay its own and last until the step that
-/// drops them.
+/// drops them. Whoever takes a record out of the array releases its strings and the record; tag and value are
+/// strings of the same kind. What is left when the handler goes it releases itself: the XML platform must
+/// still be up then.
 class ZEB5_API FileParseHandlers : public xercesc::HandlerBase {
 public:
     FileParseHandlers();
@@ -48,8 +49,15 @@ public:
     char *getValue() const { return value; } // null: no text
     std::vector<attrf *> &getAttr() { return vattr; }
     void getTagValue(char **tag, char **value) const;
-    void resetTag() { tag = nullptr; }
-    void resetValue() { value = nullptr; }
+    // Release what they name, and null it
+    void resetTag() {
+        if (tag)
+            xercesc::XMLString::release(&tag);
+    }
+    void resetValue() {
+        if (value)
+            xercesc::XMLString::release(&value);
+    }
     void resetTagValue();
 
     /// Drops tag, value and attributes if an end tag or a text was seen; a fresh start tag stays.
@@ -79,7 +87,6 @@ private:
     std::vector<attrf *> vattr;
     int error_count = 0;
     bool end_flag = false;
-    std::unique_ptr<sax_step_texts<attrf>> texts; // what `tag`, `value` and `vattr` point into
 };
 
 class ZEB5_API SAX_File_Parser {
@@ -114,12 +121,11 @@ public:
 private:
     friend struct sax_step_handlers;
 
-    std::unique_ptr<xml_platform> platform; // first, so that it is the last to go
     bool init = false;
     bool gotMore = true;
-    FileParseHandlers handler; // outlives the parser, which reports to it
-    std::unique_ptr<xercesc::SAXParser> parser;
+    std::unique_ptr<xercesc::SAXParser> parser; // with all else that reading needs, the XML platform as well
     xercesc::XMLPScanToken token;
+    FileParseHandlers handler;
 };
 
 #endif

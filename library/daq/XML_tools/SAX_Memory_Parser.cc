@@ -1,11 +1,13 @@
 #include "SAX_Memory_Parser.h"
 
 #include "sax_step_handlers.h"
-#include "step_parser.h"
 
-MemParseHandlers::MemParseHandlers() : texts(new sax_step_texts<attr>) {}
+MemParseHandlers::MemParseHandlers() = default;
 
-MemParseHandlers::~MemParseHandlers() = default;
+MemParseHandlers::~MemParseHandlers() {
+    sax_step_handlers::drop_attributes(*this);
+    sax_step_handlers::reset_document(*this);
+}
 
 void MemParseHandlers::getTagValue(char **tag_out, char **value_out) const {
     *tag_out = tag;
@@ -20,11 +22,10 @@ void MemParseHandlers::resetTagValue() {
 void MemParseHandlers::reset_end_tag_flag() { sax_step_handlers::reset_end_tag_flag(*this); }
 
 void MemParseHandlers::startElement(const XMLCh *const name, xercesc::AttributeList &attributes) {
-    sax_step_handlers::start_element(*this, name, 0);
-    sax_step_handlers::take_attributes(*this, attributes);
+    sax_step_handlers::start_element(*this, name, attributes);
 }
 
-void MemParseHandlers::endElement(const XMLCh *const) { sax_step_handlers::end_element(*this); }
+void MemParseHandlers::endElement(const XMLCh *const) { end_flag = true; }
 
 void MemParseHandlers::characters(const XMLCh *const chars, const XMLSize_t length) {
     sax_step_handlers::characters(*this, chars, length);
@@ -49,15 +50,19 @@ void MemParseHandlers::fatalError(const xercesc::SAXParseException &exception) {
 }
 
 SAX_Memory_Parser::SAX_Memory_Parser(char *str) {
-    if (!str || !sax_step_handlers::open_platform(*this))
+    auto platform = str ? sax_step_handlers::open_platform() : nullptr;
+    if (!platform)
         return;
-    parser = zeb5::create_step_parser(handler);
+    handler = std::make_unique<MemParseHandlers>();
+    parser = sax_step_handlers::create_parser(std::move(platform), *handler);
     memBufIS = std::make_unique<xercesc::MemBufInputSource>(reinterpret_cast<const XMLByte *>(str),
                                                             std::strlen(str), "my_mem_info", false);
     init = true;
 }
 
-SAX_Memory_Parser::~SAX_Memory_Parser() = default;
+SAX_Memory_Parser::~SAX_Memory_Parser() {
+    memBufIS.reset(); // before the parser, with which the platform goes
+}
 
 bool SAX_Memory_Parser::init_ok() { return init; }
 
@@ -69,4 +74,4 @@ int SAX_Memory_Parser::get_attr(char *name, char **res) {
     return sax_step_handlers::get_attr(*this, name, res);
 }
 
-int SAX_Memory_Parser::get_error_counter() { return handler.getErrorCount(); }
+int SAX_Memory_Parser::get_error_counter() { return init ? handler->getErrorCount() : 0; }

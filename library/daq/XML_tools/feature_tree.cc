@@ -52,13 +52,12 @@ private:
     void set(std::string *field, const XMLCh *text) {
         if (!field || !text)
             return;
-        if (const char *narrow = narrower_.narrow(text, XMLString::stringLen(text), buffer_))
-            field->assign(narrow, buffer_.size());
+        if (const auto narrow = narrower_.narrow(text, XMLString::stringLen(text)))
+            *field = *narrow;
     }
 
     feature_collector collector_;
     narrower narrower_;
-    narrow_buffer buffer_;
 };
 
 /// One list of nodes and how far the walk has come in it.

@@ -6,6 +6,7 @@
 #include <cstddef>
 #include <cstring>
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -26,39 +27,21 @@ inline transcoded transcode(const XMLCh *text) { return transcoded(xercesc::XMLS
 /// what is not ASCII becomes a question mark.
 std::string plain_message(const xercesc::XMLException &problem);
 
-/// Whether the default transcoder leaves every ASCII character as it is. The XML platform must be up.
-bool transcoder_keeps_ascii();
+// Both narrow as the default transcoder does, which the XML platform must be up for. `length` is what the
+// parser says of the null-terminated `text`; a text with a null inside ends there, as with the transcoder.
 
-/// Storage for one narrow text after another; kept from text to text.
-class narrow_buffer {
-public:
-    /// Makes room for `bytes` bytes; what it held before is lost when it has to grow.
-    char *reserve(std::size_t bytes);
-    void set_size(std::size_t size) { size_ = size; }
+/// A copy that whoever has it releases with XMLString::release(), as that of XMLString::transcode(); null
+/// where the transcoder gives none.
+char *narrow(const XMLCh *text, std::size_t length);
 
-    char *bytes() { return bytes_.get(); }
-    std::size_t capacity() const { return capacity_; }
-    std::size_t size() const { return size_; }
-
-private:
-    std::unique_ptr<char[]> bytes_;
-    std::size_t capacity_ = 0;
-    std::size_t size_ = 0; // of the text, without its NUL
-};
-
-/// Narrows as the default transcoder does. The XML platform must be up.
+/// Narrows one text after another into memory of its own, which does not go with the platform.
 class narrower {
 public:
-    /// Narrows the null-terminated `text` into `buffer`. `length` is what the parser says of it; a text with
-    /// a null inside ends there, as with the transcoder. The result is NUL-terminated and lasts until the
-    /// buffer's next use; null where the transcoder gives none.
-    char *narrow(const XMLCh *text, std::size_t length, narrow_buffer &buffer);
+    /// The result is NUL-terminated and lasts until the next call; nothing where the transcoder gives none.
+    std::optional<std::string_view> narrow(const XMLCh *text, std::size_t length);
 
 private:
-    char *narrow_any(const XMLCh *text, std::size_t length, narrow_buffer &buffer);
-
-    /// Whether the transcoder leaves every ASCII character as it is; asked at the first text.
-    enum { not_asked, yes, no } keeps_ascii_ = not_asked;
+    std::string buffer_;
 };
 
 /// Copies `text` into a fixed field, cut at its size less one; the rest of the field is left as it was.

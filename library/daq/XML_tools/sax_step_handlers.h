@@ -7,7 +7,7 @@
 #include <cstring>
 #include <iostream>
 #include <memory>
-#include <string_view>
+#include <utility>
 
 #include <xercesc/framework/XMLPScanToken.hpp>
 #include <xercesc/parsers/SAXParser.hpp>
@@ -15,60 +15,34 @@
 #include <xercesc/sax/SAXParseException.hpp>
 #include <xercesc/util/XMLException.hpp>
 
-#include "attribute_texts.h"
 #include "narrow_text.h"
 #include "platform_hold.h"
 #include "steps/plain_file_source.h"
-#include "tag_memo.h"
 #include "xml_hardening.h"
 #include "xml_platform.h"
-
-/// What is behind the tag and the value of a step; kept from step to step, so that most of them allocate
-/// nothing.
-template <class Attribute> struct sax_step_texts {
-    zeb5::narrower narrower;
-    zeb5::tag_memo tags;
-    zeb5::tag_name tag;
-    zeb5::narrow_buffer value;
-    zeb5::attribute_texts<Attribute> attributes;
-};
-
-/// What a step delivers to the library's own readers; without a tag the rest means nothing.
-struct sax_step {
-    std::string_view tag;        // NUL-terminated; without data: none
-    const char *value = nullptr; // null: none
-    std::size_t value_length = 0;
-    std::uint32_t element = 0; // number of the start tag
-
-    std::string_view tag_text() const { return tag; }
-    std::string_view value_text() const { return {value, value_length}; }
-};
 
 /// The handlers' callbacks and the parsers' steps; a friend of both twins.
 struct sax_step_handlers {
     // Callbacks; Handlers is MemParseHandlers or FileParseHandlers
 
-    /// `id` tells this name from the document's others; two of one id cost time only.
-    template <class Handlers> static void start_element(Handlers &h, const XMLCh *name, std::size_t id) {
-        h.texts->tag = h.texts->tags.find(name, id, h.texts->narrower);
-        h.tag = h.texts->tag.text;
+    template <class Handlers>
+    static void start_element(Handlers &h, const XMLCh *name, const xercesc::AttributeList &attributes) {
+        release(h.tag);
+        h.tag = narrow(name);
+        const XMLSize_t count = attributes.getLength();
         ++h.fElementCount;
-        h.vattr.clear();
-    }
-
-    template <class Handlers> static void end_element(Handlers &h) { h.end_flag = true; }
-
-    template <class Handlers> static void take_attributes(Handlers &h, xercesc::AttributeList &attributes) {
-        h.fAttrCount += static_cast<std::uint32_t>(attributes.getLength());
-        h.texts->attributes.take(attributes, h.texts->narrower, h.vattr);
+        h.fAttrCount += static_cast<std::uint32_t>(count);
+        drop_attributes(h);
+        for (XMLSize_t i = 0; i < count; ++i)
+            append_attribute(h.vattr, attributes, i);
     }
 
     template <class Handlers> static void characters(Handlers &h, const XMLCh *text, XMLSize_t length) {
         if (h.tag) {
-            if (is_white_space(text, length))
-                h.tag = h.value = nullptr;
-            else
-                h.value = h.texts->narrower.narrow(text, length, h.texts->value);
+            release(h.value);
+            h.value = zeb5::narrow(text, length);
+            if (h.value && is_white_space(h.value, length))
+                drop_texts(h);
         }
         h.fCharacterCount += static_cast<std::uint32_t>(length);
     }
@@ -76,7 +50,7 @@ struct sax_step_handlers {
     template <class Handlers> static void reset_document(Handlers &h) {
         h.fElementCount = h.fAttrCount = h.fCharacterCount = h.fSpaceCount = 0;
         h.error_count = 0;
-        h.tag = h.value = nullptr;
+        drop_texts(h);
     }
 
     /// `kind` is "Warning", "Error" or "Fatal Error".
@@ -92,27 +66,42 @@ struct sax_step_handlers {
     }
 
     template <class Handlers> static void reset_end_tag_flag(Handlers &h) {
-        if (h.end_flag || h.value)
-            drop_step(h);
+        if (!h.end_flag && !h.value)
+            return;
+        drop_texts(h);
+        drop_attributes(h);
+        h.end_flag = false;
     }
 
-    template <class Handlers> static void drop_step(Handlers &h) {
-        h.tag = h.value = nullptr;
+    // Strings and records. There may be no platform any more when there is nothing left to release.
+
+    static void release(char *&text) {
+        if (text)
+            xercesc::XMLString::release(&text);
+    }
+
+    template <class Handlers> static void drop_texts(Handlers &h) {
+        release(h.value);
+        release(h.tag);
+    }
+
+    template <class Handlers> static void drop_attributes(Handlers &h) {
+        for (auto *record : h.vattr)
+            release_record()(record);
         h.vattr.clear();
-        h.end_flag = false;
     }
 
     // Steps; Parser is SAX_Memory_Parser or SAX_File_Parser
 
-    /// Brings the platform up; reports and returns false when that fails.
-    template <class Parser> static bool open_platform(Parser &p) {
+    /// Brings the platform up; null after a message when that fails.
+    static std::unique_ptr<xml_platform> open_platform() {
         try {
-            p.platform = std::make_unique<xml_platform>();
+            auto platform = std::make_unique<xml_platform>();
             zeb5::platform_hold::keep_for_thread();
-            return true;
+            return platform;
         } catch (const xercesc::XMLException &problem) {
             report_failed_platform(problem);
-            return false;
+            return nullptr;
         }
     }
 
@@ -120,16 +109,23 @@ struct sax_step_handlers {
         std::cerr << "Error during initialization! Message:\n" << zeb5::plain_message(problem) << std::endl;
     }
 
-    template <class Parser> static std::uint32_t element_count(const Parser &p) {
-        return p.handler.fElementCount;
+    /// A parser that holds the platform and reports to `handlers`, which must live as long as it parses.
+    static std::unique_ptr<xercesc::SAXParser> create_parser(std::unique_ptr<xml_platform> platform,
+                                                             xercesc::HandlerBase &handlers) {
+        auto parser = zeb5::create_parser<xercesc::SAXParser>(xercesc::SAXParser::Val_Auto);
+        parser->setDocumentHandler(&handlers);
+        parser->setErrorHandler(&handlers);
+        parser->setDTDHandler(&handlers); // without one the parser does not hear of entity declarations
+        parser->platform = std::move(platform);
+        return parser;
     }
 
     /// Starts on a file that is open already.
     template <class Parser> static int start(Parser &p, const char *path, const zeb5::plain_file &file) {
-        auto &bounded = static_cast<zeb5::bounded_parser<xercesc::SAXParser> &>(*p.parser); // as it was made
-        return start(p, zeb5::plain_file_source(path, file, bounded.memory));
+        return start(p, zeb5::plain_file_source(path, file, bounded(*p.parser).memory));
     }
 
+    /// `source` is an input source or a path.
     template <class Parser, class Source> static int start(Parser &p, const Source &source) {
         try {
             if (parse_first(*p.parser, source, p.token))
@@ -146,7 +142,7 @@ struct sax_step_handlers {
 
     /// Takes one step; the handlers hold what it delivers when the result is 0.
     template <class Parser> static int next(Parser &p) {
-        auto &h = p.handler;
+        auto &h = handlers_of(p);
         reset_end_tag_flag(h);
         if (!p.gotMore)
             return h.error_count ? h.error_count : -1;
@@ -163,12 +159,9 @@ struct sax_step_handlers {
         return h.error_count;
     }
 
-    /// What the last step delivered.
-    template <class Parser> static sax_step current(const Parser &p) {
-        const auto &h = p.handler;
-        if (!h.tag)
-            return {};
-        return {{h.tag, h.texts->tag.length}, h.value, h.texts->value.size(), h.fElementCount};
+    /// Start tags so far.
+    template <class Parser> static std::uint32_t element_count(const Parser &p) {
+        return handlers_of(p).fElementCount;
     }
 
     template <class Parser> static int parse(Parser &p, char **tag, char **value) {
@@ -179,19 +172,18 @@ struct sax_step_handlers {
             *value = nullptr;
         const int result = p.init ? next(p) : -1;
         if (result == 0 && tag)
-            *tag = p.handler.tag;
+            *tag = handlers_of(p).tag;
         if (result == 0 && value)
-            *value = p.handler.value;
+            *value = handlers_of(p).value;
         return result;
     }
 
     template <class Parser> static int get_attr(Parser &p, const char *name, char **res) {
-        auto &h = p.handler;
         *res = nullptr;
-        if (!name || h.error_count)
+        if (!p.init || !name || handlers_of(p).error_count)
             return -1;
-        for (const auto *record : h.vattr)
-            if (std::strcmp(record->name, name) == 0) {
+        for (const auto *record : handlers_of(p).vattr)
+            if (record->name && std::strcmp(record->name, name) == 0) {
                 *res = record->value;
                 return *res ? 0 : -1;
             }
@@ -199,22 +191,56 @@ struct sax_step_handlers {
     }
 
 private:
+    template <class Parser> static auto &handlers_of(Parser &p) {
+        if constexpr (requires { *p.handler; })
+            return *p.handler;
+        else
+            return p.handler;
+    }
+
+    /// Of an attribute.
+    struct release_record {
+        template <class Record> void operator()(Record *record) const {
+            for (char **text : {&record->name, &record->type, &record->value})
+                release(*text);
+            delete record;
+        }
+    };
+
+    template <class Record>
+    static void append_attribute(std::vector<Record *> &list, const xercesc::AttributeList &attributes,
+                                 XMLSize_t i) {
+        std::unique_ptr<Record, release_record> record(new Record{});
+        record->name = narrow(attributes.getName(i));
+        record->type = narrow(attributes.getType(i));
+        record->value = narrow(attributes.getValue(i));
+        list.push_back(record.get());
+        (void)record.release(); // the list's from here on
+    }
+
+    /// Whether a text begins with as many blanks, line feeds and tabs as the parser says that it has
+    /// characters; an empty one does.
+    static bool is_white_space(const char *text, XMLSize_t length) {
+        XMLSize_t i = 0;
+        while (text[i] == ' ' || text[i] == '\n' || text[i] == '\t')
+            ++i;
+        return i == length;
+    }
+
+    static char *narrow(const XMLCh *text) { return zeb5::narrow(text, xercesc::XMLString::stringLen(text)); }
+
+    /// As create_parser() made it.
+    static zeb5::bounded_parser<xercesc::SAXParser> &bounded(xercesc::SAXParser &parser) {
+        return static_cast<zeb5::bounded_parser<xercesc::SAXParser> &>(parser);
+    }
+
     static bool parse_first(xercesc::SAXParser &parser, const char *path, xercesc::XMLPScanToken &token) {
-        auto &bounded = static_cast<zeb5::bounded_parser<xercesc::SAXParser> &>(parser); // as it was made
-        const auto source = bounded.files.source_of(path);
+        const auto source = bounded(parser).files.source_of(path);
         return source ? parser.parseFirst(*source, token) : parser.parseFirst(path, token);
     }
     static bool parse_first(xercesc::SAXParser &parser, const xercesc::InputSource &source,
                             xercesc::XMLPScanToken &token) {
         return parser.parseFirst(source, token);
-    }
-
-    /// Blanks, line feeds and tabs only; an empty text is too.
-    static bool is_white_space(const XMLCh *text, XMLSize_t length) {
-        XMLSize_t i = 0;
-        while (text[i] == u' ' || text[i] == u'\n' || text[i] == u'\t')
-            ++i;
-        return i == length;
     }
 };
 

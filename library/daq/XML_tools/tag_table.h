@@ -69,7 +69,7 @@ public:
                 throw std::logic_error("no factor tells these tags apart");
     }
 
-    /// Number of the row of exactly this tag; -1 for none.
+    /// Number of the row of exactly this tag, which has no NUL in it; -1 for none.
     int row_of(std::string_view tag) const {
         if (tag.empty() || tag.size() > tag_key::bytes)
             return -1;

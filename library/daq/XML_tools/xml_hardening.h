@@ -21,6 +21,7 @@
 #include "name_budget.h"
 #include "parser_files.h"
 #include "parser_memory.h"
+#include "xml_platform.h"
 
 XERCES_CPP_NAMESPACE_BEGIN
 class SAXParser;
@@ -45,20 +46,28 @@ void refuse_names(xercesc::XMLScanner &scanner);
 /// What a parser has of memory and files; a base of the parser, so that they are there before it and after
 /// it.
 struct parser_belongings {
+    std::unique_ptr<xml_platform> platform; // null: whoever uses the parser holds it
     parser_memory memory;
     parser_files files{memory};
 };
 
 /// A parser that refuses a document at the declaration or the element that is too much, before anything comes
 /// of it, and that leaves nothing behind.
-template <class Parser> class bounded_parser : public parser_belongings, public Parser {
+template <class Parser> class bounded_parser final : public parser_belongings, public Parser {
 public:
     bounded_parser() : Parser(create_validator(memory), &memory) {
         if constexpr (is_sax) // which tells only a validator of its own making whom to report to
             const_cast<xercesc::XMLValidator &>(this->getValidator()).setErrorReporter(this);
     }
 
-protected:
+    // Not in memory of the platform, as the base class would have it: that is gone when the parser is
+    static void *operator new(std::size_t size) { return ::operator new(size); }
+    static void operator delete(void *memory) { ::operator delete(memory); }
+
+private:
+    /// Only the SAX parser validates.
+    static constexpr bool is_sax = std::is_same_v<Parser, xercesc::SAXParser>;
+
     void startElement(const xercesc::XMLElementDecl &element, const unsigned uri, const XMLCh *const prefix,
                       const xercesc::RefVectorOf<xercesc::XMLAttr> &attributes, const XMLSize_t count,
                       const bool is_empty, const bool is_root) override {
@@ -71,10 +80,6 @@ protected:
         }
         Parser::startElement(element, uri, prefix, attributes, count, is_empty, is_root);
     }
-
-private:
-    /// Only the SAX parser validates.
-    static constexpr bool is_sax = std::is_same_v<Parser, xercesc::SAXParser>;
 
     /// The parser's to delete.
     static xercesc::XMLValidator *create_validator(parser_memory &memory) {
@@ -149,11 +154,11 @@ private:
     name_budget names_; // of the parser that holds the whole document
 };
 
-/// Creates a parser of a class made from bounded_parser. It reads as the system's documents are meant: no
-/// validation but by `scheme`, no namespaces, no schemas, and hardened.
-template <class Bounded, class... Arguments>
-std::unique_ptr<Bounded> create_parser(typename Bounded::ValSchemes scheme, Arguments &...arguments) {
-    auto parser = std::make_unique<Bounded>(arguments...);
+/// Creates a parser that reads as the system's documents are meant: no validation but by `scheme`, no
+/// namespaces, no schemas, and hardened.
+template <class Parser>
+std::unique_ptr<bounded_parser<Parser>> create_parser(typename Parser::ValSchemes scheme) {
+    auto parser = std::make_unique<bounded_parser<Parser>>();
     parser->setValidationScheme(scheme);
     parser->setDoNamespaces(false);
     parser->setDoSchema(false);

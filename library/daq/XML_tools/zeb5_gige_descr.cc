@@ -52,7 +52,7 @@ void tell_parse_failed() {
 std::unique_ptr<XercesDOMParser> parse_file(const char *file_name) {
     error_watch errors; // outlives the parse, not the parser: only a parse reports
     try {
-        auto parser = zeb5::create_parser<zeb5::bounded_parser<XercesDOMParser>>(XercesDOMParser::Val_Never);
+        auto parser = zeb5::create_parser<XercesDOMParser>(XercesDOMParser::Val_Never);
         parser->setErrorHandler(&errors);
         parser->setCreateEntityReferenceNodes(false);
         if (const auto source = parser->files.source_of(file_name))

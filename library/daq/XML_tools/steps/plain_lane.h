@@ -28,8 +28,7 @@ struct lane_control {
 extern lane_control lane;
 
 /// Whether the scanner may read: its texts are as the document has them, so the default transcoder of this
-/// locale must keep all ASCII characters as they are. It is asked once for each local code, and the platform
-/// comes up for that once; this throws what xml_platform throws.
+/// locale must keep all ASCII characters as they are. This throws what xml_platform throws.
 bool is_lane_open();
 
 void tell_lane_end(lane_end end);
