@@ -120,7 +120,7 @@ ZEB5_API int parse_descr_list_read(char *xml, std::vector<chan_descr_2010 *> *li
 
 /// The same for the file at `path`; `list` must not be null. Here `delete_duplicated` has no effect, and
 /// `shift` none on evType; a DAQvariables channel that is in the list already has its event types, data types
-/// and stream ORed into that record.
+/// and stream ORed into that record. A file that changes while it is read is reported, as one error more.
 ZEB5_API int parse_descr_list_readf(char *path, std::vector<chan_descr_2010 *> *list, bool shift,
                                     bool delete_duplicated);
 

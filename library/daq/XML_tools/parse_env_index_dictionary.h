@@ -38,7 +38,8 @@ enum {
 /// An entry is appended when the second of its INDEX and PROP arrives; a further INDEX or PROP of one CHANNEL
 /// can append the same pointer again, so mind repeated pointers when releasing. Return 0, or 1 for a null
 /// source or list, a reader that does not start or a wrong root, plus the number of warnings and errors of
-/// the parser, all of which are reported on standard error. Entries read before an error stay in the list.
+/// the parser, all of which are reported on standard error; so is, as one error, a file that changes while it
+/// is read. Entries read before an error stay in the list.
 ZEB5_API int parse_env_index_dict_list_read(char *xml, std::vector<zeb5_env_index_dictionary_entry *> *list);
 ZEB5_API int parse_env_index_dict_readf(char *file, std::vector<zeb5_env_index_dictionary_entry *> *list);
 ZEB5_API int parse_env_index_dict_list_read_2010(char *xml,

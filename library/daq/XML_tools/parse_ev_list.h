@@ -29,7 +29,8 @@ struct zeb5_ev_entry {
 
 /// Reads an event list in memory, NUL-terminated, and appends its entries to `list`. Returns 0, or 1 for a
 /// null text or list, a reader that does not start or a wrong root, plus the number of warnings and errors of
-/// the parser, all of which are reported on standard error. Entries read before an error stay in the list. An
+/// the parser, all of which are reported on standard error; so is, as one error, a file that changes while it
+/// is read. Entries read before an error stay in the list. An
 /// event type above 32 is dropped without a word, a number that does not convert leaves its field as it was.
 /// Masks, times and priorities are decimal, or hexadecimal as 0x1F.
 ZEB5_API int zeb5_parse_ev_list_read(char *xml, std::vector<zeb5_ev_entry *> *list);

@@ -8,6 +8,7 @@
 /// elements that follow, up to the next feature, and an alternative name from a PvRename. Elements are not
 /// told apart by where they stand: texts of a category or of an enumeration's entries replace those of the
 /// feature before them, and an element without text takes the next text of the file, white space included.
+/// A plain file is read as it comes, any other through a tree of the whole document.
 /// Files have the limits of SAX_Memory_Parser.h, but that of content models only the names in all of them are
 /// bounded, and references to identifiers and to entities that are no text are not; and 32,768 names of
 /// attributes, and as many of elements that are not declared.
@@ -64,9 +65,9 @@ public:
 };
 
 /// Reads a camera file. `*out` is emptied WITHOUT releasing what it held, once the file was parsed. Returns
-/// false when done, TRUE WHEN IT FAILED, with `*out` untouched: a null argument, or any error that the parser
-/// reports, recoverable or not (warnings pass), with a message on standard output. The features are made with
-/// `new`; release them with zeb5_clean_gige_descr().
+/// false when done, TRUE WHEN IT FAILED, with `*out` untouched: a null argument, a file that changes while it
+/// is read, or any error that the parser reports, recoverable or not (warnings pass), with a message on
+/// standard output. The features are made with `new`; release them with zeb5_clean_gige_descr().
 ZEB5_API bool zeb5_fill_gige_descr(char *file_name, std::vector<ZEB5GigEFeature *> *out);
 
 /// Appends the features found in the nodes and below them, depth first. The nodes may be the children of a
