@@ -442,6 +442,18 @@ const large_case large_cases[] = {
     {"comments", [] { return "<ROOT>" + times(200'000, "<!---->") + "</ROOT>"; }, READ, READ},
     {"characters", [] { return "<ROOT>" + times(500'000, "&#65;") + "</ROOT>"; }, READ, READ},
     {"attributes", [] { return "<ROOT" + numbered(30'000, " a", "=''") + "/>"; }, READ, READ},
+    // Plain to the scanner, or nearly so
+    {"elements with all that may be plain",
+     [] {
+         return "<ROOT>" + times(20'000, "<a" + numbered(16, " a", "='&lt;'") + ">&lt;&#65;&lt;</a>") +
+                "</ROOT>";
+     },
+     READ, READ},
+    {"elements that are plain but for the last",
+     [] {
+         return "<ROOT>" + times(300'000, "<a>1</a><!----><b/>") + "<" + std::string(40, 'n') + "/></ROOT>";
+     },
+     READ, READ},
 };
 
 TEST(HostileDocuments, OfAnySizeAreReadOrRefused) {

@@ -25,7 +25,7 @@ bool equal(const XMLCh *text, const char *name) {
 /// Hands the nodes of a tree to the collector.
 class node_collector {
 public:
-    explicit node_collector(std::vector<ZEB5GigEFeature *> &out) : collector_(out) {}
+    explicit node_collector(std::vector<ZEB5GigEFeature *> &out) : collector_(out) { forget_local_code(); }
 
     void take(const DOMNode &node) {
         if (node.getNodeType() == DOMNode::ELEMENT_NODE)

@@ -112,6 +112,7 @@ struct sax_step_handlers {
     /// A parser that holds the platform and reports to `handlers`, which must live as long as it parses.
     static std::unique_ptr<xercesc::SAXParser> create_parser(std::unique_ptr<xml_platform> platform,
                                                              xercesc::HandlerBase &handlers) {
+        zeb5::forget_local_code();
         auto parser = zeb5::create_parser<xercesc::SAXParser>(xercesc::SAXParser::Val_Auto);
         parser->setDocumentHandler(&handlers);
         parser->setErrorHandler(&handlers);

@@ -6,10 +6,10 @@
 /// Keeps the Xerces platform up while it lives.
 ///
 /// Plain documents in ASCII are read without it, but for the first one of a process. For others, and in
-/// SAX_Memory_Parser and SAX_File_Parser always, a reader starts and stops the platform by itself, which takes
-/// 1.2 ms, thirty times the reading of a ten-channel document. In a process that holds an xml_platform for its
-/// lifetime those calls are mere reference counts. Every Initialize and Terminate of this library goes through this class and is serialised
-/// here, so readers may run at the same time on different threads.
+/// SAX_Memory_Parser and SAX_File_Parser always, a reader starts and stops the platform by itself, which
+/// takes 1.2 ms, thirty times the reading of a ten-channel document. In a process that holds an xml_platform
+/// for its lifetime those calls are mere reference counts. Every Initialize and Terminate of this library
+/// goes through this class and is serialised here, so readers may run at the same time on different threads.
 ///
 /// Xerces does not survive running out of memory on its way up: it ends the process with status 255, or
 /// throws OutOfMemoryException and cannot be brought up again; every later attempt of this library throws the

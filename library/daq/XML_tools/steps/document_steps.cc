@@ -56,6 +56,7 @@ template <class Document> document_steps<Document>::document_steps(char *source)
 
 template <class Document> void document_steps<Document>::set_rows(row_finder find_row) {
     find_row_ = find_row;
+    parser_element_ = 0; // the current element, too, means something else now
     if (scanner_)
         scanner_->set_rows(find_row);
 }
@@ -119,9 +120,13 @@ template <class Document> bool document_steps<Document>::take_parser_step() {
 
 template <class Document> bool document_steps<Document>::next_of_parser() {
     while (take_parser_step()) {
-        const reader_row row = find_row_ ? find_row_(parser_tag_) : reader_row{.acts_alone = true};
-        if (parser_value_ ? row.number != reader_row::none : row.acts_alone) {
-            current_ = {row.number, sax_step_handlers::element_count(*parser_), parser_value_,
+        const std::uint32_t element = sax_step_handlers::element_count(*parser_);
+        if (element != parser_element_) {
+            parser_element_ = element;
+            parser_row_ = find_row_ ? find_row_(parser_tag_) : reader_row{.acts_alone = true};
+        }
+        if (parser_value_ ? parser_row_.number != reader_row::none : parser_row_.acts_alone) {
+            current_ = {parser_row_.number, element, parser_value_,
                         parser_value_ ? std::strlen(parser_value_) : 0};
             return true;
         }

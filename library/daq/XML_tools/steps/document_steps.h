@@ -95,6 +95,8 @@ private:
     step current_;
     char *parser_tag_ = nullptr;
     char *parser_value_ = nullptr;
+    std::uint32_t parser_element_ = 0; // that parser_row_ was found for; they count from 1
+    reader_row parser_row_;
     int failures_ = 0;
     bool is_over_ = false;
 };
