@@ -37,8 +37,11 @@ lane_end end_of(const std::string &document) {
     return of_file;
 }
 
+/// Near the end of a document the scanner goes slower ways, so it is also seen with blanks behind it.
 void expect_end(lane_end expected, const std::string &document) {
-    EXPECT_EQ(static_cast<int>(end_of(document)), static_cast<int>(expected)) << document.substr(0, 300);
+    for (const std::size_t blanks : {0u, 100u})
+        EXPECT_EQ(static_cast<int>(end_of(document + std::string(blanks, ' '))), static_cast<int>(expected))
+            << document.substr(0, 300) << ", " << blanks << " blanks";
 }
 
 TEST(DocumentSteps, OfPlainDocumentsComeFromTheScanner) {
@@ -62,6 +65,11 @@ TEST(DocumentSteps, OfPlainDocumentsComeFromTheScanner) {
         "<r><!----><a><!-- c -->x<!-- d --></a><?p?><b><?q i ? >?></b></r>",
         "<r><a>]</a><b>]]</b><c>]] ></c><d>></d><e>]&gt;]]&gt;</e></r>",
         "<r><a>x\ny</a><b>\nx</b><c>x\n</c><d>\tx</d><e>  </e></r>",
+        "<r>\n  <a>\n    <b/></a></r>",
+        "<r><a>\x7F</a><b>\xC2\x80</b><c>\xDF\xBF\xE0\xA0\x80\xED\x9F\xBF\xEE\x80\x80</c></r>",
+        "<r>\xEF\xBF\xBD\xF0\x90\x80\x80\xF4\x8F\xBF\xBF</r>",
+        "<r><a>&#x80;</a><b>&#xD7FF;&#xE000;&#xFFFD;&#x10000;</b></r>",
+        "<r><a>&#xaf;&#xfa;&#xAF;&#xFA;&#x90;&#x109;&#190;&#x00000041;&#00000065;</a></r>",
         "<r><a ></a ><b\n/><c\t></c\n></r>",
         "<r><r><r>x</r></r><r/></r>",
         "<r><a_name_of_more_than_16_b>x</a_name_of_more_than_16_b><a_name_of_16_byt>x</a_name_of_16_byt></r>",
@@ -120,6 +128,24 @@ TEST(DocumentSteps, ComeFromTheXmlLibraryAtOnceWhereTheBeginningIsNotPlain) {
         expect_end(lane_end::LEFT_AT_ONCE, document);
 }
 
+TEST(DocumentSteps, OfEncodingsThatKeepAsciiComeFromTheScanner) {
+    const struct {
+        const char *name;
+        lane_end beyond_ascii;
+    } encodings[] = {
+        {"UTF-8", lane_end::LEFT_AT_ONCE},       {"utf8", lane_end::LEFT_AT_ONCE},
+        {"ISO-8859-1", lane_end::FINISHED},      {"iso8859-1", lane_end::FINISHED},
+        {"Latin1", lane_end::FINISHED},          {"us-ascii", lane_end::LEFT_AT_ONCE},
+        {"ASCII", lane_end::LEFT_AT_ONCE},       {"iso-8859-2", lane_end::LEFT_AT_ONCE},
+        {"ISO-8859-15", lane_end::LEFT_AT_ONCE}, {"Windows-1252", lane_end::LEFT_AT_ONCE},
+    };
+    for (const auto &encoding : encodings) {
+        const std::string declared = "<?xml version='1.0' encoding='" + std::string(encoding.name) + "'?>";
+        expect_end(lane_end::FINISHED, declared + "<r>x\x7F</r>");
+        expect_end(encoding.beyond_ascii, declared + "<r>\xE4</r>");
+    }
+}
+
 TEST(DocumentSteps, GoOnWithTheXmlLibraryWhereTheScannerLeaves) {
     using namespace std::string_literals;
     const char *const rests[] = {
@@ -143,6 +169,8 @@ TEST(DocumentSteps, GoOnWithTheXmlLibraryWhereTheScannerLeaves) {
         "<a>&#xD800;</a></r>",
         "<a>&#x110000;</a></r>",
         "<a>&#99999999999;</a></r>",
+        "<a>&#x100000041;</a></r>",
+        "<a>&#65 </a></r>",
         "<a>&#1114112;</a></r>",
         "<a b='&e;'/></r>",
         "<a b='&#1;'/></r>",
@@ -164,6 +192,8 @@ TEST(DocumentSteps, GoOnWithTheXmlLibraryWhereTheScannerLeaves) {
         "<? p?></r>",
         "<?p\x01?></r>",
         "<?p/?></r>",
+        "\n< x</r>",
+        "\n& x</r>",
         "<?p",
         "<a b></a></r>",
         "<a b='1'",
@@ -225,7 +255,8 @@ TEST(DocumentSteps, OfTokensThatAreTooLongComeFromTheXmlLibrary) {
 std::string of_all_kinds() {
     return "<?xml "
            "version='1.0'?>\n<r><CHANNEL>\n<PROP>A.LONG.NAME/WITH/SEVERAL/PARTS</PROP><NAME>short</NAME>\n"
-           "<EVTYPE>4</EVTYPE><DIM>0\n<DIM_NAME>x</DIM_NAME></DIM></CHANNEL><a b='1' id=\"&lt;2\">t&amp;u</a>"
+           "<EVTYPE>4</EVTYPE><DIM>0\n<DIM_NAME>x</DIM_NAME></DIM></CHANNEL><a b  =  '1' "
+           "id=\"&lt;2\">t&amp;u</a>"
            "<!-- a comment -->\n  <?p i?><b/><c><![CDATA[c]]></c>\r\n<d>text\r\nof lines</d><e></e>"
            "<a_name_of_more_than_16_b bit='7'>x</a_name_of_more_than_16_b></r>\n<!-- end -->";
 }
