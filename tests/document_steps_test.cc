@@ -21,13 +21,13 @@ std::string repeated(const std::string &what, std::size_t times) {
 
 /// Reads it both ways, from memory and from a file, and expects the same; returns what became of it in the
 /// lane.
-lane_end end_of(const std::string &document) {
+lane_end end_of(const std::string &document, zeb5::row_finder find_row = every_row) {
     std::optional<lane_end> ends[2];
     for (const reader_form form : both_readers) {
         if (form == READ_MEMORY && document.find('\0') != document.npos)
             continue; // a text in memory ends there
-        const steps_seen seen = lane_steps(form, WITH_LANE, document);
-        const steps_seen other_way = lane_steps(form, WITHOUT_LANE, document);
+        const steps_seen seen = lane_steps(form, WITH_LANE, document, find_row);
+        const steps_seen other_way = lane_steps(form, WITHOUT_LANE, document, find_row);
         EXPECT_EQ(seen, other_way) << reader_name(form) << ": " << document.substr(0, 300);
         EXPECT_EQ(other_way.lane, lane_end::LEFT_AT_ONCE);
         ends[form] = seen.lane;
@@ -66,6 +66,8 @@ TEST(DocumentSteps, OfPlainDocumentsComeFromTheScanner) {
         "<r><a>]</a><b>]]</b><c>]] ></c><d>></d><e>]&gt;]]&gt;</e></r>",
         "<r><a>x\ny</a><b>\nx</b><c>x\n</c><d>\tx</d><e>  </e></r>",
         "<r>\n  <a>\n    <b/></a></r>",
+        "<r><a> x</a><b>x </b><c>  x</c><d> \n</d><e>\n\n<f/></e></r>",
+        "<r><a>1</a><b>2</b><a a='3'>4</a><b>5</b><a>6</a><b a='7'></b><a></a><b/></r>",
         "<r><a>\x7F</a><b>\xC2\x80</b><c>\xDF\xBF\xE0\xA0\x80\xED\x9F\xBF\xEE\x80\x80</c></r>",
         "<r>\xEF\xBF\xBD\xF0\x90\x80\x80\xF4\x8F\xBF\xBF</r>",
         "<r><a>&#x80;</a><b>&#xD7FF;&#xE000;&#xFFFD;&#x10000;</b></r>",
@@ -205,6 +207,29 @@ TEST(DocumentSteps, GoOnWithTheXmlLibraryWhereTheScannerLeaves) {
         for (const char *const before :
              {"<r>", "<r><A>1</A>\n", "<r><A>1</A><B a='2'/>text<A/>\n <!-- c -->"})
             expect_end(lane_end::LEFT_MIDWAY, before + rest);
+}
+
+/// Each of the four kinds of rows that there are, by an element's name.
+zeb5::reader_row row_by_name(std::string_view name) {
+    constexpr int none = zeb5::reader_row::none;
+    constexpr zeb5::reader_row rows[] = {{1, false}, {2, true}, {none, false}, {none, true}};
+    return rows[name[0] % 4];
+}
+
+TEST(DocumentSteps, OfAReaderThatPassesOverElementsAreTheSameWhereverTheScannerLeaves) {
+    std::string document = "<r>";
+    for (const char *const name : {"d", "e", "f", "g"}) // d: row 1
+        for (const char *const inside :
+             {"", " ", "x", " x", "x&lt;", "&lt;", "\n", "<!-- c -->", "<h>y</h>", "<h/>z"})
+            document.append("<").append(name).append(">").append(inside).append("</").append(name).append(
+                ">");
+    document += document.substr(3) + "<d/><e a='1'/><f/><g a='2'/></r>";
+    EXPECT_EQ(end_of(document, row_by_name), lane_end::FINISHED);
+    for (std::size_t at = 3; at < document.size(); ++at)
+        if (document[at] == '<' || document[at - 1] == '>') {
+            std::string damaged = document;
+            EXPECT_EQ(end_of(damaged.insert(at, "<!>"), row_by_name), lane_end::LEFT_MIDWAY) << at;
+        }
 }
 
 // What a document may need of the scanner at most
