@@ -77,7 +77,8 @@ TEST(PlainScanner, NotesWhatInACdataSectionIsReadInAnotherWay) {
 TEST(PlainScanner, NotesWhatInAnAttributeIsReadInAnotherWay) {
     EXPECT_EQ(tokens_of("<r a='x y>' b='&lt;' c='\t' d='\n' e='\xC3\xA4' f=''/>"),
               "[<r|a=x y>|b=&lt; &|c=\t /|d=\n /|e=\xC3\xA4 +|f=/][end]");
-    EXPECT_EQ(tokens_of("<r a='\xC3\xA4\t&lt;\n x'/>"), "[<r|a=\xC3\xA4\t&lt;\n x & / +/][end]");
+    EXPECT_EQ(tokens_of("<r a='\xC3\xA4\t&lt; x'/>"), "[<r|a=\xC3\xA4\t&lt; x & / +/][end]");
+    EXPECT_EQ(tokens_of("<r a='\t\xC3\xA4'/>"), "[<r|a=\t\xC3\xA4 / +/][end]");
 }
 
 TEST(PlainScanner, StopsWhereADocumentIsNotPlain) {

@@ -153,9 +153,9 @@ TEST(PlainWindow, KnowsTheCharactersOfOtherEncodings) {
 }
 
 TEST(PlainWindow, LeavesControlCharactersToTheScanner) {
-    const std::string document = std::string("x\0y\x01", 4) + bytes(200);
+    const std::string document = bytes(200) + std::string("x\0y\x01", 4);
     EXPECT_EQ(pass_file(document, plain_encoding::UTF_8, false).bytes, document);
-    EXPECT_EQ(pass_memory(document, plain_encoding::UTF_8, false).bytes, "x") << "it ends there";
+    EXPECT_EQ(pass_memory(document, plain_encoding::UTF_8, false).bytes, bytes(200) + 'x');
 }
 
 TEST(PlainWindow, StopsAtATokenThatIsTooLong) {
