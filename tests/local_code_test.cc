@@ -1,13 +1,19 @@
-/// A machine whose local code is not ASCII: it has a yen sign where ASCII has the backslash, as JIS does. The
-/// transcoder is this program's own here, as no such locale is at hand.
+/// A machine whose local code is not ASCII: it has a yen sign where ASCII has the backslash, as JIS does; and
+/// one whose local code is, but has nothing for some texts. The transcoder is this program's own here, as no
+/// such locales are at hand.
 
+#include <cstring>
 #include <string>
+
+#include <langinfo.h>
 
 #include <gtest/gtest.h>
 #include <xercesc/util/PlatformUtils.hpp>
 #include <xercesc/util/XMLString.hpp>
 
 #include "descr_readers.h"
+#include "lane_steps.h"
+#include "locales.h"
 #include "narrow_text.h"
 #include "xml_platform.h"
 
@@ -15,9 +21,15 @@ XERCES_CPP_NAMESPACE_BEGIN
 
 char *XMLString::transcode(const XMLCh *const text, MemoryManager *const memory) {
     const XMLSize_t length = stringLen(text);
+    const bool keeps_ascii = std::strcmp(nl_langinfo(CODESET), "UTF-8") == 0;
+    if (keeps_ascii && indexOf(text, u'\u20AC') >= 0)
+        return nullptr;
     char *const narrow = static_cast<char *>(memory->allocate(length + 1));
     for (XMLSize_t i = 0; i <= length; ++i)
-        narrow[i] = text[i] == u'\u00A5' ? '\\' : text[i] == u'\\' ? '?' : static_cast<char>(text[i]);
+        narrow[i] = keeps_ascii            ? static_cast<char>(text[i])
+                    : text[i] == u'\u00A5' ? '\\'
+                    : text[i] == u'\\'     ? '?'
+                                           : static_cast<char>(text[i]);
     return narrow;
 }
 
@@ -47,6 +59,24 @@ TEST(LocalCode, IsThatOfATextForItself) {
     zeb5::narrower narrower;
     EXPECT_EQ(narrower.narrow(u"x\\y", 3), "x?y");
     EXPECT_STREQ(zeb5::transcoded(zeb5::narrow(u"x\\y", 3)).get(), "x?y");
+}
+
+/// A reader to which the element b means nothing.
+zeb5::reader_row rows_but_of_b(std::string_view name) {
+    return name == "b" ? zeb5::reader_row{} : zeb5::reader_row{0, true};
+}
+
+TEST(LocalCode, MayHaveNothingForATextOfAPlainDocument) {
+    const locale_in_use other("C.UTF-8");
+    for (const char *const document : {"<r><a>1</a><b>\xE2\x82\xAC</b><a>2</a></r>",
+                                       "<r><a>1</a><b><![CDATA[\xE2\x82\xAC]]></b><a>2</a></r>",
+                                       "<r><a>1</a><b a='\xE2\x82\xAC' b='x'>2</b><a>3</a></r>"})
+        for (const reader_form form : both_readers)
+            for (const zeb5::row_finder rows : {every_row, rows_but_of_b}) {
+                const steps_seen seen = lane_steps(form, WITH_LANE, document, rows);
+                EXPECT_EQ(seen, lane_steps(form, WITHOUT_LANE, document, rows)) << document;
+                EXPECT_EQ(seen.lane, zeb5::lane_end::LEFT_MIDWAY) << document;
+            }
 }
 
 } // namespace

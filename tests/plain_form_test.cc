@@ -9,6 +9,7 @@
 #include "lane.h"
 #include "lane_steps.h"
 #include "sax_sources.h"
+#include "xml_platform.h"
 
 namespace {
 
@@ -158,14 +159,18 @@ std::string tag_steps(const std::string &document) {
     return kept;
 }
 
-TEST(PlainForm, PullReadersDeliverTheSteps) {
+class PlainForm : public testing::Test {
+    const xml_platform platform_; // starting it takes longer than a document
+};
+
+TEST_F(PlainForm, PullReadersDeliverTheSteps) {
     for (const document_row &row : rows) {
         EXPECT_EQ(pull_steps<memory_source>(row.document), row.steps) << row.name;
         EXPECT_EQ(pull_steps<file_source>(row.document), row.steps) << row.name;
     }
 }
 
-TEST(PlainForm, ReadersTakeTheStepsThatDeliverATag) {
+TEST_F(PlainForm, ReadersTakeTheStepsThatDeliverATag) {
     for (const document_row &row : rows)
         for (const reading_way way : both_ways)
             for (const reader_form form : both_readers)
@@ -173,7 +178,7 @@ TEST(PlainForm, ReadersTakeTheStepsThatDeliverATag) {
                     << row.name << ", " << way_name(way) << ", " << reader_name(form);
 }
 
-TEST(PlainForm, ReportsAreTheSameWithoutTheLane) {
+TEST_F(PlainForm, ReportsAreTheSameWithoutTheLane) {
     for (const document_row &row : rows)
         for (const reader_form form : both_readers)
             EXPECT_EQ(lane_steps(form, WITH_LANE, row.document), lane_steps(form, WITHOUT_LANE, row.document))

@@ -26,14 +26,13 @@ const char *read_number(const char *at, char32_t &character) {
     constexpr int most_digits = 8; // no more fit into 32 bits
     const unsigned base = *at == 'x' ? 16 : 10;
     at += base == 16;
-    char32_t number = 0;
-    int digits = 0;
-    for (; digit(*at) < base; ++at) {
+    char32_t number = 0; // also of no digits, and no character
+    for (int digits = 0; digit(*at) < base; ++at) {
         if (++digits > most_digits)
             return nullptr;
         number = number * base + digit(*at);
     }
-    if (*at != ';' || digits == 0 || !is_xml_character(number))
+    if (*at != ';' || !is_xml_character(number))
         return nullptr;
     character = number;
     return at + 1;

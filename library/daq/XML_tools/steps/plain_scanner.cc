@@ -166,7 +166,7 @@ void plain_scanner::begin_element(element_name *name, bool is_empty) {
 /// limit when the tag goes on there.
 const char *plain_scanner::scan_attributes(const char *at) {
     attribute_count_ = 0;
-    while (*at != '>' && *at != '/') {
+    for (;;) {
         const char *const next = skip_space(at, limit_);
         if (next >= limit_)
             return limit_;
@@ -175,10 +175,9 @@ const char *plain_scanner::scan_attributes(const char *at) {
         if (next == at || attribute_count_ == most_attributes)
             return nullptr;
         at = scan_attribute(next);
-        if (!at || at >= limit_)
-            return at;
+        if (!at)
+            return nullptr;
     }
-    return at;
 }
 
 /// Notes an attribute. Returns its end, null when it is not plain, and a place behind the limit when it goes
@@ -215,7 +214,7 @@ const char *plain_scanner::scan_attribute(const char *at) {
             if (!end)
                 return nullptr;
         } else {
-            value.has_line_ends |= *end < ' ' && *end >= 0;
+            value.has_line_ends |= is_space(*end);
             value.has_wide |= *end < 0;
             ++end;
         }

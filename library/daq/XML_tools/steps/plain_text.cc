@@ -41,12 +41,13 @@ std::optional<std::string_view> plain_text::read(const raw_text &raw, plain_enco
         if (*at == '&' && where != IN_CDATA) {
             at = read_reference(at, character);
         } else if (*at == '\r') {
-            at += at + 1 != raw.end && at[1] == '\n' ? 2 : 1;
+            at += at[1] == '\n' ? 2 : 1; // what ends the text is no line end
             character = where == IN_ATTRIBUTE ? ' ' : '\n';
+        } else if (where == IN_ATTRIBUTE && is_space(*at)) {
+            ++at;
+            character = ' ';
         } else {
             character = next_character(at, encoding);
-            if (where == IN_ATTRIBUTE && is_space(static_cast<char>(character)) && character < 0x80)
-                character = ' ';
         }
         append(wide_, character);
     }

@@ -135,11 +135,11 @@ bool file_window::load_more(const char *&from) {
         make_room(from);
     char *const to = buffer_.get() + (loaded_ - buffer_.get());
     const long got = file_.read(to, std::min(wanted, free_room()), read_);
-    if (got < 0)
+    if (got <= 0)
         return false;
     loaded_ += got;
     read_ += static_cast<std::size_t>(got);
-    if (got == 0 || read_ == file_.size())
+    if (read_ == file_.size())
         end_ = loaded_;
     return true;
 }

@@ -76,13 +76,14 @@ step_scanner::outcome step_scanner::take_text(plain_token token, step &taken) {
         last.begin = nullptr;
     if (!last.begin)
         return outcome::SILENT;
-    ++other_steps_;
-    if (last_->row.number == reader_row::none)
-        return outcome::SILENT;
+    // Also for nobody: a text that the local code does not have is a step of another kind
     const auto value = token == plain_token::TEXT ? read_text_.content(last, encoding())
                                                   : read_text_.cdata(last, encoding());
     if (!value)
         return outcome::STOPPED;
+    ++other_steps_;
+    if (last_->row.number == reader_row::none)
+        return outcome::SILENT;
     fill(taken, *value);
     return outcome::DELIVERED;
 }
