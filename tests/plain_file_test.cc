@@ -2,6 +2,7 @@
 
 #include "steps/plain_file.h"
 
+#include <cerrno>
 #include <climits>
 #include <filesystem>
 #include <fstream>
@@ -71,6 +72,21 @@ TEST(PlainFile, HasAPathThatMeansTheSameToTheXmlLibrary) {
     const working_folder deeper("sub");
     EXPECT_TRUE(is_opened("../plain"));
     EXPECT_FALSE(is_opened("../..plain")) << "no harm done";
+}
+
+TEST(PlainFile, IsReadFromAnyPlace) {
+    const temporary_file named("0123456789");
+    const zeb5::plain_file file(named.path().c_str());
+    EXPECT_EQ(file.size(), 10u);
+    char bytes[20] = {};
+    errno = EINTR; // somebody else's
+    EXPECT_EQ(file.read(bytes, 4, 3), 4);
+    EXPECT_STREQ(bytes, "3456");
+    EXPECT_EQ(file.read(bytes, 20, 8), 2);
+    EXPECT_STREQ(bytes, "8956");
+    errno = EINTR;
+    EXPECT_EQ(file.read(bytes, 20, 10), 0) << "the end";
+    EXPECT_EQ(file.read(nullptr, 20, 0), -1) << "no place to put it";
 }
 
 TEST(PlainFile, IsClosedAgain) {
