@@ -2,12 +2,16 @@
 
 #include "steps/plain_file.h"
 
+#include <cerrno>
+#include <climits>
 #include <filesystem>
 #include <fstream>
 
 #include <fcntl.h>
 #include <gtest/gtest.h>
+#include <sys/inotify.h>
 #include <sys/stat.h>
+#include <unistd.h>
 
 #include "channel_records.h"
 #include "lane_steps.h"
@@ -36,22 +40,53 @@ TEST(PlainFile, IsARegularOneThatIsNotEmpty) {
     EXPECT_FALSE(is_opened(folder / "pipe")) << "nobody writes to it: opening it would take for ever";
 }
 
+TEST(PlainFile, IsNotTouchedUnlessItIsARegularOne) {
+    const temporary_folder folder;
+    ASSERT_EQ(mkfifo((folder / "pipe").c_str(), 0600), 0);
+    const int opened = inotify_init1(IN_NONBLOCK | IN_CLOEXEC);
+    ASSERT_GE(inotify_add_watch(opened, folder.path().c_str(), IN_OPEN), 0);
+    EXPECT_FALSE(is_opened(folder / "pipe"));
+    char event[sizeof(inotify_event) + NAME_MAX + 1];
+    EXPECT_EQ(read(opened, event, sizeof event), -1) << "somebody has opened it";
+    close(opened);
+}
+
 // The XML library takes paths as text
 TEST(PlainFile, HasAPathThatMeansTheSameToTheXmlLibrary) {
     const temporary_folder folder;
     const working_folder there(folder.path());
     std::filesystem::create_directory("sub");
-    for (const char *name : {"plain", "a b", "a:b", "\xC3\xA4", "sub/plain", "..plain"})
+    for (const char *name : {"plain", "a b", "a~b", "a:b", "\xC3\xA4", "\x7F", "sub/plain", "..plain"})
         std::ofstream(name) << "x";
     EXPECT_TRUE(is_opened("plain"));
     EXPECT_TRUE(is_opened("./plain"));
     EXPECT_TRUE(is_opened("a b"));
+    EXPECT_TRUE(is_opened("a~b"));
     EXPECT_TRUE(is_opened("sub/plain"));
     EXPECT_TRUE(is_opened("../" + std::filesystem::path(folder.path()).filename().string() + "/plain"));
     EXPECT_FALSE(is_opened("a:b"));
     EXPECT_FALSE(is_opened("\xC3\xA4"));
+    EXPECT_FALSE(is_opened("\x7F"));
     EXPECT_FALSE(is_opened("sub/../plain"));
     EXPECT_FALSE(is_opened("..plain")) << "no harm done";
+    const working_folder deeper("sub");
+    EXPECT_TRUE(is_opened("../plain"));
+    EXPECT_FALSE(is_opened("../..plain")) << "no harm done";
+}
+
+TEST(PlainFile, IsReadFromAnyPlace) {
+    const temporary_file named("0123456789");
+    const zeb5::plain_file file(named.path().c_str());
+    EXPECT_EQ(file.size(), 10u);
+    char bytes[20] = {};
+    errno = EINTR; // somebody else's
+    EXPECT_EQ(file.read(bytes, 4, 3), 4);
+    EXPECT_STREQ(bytes, "3456");
+    EXPECT_EQ(file.read(bytes, 20, 8), 2);
+    EXPECT_STREQ(bytes, "8956");
+    errno = EINTR;
+    EXPECT_EQ(file.read(bytes, 20, 10), 0) << "the end";
+    EXPECT_EQ(file.read(nullptr, 20, 0), -1) << "no place to put it";
 }
 
 TEST(PlainFile, IsClosedAgain) {
