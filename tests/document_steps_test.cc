@@ -191,6 +191,7 @@ TEST_F(DocumentSteps, GoOnWithTheXmlLibraryWhereTheScannerLeaves) {
         "<a b='&e;'/></r>",
         "<a b='&#1;'/></r>",
         "<a b='\x01'/></r>",
+        "<a>\xE2\x80\xA8</a>&e;</r>",
         "<a>]]></a></r>",
         "<a>x]]]></a></r>",
         "<a>\x01</a></r>",

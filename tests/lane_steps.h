@@ -57,7 +57,7 @@ template <class Document> void take_all_steps(char *source, zeb5::row_finder fin
 
 /// `name` is what reports call the document.
 inline steps_seen lane_steps_of(reader_form form, reading_way way, char *source, const std::string &name,
-                                zeb5::row_finder find_row) {
+                                zeb5::row_finder find_row = every_row) {
     const way_in_use used(way);
     steps_seen seen;
     zeb5::lane.watch = [](zeb5::lane_end end) { last_lane_end = end; };

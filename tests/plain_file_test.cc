@@ -89,6 +89,25 @@ TEST(PlainFile, IsReadFromAnyPlace) {
     EXPECT_EQ(file.read(nullptr, 20, 0), -1) << "no place to put it";
 }
 
+// It puts the working folder in front of a relative one
+TEST(PlainFile, IsNotRelativeToAFolderThatTheXmlLibraryCannotUse) {
+    const temporary_folder folder;
+    std::ofstream(folder / "file") << "<r>&e;</r>";
+    for (const char *name : {"gone", "\xE4", "a:b"}) {
+        std::filesystem::create_directory(folder / name);
+        const working_folder back(folder.path());
+        ASSERT_EQ(chdir(name), 0);
+        if (name == std::string("gone")) {
+            std::filesystem::remove(folder / name);
+        }
+        EXPECT_FALSE(is_opened("../file")) << name;
+        EXPECT_TRUE(is_opened(folder / "file")) << name;
+        char path[] = "../file";
+        const steps_seen seen = lane_steps_of(READ_FILE, WITH_LANE, path, path);
+        EXPECT_EQ(seen, lane_steps_of(READ_FILE, WITHOUT_LANE, path, path)) << name;
+    }
+}
+
 TEST(PlainFile, IsClosedAgain) {
     const temporary_file file("<r>x</r>");
     const int before = open("/dev/null", O_RDONLY | O_CLOEXEC);

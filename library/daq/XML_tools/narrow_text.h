@@ -30,7 +30,8 @@ std::string plain_message(const xercesc::XMLException &problem);
 // Both narrow as the default transcoder does, which the XML platform must be up for. `length` is what the
 // parser says of the null-terminated `text`; a text with a null inside ends there, as with the transcoder.
 
-/// Called before a document is read: the locale may be another one by now.
+/// Called before a document is read: the locale may be another one by now. Who changes it between two steps
+/// of one document gets texts in the code of its beginning.
 void forget_local_code();
 
 /// A copy that whoever has it releases with XMLString::release(), as that of XMLString::transcode(); null

@@ -74,13 +74,13 @@ long to_number(std::string_view text) {
     constexpr std::size_t safe_digits = 18; // no 18 digits overflow 64 bits
     const bool is_negative = text.starts_with('-');
     const std::string_view digits = text.substr(is_negative, safe_digits + 1);
-    long number = 0;
+    unsigned long number = 0; // of one digit more, too
     std::size_t count = 0;
     for (; count < digits.size() && digits[count] >= '0' && digits[count] <= '9'; ++count)
-        number = 10 * number + (digits[count] - '0');
+        number = 10 * number + static_cast<unsigned long>(digits[count] - '0');
     if (count == 0 || count > safe_digits)
         return std::strtol(std::string(text).c_str(), nullptr, 10);
-    return is_negative ? -number : number;
+    return is_negative ? -static_cast<long>(number) : static_cast<long>(number);
 }
 
 void read_unsigned(std::string_view text, std::uint32_t &field) {

@@ -121,12 +121,13 @@ struct sax_step_handlers {
         return parser;
     }
 
-    /// Starts on a file that is open already.
-    template <class Parser> static int start(Parser &p, const char *path, const zeb5::plain_file &file) {
-        return start(p, zeb5::plain_file_source(path, file, bounded(*p.parser).memory));
-    }
+    /// A file that is open already.
+    struct opened_file {
+        const char *path;
+        const zeb5::plain_file &file;
+    };
 
-    /// `source` is an input source or a path.
+    /// `source` is an input source, a path or an opened file.
     template <class Parser, class Source> static int start(Parser &p, const Source &source) {
         try {
             if (parse_first(*p.parser, source, p.token))
@@ -238,6 +239,11 @@ private:
     static bool parse_first(xercesc::SAXParser &parser, const char *path, xercesc::XMLPScanToken &token) {
         const auto source = bounded(parser).files.source_of(path);
         return source ? parser.parseFirst(*source, token) : parser.parseFirst(path, token);
+    }
+    static bool parse_first(xercesc::SAXParser &parser, const opened_file &opened,
+                            xercesc::XMLPScanToken &token) {
+        return parser.parseFirst(zeb5::plain_file_source(opened.path, opened.file, bounded(parser).memory),
+                                 token);
     }
     static bool parse_first(xercesc::SAXParser &parser, const xercesc::InputSource &source,
                             xercesc::XMLPScanToken &token) {

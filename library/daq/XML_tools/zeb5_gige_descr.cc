@@ -2,6 +2,7 @@
 
 #include <cstdio>
 #include <memory>
+#include <new>
 #include <optional>
 
 #include <xercesc/dom/DOM.hpp>
@@ -44,6 +45,8 @@ private:
 
 struct unreadable_file {};
 
+void tell_out_of_memory() { std::printf("OutOfMemoryException\n"); }
+
 void tell_parse_failed() {
     std::printf("An error occurred during parsing\n "); // Kept: a blank before the log's next line
 }
@@ -64,7 +67,7 @@ std::unique_ptr<XercesDOMParser> parse_file(const char *file_name) {
             throw unreadable_file{};
         return parser;
     } catch (const OutOfMemoryException &) {
-        std::printf("OutOfMemoryException\n");
+        tell_out_of_memory();
     } catch (const XMLException &problem) {
         std::printf("An error occurred during parsing  Message: %s\n", message_of(problem).c_str());
     } catch (const DOMException &problem) {
@@ -94,6 +97,12 @@ bool zeb5_fill_gige_descr(char *file_name, feature_vector *out) {
         if (scanned != zeb5::scan_result::NOT_PLAIN)
             return scanned != zeb5::scan_result::READ;
         platform.emplace();
+    } catch (const OutOfMemoryException &) {
+        tell_out_of_memory();
+        return true;
+    } catch (const std::bad_alloc &) {
+        tell_parse_failed();
+        return true;
     } catch (const XMLException &problem) {
         std::printf("Error during Xerces-c Initialization.  Exception message: %s\n",
                     zeb5::plain_message(problem).c_str());

@@ -2,6 +2,7 @@
 
 #include <cstring>
 #include <iostream>
+#include <utility>
 
 #include <xercesc/util/XMLException.hpp>
 
@@ -29,7 +30,8 @@ bool file_document::start(std::optional<parser> &made) {
     if (!made->init_ok())
         return false;
     const bool is_open = file_ && file_->is_open();
-    return (is_open ? sax_step_handlers::start(*made, path_, *file_) : made->start(path_)) == 0;
+    return (is_open ? sax_step_handlers::start(*made, sax_step_handlers::opened_file{path_, *file_})
+                    : made->start(path_)) == 0;
 }
 
 bool file_document::reports_change() const {
@@ -89,8 +91,8 @@ template <class Document> bool document_steps<Document>::next_otherwise() {
 /// when there is nothing left to do for the parser, or it cannot do it.
 template <class Document> bool document_steps<Document>::hand_over() {
     const bool has_finished = scanner_ && scanner_->has_finished();
-    std::size_t delivered = scanner_ ? scanner_->delivered() : 0;
-    scanner_.reset();
+    const auto left = std::move(scanner_); // it may hold the platform until the parser does
+    std::size_t delivered = left ? left->delivered() : 0;
     tell_lane_end(has_finished     ? lane_end::FINISHED
                   : delivered != 0 ? lane_end::LEFT_MIDWAY
                                    : lane_end::LEFT_AT_ONCE);

@@ -1,6 +1,8 @@
 #include "steps/plain_file.h"
 
+#include <algorithm>
 #include <cerrno>
+#include <climits>
 #include <string_view>
 
 #include <fcntl.h>
@@ -10,10 +12,19 @@ namespace zeb5 {
 
 namespace {
 
+bool is_plain_text(std::string_view path) {
+    return std::none_of(path.begin(), path.end(), [](char c) { return c < ' ' || c > '~' || c == ':'; });
+}
+
+/// The XML library puts the working folder in front of a path that does not begin at the root.
+bool has_plain_folder(std::string_view path) {
+    char folder[PATH_MAX];
+    return path.starts_with('/') || (getcwd(folder, sizeof folder) && is_plain_text(folder));
+}
+
 bool is_plain_path(std::string_view path) {
-    for (const char c : path)
-        if (c < ' ' || c > '~' || c == ':')
-            return false;
+    if (!is_plain_text(path) || !has_plain_folder(path))
+        return false;
     std::string_view rest = path;
     while (rest.starts_with("../"))
         rest.remove_prefix(3);

@@ -86,7 +86,8 @@ plain_token plain_scanner::next() {
     }
 }
 
-/// Nothing of the scanner changes before the token is complete, as it is scanned again when more is loaded.
+/// Nothing that the scanner tells changes before the token is complete, as it is scanned again when more is
+/// loaded.
 plain_token plain_scanner::take(plain_token token, const char *end) {
     if (end > limit_)
         return plain_token::MORE;
@@ -262,7 +263,9 @@ plain_token plain_scanner::scan_text() {
                 return plain_token::NOT_PLAIN;
             text.has_line_ends |= *at == '\r';
             text.has_wide |= *at < 0;
-            ++at;
+            do
+                ++at;
+            while (at < limit_ && *at < 0 && text.has_wide);
         }
         at = skip_plain_text(at);
     }

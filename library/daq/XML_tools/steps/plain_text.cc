@@ -5,6 +5,7 @@
 #include <xercesc/util/XMLException.hpp>
 
 #include "narrow_text.h"
+#include "platform_hold.h"
 #include "steps/plain_characters.h"
 
 namespace zeb5 {
@@ -61,8 +62,10 @@ std::optional<std::string_view> plain_text::narrowed() {
         return narrow_;
     }
     try {
-        if (!platform_)
+        if (!platform_) {
             platform_.emplace();
+            platform_hold::keep_for_thread();
+        }
     } catch (const xercesc::XMLException &) {
         return std::nullopt; // the XML library then says so itself
     }

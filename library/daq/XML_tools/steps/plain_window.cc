@@ -64,12 +64,14 @@ bool plain_window::check() {
     while ((checked_ = skip_ascii(checked_, loaded_)) != loaded_) {
         if (encoding_ == plain_encoding::ASCII)
             return false;
-        const int length = length_of_character(checked_, loaded_);
-        if (length == 0)
-            return !end_; // the rest of it is not loaded yet
-        if (length < 0)
-            return false;
-        checked_ += length;
+        do { // others like it follow more often than ASCII
+            const int length = length_of_character(checked_, loaded_);
+            if (length == 0)
+                return !end_; // the rest of it is not loaded yet
+            if (length < 0)
+                return false;
+            checked_ += length;
+        } while (checked_ != loaded_ && *checked_ < 0);
     }
     return true;
 }
