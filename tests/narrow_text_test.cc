@@ -46,7 +46,7 @@ constexpr char16_t characters[] = {u'\x01',   u'\x7e',   u'\x7f',   u'\u0080', u
 TEST(NarrowText, IsThatOfTheTranscoderWhereverACharacterIsNotAscii) {
     const xml_platform platform;
     zeb5::narrower narrower;
-    for (const std::size_t length : {1, 2, 3, 7, 8, 9, 15, 16, 17, 31, 40})
+    for (const std::size_t length : {1u, 2u, 3u, 7u, 8u, 9u, 15u, 16u, 17u, 31u, 40u})
         for (std::size_t place = 0; place < length; ++place)
             for (const char16_t character : characters) {
                 std::u16string text(length, u'x');

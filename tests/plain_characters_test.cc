@@ -51,7 +51,7 @@ TEST(PlainCharacters, MayBeWrittenAsReferences) {
     EXPECT_EQ(reference("&#01114111;x"), "1114111 x") << "eight digits";
     EXPECT_EQ(reference("&#xFedB;"), std::to_string(0xFEDB) + ' ');
     EXPECT_EQ(reference("&#xAbCf;"), std::to_string(0xABCF) + ' ');
-    for (const char32_t character : {0x9, 0xA, 0xD, 0x20, 0xD7FF, 0xE000, 0xFFFD, 0x10000, 0x10FFFF})
+    for (const char32_t character : {0x9u, 0xAu, 0xDu, 0x20u, 0xD7FFu, 0xE000u, 0xFFFDu, 0x10000u, 0x10FFFFu})
         EXPECT_EQ(reference("&#" + std::to_string(character) + ';'), std::to_string(character) + ' ');
 }
 
@@ -59,7 +59,8 @@ TEST(PlainCharacters, AreOtherwiseNotPlain) {
     for (const char *const text : {"&;", "& amp;", "&amp", "&AMP;", "&e;", "&#;", "&#x;", "&#X41;", "&#65",
                                    "&#65 ;", "&#6A;", "&#xG;", "&#x100000041;", "&#-1;"})
         EXPECT_EQ(reference(text), "none") << text;
-    for (const char32_t none : {0x0, 0x8, 0xB, 0xC, 0xE, 0x1F, 0xD800, 0xDFFF, 0xFFFE, 0xFFFF, 0x110000})
+    for (const char32_t none :
+         {0x0u, 0x8u, 0xBu, 0xCu, 0xEu, 0x1Fu, 0xD800u, 0xDFFFu, 0xFFFEu, 0xFFFFu, 0x110000u})
         EXPECT_EQ(reference("&#" + std::to_string(none) + ';'), "none") << std::to_string(none);
 }
 

@@ -98,7 +98,7 @@ TEST(PlainWindow, LetsThroughAllOfADocument) {
 }
 
 TEST(PlainWindow, LetsThroughAllOfALargeDocument) {
-    for (const std::size_t length : {65'535, 65'536, 65'537, 131'072, 131'073, 1'000'000})
+    for (const std::size_t length : {65'535u, 65'536u, 65'537u, 131'072u, 131'073u, 1'000'000u})
         for (const auto through : both_windows) {
             const passed seen = through(bytes(length), plain_encoding::UTF_8, false);
             EXPECT_TRUE(seen.bytes == bytes(length)) << length;

@@ -16,7 +16,7 @@ namespace {
 /// Whether a character is ASCII and no NUL.
 bool is_ascii(XMLCh character) { return static_cast<XMLCh>(character - 1) < 127; }
 
-using wide_block [[gnu::vector_size(16)]] = XMLCh;
+using wide_block [[gnu::vector_size(16)]] = std::uint16_t; // clang has no vectors of char16_t
 
 /// Copies the eight characters at `i`; returns the bits of those that are not ASCII or a NUL.
 wide_block narrow_eight(const XMLCh *text, char *out, std::size_t i) {
@@ -26,7 +26,8 @@ wide_block narrow_eight(const XMLCh *text, char *out, std::size_t i) {
     const byte_block narrow =
         __builtin_shufflevector(bytes, bytes, 0, 2, 4, 6, 8, 10, 12, 14, 0, 2, 4, 6, 8, 10, 12, 14);
     std::memcpy(out + i, &narrow, 8);
-    return (wide | (wide - 1)) & static_cast<XMLCh>(0xFF80);
+    constexpr std::uint16_t one = 1, beyond_ascii = 0xFF80;
+    return (wide | (wide - one)) & beyond_ascii;
 }
 
 /// Narrows to `length` + 1 bytes; false when the text is not all ASCII or goes on behind its length.

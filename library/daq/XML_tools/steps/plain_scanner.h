@@ -85,12 +85,12 @@ protected:
         return at;
     }
 
-    const char *at_ = nullptr;            // where the next token begins
-    const char *limit_ = nullptr;         // the window's
-    const char *quick_limit_ = nullptr;   // a tag of a quick name that begins before it ends before the limit
-    element_name *last_ = nullptr;        // of the last start tag
-    element_name **open_ = stack_.data(); // the innermost open element
     std::array<element_name *, most_depth + 1> stack_; // the first one stands for none
+    element_name **open_ = stack_.data();              // the innermost open element
+    element_name *last_ = nullptr;                     // of the last start tag
+    const char *at_ = nullptr;                         // where the next token begins
+    const char *limit_ = nullptr;                      // the window's
+    const char *quick_limit_ = nullptr; // a tag of a quick name that begins before it ends before the limit
 
 private:
     static constexpr std::size_t most_attributes = 16;
