@@ -51,7 +51,7 @@ template <class Document> document_steps<Document>::document_steps(char *source)
     }
     if (!window_)
         return;
-    scanner_.reset(new step_scanner(*window_));
+    scanner_ = std::make_unique<step_scanner>(*window_);
     if (!scanner_->start())
         scanner_.reset();
 }
