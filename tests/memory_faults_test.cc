@@ -149,6 +149,16 @@ TEST_F(MemoryFaults, LeaveEveryReaderAsItWas) {
                 }
 }
 
+TEST_F(MemoryFaults, FailTheReadingOfAPlainCameraFile) {
+    temporary_file file(
+        "<r><Integer Name='a name longer than any short string'><ToolTip>t</ToolTip></Integer></r>");
+    for (const mode how : both_modes) {
+        const tally seen = fail_everywhere(platform.of_xml, how, [&] { return read_camera(file.c_path()); });
+        EXPECT_EQ(seen.ends, std::set<std::string>{"result 1"}) << name_of(how);
+        EXPECT_EQ(seen.problems, "");
+    }
+}
+
 // The pull readers by themselves: whoever catches the exception may ask on
 
 /// Takes all steps while memory runs out at the `at`-th allocation. Whether it did.

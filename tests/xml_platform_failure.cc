@@ -300,6 +300,18 @@ TEST(PlainDocuments, LeaveAnExtractorsPlatformToTheSourcesThatNeedIt) {
     EXPECT_EQ(initialized, terminated);
 }
 
+TEST(PlainDocuments, KeepAnExtractorsPlatformForTextsBeyondAscii) {
+    ask_for_the_local_code();
+    char text[] = "<CHANDESCRIPTIONS><CHANNEL><UNITS>\xC2\xB5m</UNITS></CHANNEL></CHANDESCRIPTIONS>";
+    std::vector<char *> sources{text, text, text};
+    channel_list list;
+    descr_extractor extractor;
+    extractor.set_mode(EXTR_FROM_XML);
+    EXPECT_FALSE(extractor.get_descriptions(&sources, nullptr, &list.records, false));
+    EXPECT_EQ(went_down, 1);
+    EXPECT_EQ(initialized, terminated);
+}
+
 // Transcoders of other systems have none for some characters
 template <class Source> class PlatformWithoutUmlauts : public testing::Test {
 protected:

@@ -111,7 +111,7 @@ scan_result scan_features(const char *path, std::vector<ZEB5GigEFeature *> &out)
     if (!is_plain)
         return file.is_open() && file.has_changed() ? scan_result::CHANGED : scan_result::NOT_PLAIN;
     clear_markers(found.list);
-    out.swap(found.list); // Kept: what the caller's list held is not released; he may still use it
+    out.swap(found.list); // Kept: the records are the caller's, who may still use them
     found.list.clear();
     return scan_result::READ;
 }

@@ -27,12 +27,12 @@ inline transcoded transcode(const XMLCh *text) { return transcoded(xercesc::XMLS
 /// what is not ASCII becomes a question mark.
 std::string plain_message(const xercesc::XMLException &problem);
 
+/// Called before a document is read, as the locale may have changed since the last one. A change of the
+/// locale while a document is read counts from the next document on.
+void forget_local_code();
+
 // Both narrow as the default transcoder does, which the XML platform must be up for. `length` is what the
 // parser says of the null-terminated `text`; a text with a null inside ends there, as with the transcoder.
-
-/// Called before a document is read: the locale may be another one by now. Who changes it between two steps
-/// of one document gets texts in the code of its beginning.
-void forget_local_code();
 
 /// A copy that whoever has it releases with XMLString::release(), as that of XMLString::transcode(); null
 /// where the transcoder gives none.

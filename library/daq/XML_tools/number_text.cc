@@ -1,6 +1,5 @@
 #include "number_text.h"
 
-#include <algorithm>
 #include <charconv>
 #include <cstdio>
 #include <cstdlib>

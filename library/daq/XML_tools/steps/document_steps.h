@@ -72,6 +72,8 @@ public:
 
     const step &current() const { return current_; }
 
+    // Both only after next() has returned true
+
     /// The name of the current element.
     std::string_view tag() const;
 

@@ -3,7 +3,7 @@
 
 /// What single characters and references mean in a plain document.
 
-#include <array>
+#include "text/byte_block.h"
 
 namespace zeb5 {
 
@@ -20,6 +20,11 @@ constexpr bool is_name_character(char c) {
 
 /// Whether a character is none of a plain document: a control character, which XML does not allow.
 constexpr bool is_forbidden(char c) { return c >= 0 && c < ' ' && !is_space(c); }
+
+/// Marks the bytes of a block that are control characters, line ends included, or not ASCII.
+inline signed_byte_block is_control_or_wide(byte_block block) {
+    return reinterpret_cast<signed_byte_block>(block) < ' ';
+}
 
 /// The reference at `at`, which is an '&': one of the five names or the number of a character that XML
 /// allows. Sets `character` and returns the end; returns null for anything else.

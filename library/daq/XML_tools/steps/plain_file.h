@@ -28,8 +28,8 @@ public:
     long read(char *to, std::size_t count, std::size_t offset) const;
 
     /// Whether somebody has written to the file since it was opened: what was read may then be parts of two
-    /// documents. A new time stamp counts as a change. One that keeps the size within one tick of the file
-    /// system's clock is not seen.
+    /// documents. A new time stamp counts as a change. A change that keeps the size, within one tick of the
+    /// file system's clock, is not seen.
     bool has_changed() const;
 
 private:

@@ -2,7 +2,6 @@
 
 #include <bit>
 
-#include "steps/plain_characters.h"
 #include "steps/plain_declaration.h"
 
 namespace zeb5 {
@@ -25,9 +24,8 @@ const char *skip_indentation(const char *at) {
 const char *skip_plain_value(const char *at, const char *limit, char quote) {
     for (; at < limit; at += block_bytes) {
         const byte_block block = load_block(at);
-        const auto is_control_or_wide = reinterpret_cast<signed_byte_block>(block) < ' ';
         const auto stops = (block == static_cast<unsigned char>(quote)) | (block == '<') | (block == '&');
-        if (const unsigned bits = top_bits(stops | is_control_or_wide))
+        if (const unsigned bits = top_bits(stops | is_control_or_wide(block)))
             return at + std::countr_zero(bits);
     }
     return at;

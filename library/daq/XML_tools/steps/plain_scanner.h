@@ -15,6 +15,7 @@
 #include <string_view>
 
 #include "steps/element_names.h"
+#include "steps/plain_characters.h"
 #include "steps/plain_window.h"
 #include "text/byte_block.h"
 
@@ -99,8 +100,7 @@ private:
     /// A bit for each byte that ends a run of plain text: '<', '&', ']', control characters, and what is not
     /// ASCII.
     static unsigned stops_in(byte_block block) {
-        const auto is_control_or_wide = reinterpret_cast<signed_byte_block>(block) < ' ';
-        return top_bits((block == '<') | (block == '&') | (block == ']') | is_control_or_wide);
+        return top_bits((block == '<') | (block == '&') | (block == ']') | is_control_or_wide(block));
     }
 
     plain_token scan();

@@ -33,7 +33,7 @@ public:
     const char *begin() const { return begin_; }
     const char *loaded() const { return loaded_; }
 
-    /// Says what load_more() is to check the bytes for.
+    /// Says which characters extend() is to check the bytes for.
     void set_encoding(plain_encoding encoding) { encoding_ = encoding; }
 
     /// Bytes before this may be scanned.
@@ -58,7 +58,7 @@ protected:
 
     const char *begin_ = nullptr;
     const char *limit_ = nullptr;   // before it everything may be scanned
-    const char *checked_ = nullptr; // before it everything is characters
+    const char *checked_ = nullptr; // before it all bytes are characters of the encoding
     const char *loaded_ = nullptr;  // before it everything can be read
     const char *end_ = nullptr;     // of the document; null: not known yet
 
