@@ -86,7 +86,7 @@ TEST(PlainFile, IsReadFromAnyPlace) {
     EXPECT_STREQ(bytes, "8956");
     errno = EINTR;
     EXPECT_EQ(file.read(bytes, 20, 10), 0) << "the end";
-    EXPECT_EQ(file.read(nullptr, 20, 0), -1) << "no place to put it";
+    EXPECT_EQ(file.read(bytes, 20, SIZE_MAX), -1) << "no such place";
 }
 
 // It puts the working folder in front of a relative one
