@@ -54,7 +54,7 @@ contender reading(const std::string &name, int channels, std::function<void(chan
                 [records, channels] {
                     clean_chan_desr_list(&records->list);
                     channel_list().swap(records->list);
-                    if (channels >= channels_in_new_memory)
+                    if (channels >= channels_in_new_memory && !keeps_memory)
                         malloc_trim(0);
                 },
             .goal = goal};

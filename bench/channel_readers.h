@@ -35,6 +35,9 @@ private:
     std::unique_ptr<document_file> file_;
 };
 
+/// Whether long lists, too, get the memory that the runs before have released.
+inline bool keeps_memory = false;
+
 /// A contender that fills a list, which is released outside of the measurement.
 contender reading(const std::string &name, int channels, std::function<void(channel_list &)> read,
                   double goal = 0);

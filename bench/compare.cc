@@ -1,6 +1,7 @@
 /// Compares this library with the XML library alone and with the same work on others, in one table.
 
 #include <algorithm>
+#include <climits>
 #include <cstdio>
 #include <cstring>
 #include <exception>
@@ -9,6 +10,7 @@
 
 #include <malloc.h>
 
+#include "channel_readers.h"
 #include "machine.h"
 #include "memory_use.h"
 #include "rows.h"
@@ -24,11 +26,12 @@ struct options {
 };
 
 constexpr char usage[] =
-    "usage: compare [--quick] [--markdown] [--rows PART_OF_A_TITLE]...\n"
+    "usage: compare [--quick] [--markdown] [--keep-memory] [--rows PART_OF_A_TITLE]...\n"
     "\n"
-    "  --quick     small sizes and few rounds: under a minute\n"
-    "  --markdown  prints the table for a document\n"
-    "  --rows      only what has this in its first column; may be given again\n"
+    "  --quick        small sizes and few rounds: under a minute\n"
+    "  --markdown     prints the table for a document\n"
+    "  --keep-memory  what a run releases is there for the next, at any size\n"
+    "  --rows         only what has this in its first column; may be given again\n"
     "\n"
     "Times are medians over rounds in which all take turns; a ratio is the median of the\n"
     "ratios of each round, this library's time (the first line's) to that of the line.\n"
@@ -40,6 +43,8 @@ bool understand(int count, char **arguments, options &wanted) {
             wanted.size = QUICK;
         else if (!std::strcmp(arguments[i], "--markdown"))
             wanted.markdown = true;
+        else if (!std::strcmp(arguments[i], "--keep-memory"))
+            keeps_memory = true;
         else if (!std::strcmp(arguments[i], "--rows") && i + 1 < count)
             wanted.parts.push_back(arguments[++i]);
         else
@@ -67,10 +72,11 @@ void add_contest(table &out, const std::string &title, const contest &contest, c
 }
 
 /// The allocator of the C library comes to this by itself once large blocks were freed; which rows do so
-/// first makes no difference then. Up to 64 MB that a run has released are there for the next.
+/// first makes no difference then. Up to 64 MB that a run has released are there for the next, or all of it
+/// if memory is to be kept.
 void settle_allocator() {
     mallopt(M_MMAP_THRESHOLD, 32 << 20);
-    mallopt(M_TRIM_THRESHOLD, 64 << 20);
+    mallopt(M_TRIM_THRESHOLD, keeps_memory ? INT_MAX : 64 << 20);
 }
 
 void add_all(table &out, const options &wanted) {

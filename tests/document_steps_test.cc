@@ -225,6 +225,63 @@ TEST_F(DocumentSteps, GoOnWithTheXmlLibraryWhereTheScannerLeaves) {
                 expect_end(lane_end::LEFT_MIDWAY, before + rest, rows);
 }
 
+/// A text in memory ends at the first NUL; a file goes on behind it.
+TEST_F(DocumentSteps, OfFilesWithANulInsideATokenComeFromTheXmlLibraryFromThereOn) {
+    using namespace std::string_literals;
+    for (const std::string &rest : {"\0</r>"s,
+                                    "x\0</r>"s,
+                                    "x\0x</r>"s,
+                                    "<\0a/></r>"s,
+                                    "<a\0/></r>"s,
+                                    "<a \0b='1'/></r>"s,
+                                    "<a b\0='1'/></r>"s,
+                                    "<a b='\0'/></r>"s,
+                                    "<a b='1\0'/></r>"s,
+                                    "<a b='1'\0/></r>"s,
+                                    "<a/\0></r>"s,
+                                    "<a>\0</a></r>"s,
+                                    "<a>x\0</a></r>"s,
+                                    "<a>x</\0a></r>"s,
+                                    "<a>x</a\0></r>"s,
+                                    "<a>x</a></r\0>"s,
+                                    "<a>&\0amp;</a></r>"s,
+                                    "<a>&amp\0;</a></r>"s,
+                                    "<a>&#\0;</a></r>"s,
+                                    "<a>&#6\0;</a></r>"s,
+                                    "<!\0-- --></r>"s,
+                                    "<!--\0--></r>"s,
+                                    "<!-- \0 --></r>"s,
+                                    "<!-- -\0-></r>"s,
+                                    "<!-- --\0></r>"s,
+                                    "<?\0p?></r>"s,
+                                    "<?p\0?></r>"s,
+                                    "<?p \0 ?></r>"s,
+                                    "<?p ?\0></r>"s,
+                                    "<![CDATA\0[x]]></r>"s,
+                                    "<![CDATA[\0]]></r>"s,
+                                    "<![CDATA[x\0x]]></r>"s,
+                                    "<![CDATA[x]\0]></r>"s,
+                                    "<![CDATA[x]]\0></r>"s,
+                                    "</r><!-- \0 -->"s,
+                                    "</r><?p \0?>"s,
+                                    "</r> \0x"s})
+        for (const char *const before : {"<r>", "<r><A>1</A>\n", "<r><a>1</a><a>2</a>"})
+            for (const zeb5::row_finder rows : {every_row, row_by_name})
+                expect_end(lane_end::LEFT_MIDWAY, before + rest, rows);
+}
+
+/// The XML library reports them when it decodes them, so they are looked for ahead of the steps.
+TEST_F(DocumentSteps, OfDocumentsWithBytesThatAreNoCharacterComeFromTheXmlLibrary) {
+    for (const std::string bad : {"\xEF\xBF\xBE", "\xEF\xBF\xBF", "\xED\xA0\x80", "\xC0\x80", "\xFF",
+                                  "\xF7\xBF\xBF\xBF", "\xF4\x90\x80\x80"})
+        for (const std::string &rest :
+             {"<a b='" + bad + "'/></r>", "<!-- " + bad + " --></r>", "<![CDATA[" + bad + "]]></r>",
+              "<?p " + bad + "?></r>", "<" + bad + "/></r>", "<a " + bad + "='1'/></r>",
+              "</r><!--" + bad + "-->"})
+            for (const char *const before : {"<r>", "<r><A>1</A>\n"})
+                expect_end(lane_end::LEFT_AT_ONCE, before + rest);
+}
+
 TEST_F(DocumentSteps, OfAReaderThatPassesOverElementsAreTheSameWhereverTheScannerLeaves) {
     std::string document = "<r>";
     for (const char *const name : {"d", "e", "f", "g"})

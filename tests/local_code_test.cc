@@ -5,6 +5,7 @@
 #include <cstring>
 #include <string>
 
+#include <dlfcn.h>
 #include <langinfo.h>
 
 #include <gtest/gtest.h>
@@ -13,15 +14,30 @@
 
 #include "descr_readers.h"
 #include "lane_steps.h"
+#include "local_code.h"
 #include "locales.h"
 #include "narrow_text.h"
 #include "xml_platform.h"
+
+namespace {
+std::string made_up_code; // in place of the locale's character set
+int transcoded_texts = 0;
+} // namespace
+
+char *nl_langinfo(nl_item item) noexcept {
+    if (item == CODESET && !made_up_code.empty())
+        return made_up_code.data();
+    static const auto of_system = reinterpret_cast<char *(*)(nl_item)>(dlsym(RTLD_NEXT, "nl_langinfo"));
+    return of_system(item);
+}
 
 XERCES_CPP_NAMESPACE_BEGIN
 
 char *XMLString::transcode(const XMLCh *const text, MemoryManager *const memory) {
     const XMLSize_t length = stringLen(text);
-    const bool keeps_ascii = std::strcmp(nl_langinfo(CODESET), "UTF-8") == 0;
+    const std::string code = nl_langinfo(CODESET);
+    const bool keeps_ascii = code == "UTF-8" || code.starts_with("with ASCII");
+    ++transcoded_texts;
     if (keeps_ascii && indexOf(text, u'\u20AC') >= 0)
         return nullptr;
     char *const narrow = static_cast<char *>(memory->allocate(length + 1));
@@ -59,6 +75,26 @@ TEST(LocalCode, IsThatOfATextForItself) {
     zeb5::narrower narrower;
     EXPECT_EQ(narrower.narrow(u"x\\y", 3), "x?y");
     EXPECT_STREQ(zeb5::transcoded(zeb5::narrow(u"x\\y", 3)).get(), "x?y");
+}
+
+/// Sixteen character sets are remembered, if their names are not too long; others are asked for each time.
+TEST(LocalCode, IsRightForAnyNumberOfCharacterSets) {
+    const xml_platform platform; // its start transcodes texts, too
+    for (const int round : {1, 2, 3})
+        for (int i = 0; i < 40; ++i) {
+            const bool keeps_ascii = i % 3 == 0;
+            made_up_code = (keeps_ascii ? "with ASCII " : "without ASCII ") + std::to_string(i);
+            if (i >= 38)
+                made_up_code += std::string(40, 'x');
+            EXPECT_EQ(zeb5::local_code_keeps_ascii(), keeps_ascii) << i << ", round " << round;
+        }
+    transcoded_texts = 0;
+    for (const char *const code : {"with ASCII 0", "without ASCII 1", "with ASCII 39"}) {
+        made_up_code = code;
+        EXPECT_EQ(zeb5::local_code_keeps_ascii(), code[4] == ' ') << code;
+    }
+    EXPECT_EQ(transcoded_texts, 1) << "the last one is not remembered";
+    made_up_code.clear();
 }
 
 /// A reader to which the element b means nothing.

@@ -134,4 +134,24 @@ TEST_P(PlainReading, FillsTheSameChannels) {
     }
 }
 
+/// A thread may have a locale of its own, which the transcoder may or may not look at.
+TEST(PlainReadingOnAThread, FillsTheSameChannelsInALocaleOfItsOwn) {
+    for (const char *const name : locales) {
+        const locale_in_use process(name);
+        if (!process.is_set())
+            continue;
+        const locale_t own = newlocale(LC_ALL_MASK, name == locales[0] ? "C.UTF-8" : "C", nullptr);
+        ASSERT_TRUE(own);
+        const locale_t before = uselocale(own);
+        random_documents next(3);
+        for (int i = 0; i < 100 && !testing::Test::HasFatalFailure(); ++i) {
+            const std::string document = next.next();
+            for (const reader_form form : both_readers)
+                expect_same_channels(form, document, {});
+        }
+        uselocale(before);
+        freelocale(own);
+    }
+}
+
 } // namespace
