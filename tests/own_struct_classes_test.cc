@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <iterator>
+#include <vector>
 
 #include <gtest/gtest.h>
 
@@ -12,6 +13,7 @@
 namespace {
 
 int own_structure[64]; // by event type
+std::vector<int> asked;
 
 /// All types of one class.
 void classify_all(int structure) {
@@ -21,7 +23,10 @@ void classify_all(int structure) {
 
 } // namespace
 
-int get_event_struct_type(int ev_type) { return ev_type >= 0 && ev_type < 64 ? own_structure[ev_type] : -1; }
+int get_event_struct_type(int ev_type) {
+    asked.push_back(ev_type);
+    return ev_type >= 0 && ev_type < 64 ? own_structure[ev_type] : -1;
+}
 
 namespace {
 
@@ -117,6 +122,28 @@ TEST(OwnStructClasses, OfTypesThatNoMaskHasDoNotCount) {
     own_structure[0] = 12;
     EXPECT_EQ(selector.get_event_type(name("PROP")), 1);
     EXPECT_EQ(selector.is_channel_ml(0), 1);
+}
+
+/// Event types that were asked for meanwhile.
+template <class Question> std::vector<int> types_asked(Question question) {
+    asked.clear();
+    capture(question);
+    return asked;
+}
+
+TEST(OwnStructClasses, AreAskedForTypesOfAMaskAlone) {
+    classify_all(ZEB5_EV_STRUCT_LOCAL);
+    chan_selector selector;
+    add_channels(selector, {{"PROP", "DAQ", 0x82, 0, 0}, {"NONE", "OTHER", 0, 0, 0}});
+    using types = std::vector<int>;
+    EXPECT_EQ(types_asked([&] { selector.find_channel(3, name("DAQ")); }), types{});
+    EXPECT_EQ(types_asked([&] { selector.find_channel(7, name("DAQ")); }), types{7});
+    EXPECT_EQ(types_asked([&] { selector.get_event_type(name("DAQ")); }), types{});
+    EXPECT_EQ(types_asked([&] { selector.get_event_type(name("PROP")); }), (types{1, 7}));
+    EXPECT_EQ(types_asked([&] { selector.get_event_type(name("NONE")); }), types{});
+    EXPECT_EQ(types_asked([&] { selector.get_data_type(name("DAQ")); }), types{});
+    EXPECT_EQ(types_asked([&] { selector.is_channel_slow(0); }), types{});
+    EXPECT_EQ(types_asked([&] { selector.is_channel_ml(0); }), (types{1, 7}));
 }
 
 TEST(OwnStructClasses, AreAskedWithTheEventTypeAsItWasGiven) {

@@ -3,153 +3,150 @@
 #include <algorithm>
 #include <bit>
 #include <cstring>
-#include <utility>
 
 #include "event_util.h"
+#include "name_hash.h"
 #include "narrow_text.h"
+#include "text/byte_block.h"
 
 namespace zeb5 {
 
 namespace {
 
-template <std::size_t N> bool is_text(const char (&field)[N], std::string_view text) {
-    return text.size() < N && field[text.size()] == '\0' && std::memcmp(field, text.data(), text.size()) == 0;
-}
-
-/// The half of a hash that does not say where in the table it belongs.
-std::uint32_t key_of(std::size_t hash) { return static_cast<std::uint32_t>(hash >> 32); }
+constexpr std::size_t field_bytes = sizeof chan_descr_2010::daq_name;
+static_assert(field_bytes == sizeof chan_descr_2010::prop_name);
 
 } // namespace
 
-chan_name_index::chan_name_index(const std::vector<chan_descr_2010 *> &list) : list_(list) {
-    latest_.reserve(window);
-}
-
-void chan_name_index::list_changed() {
-    if (slots_.size() < slots_wanted())
-        slots_.resize(std::bit_ceil(slots_wanted())); // here, so that no question runs out of memory
-}
-
-bool chan_name_index::matches(name_role role, const chan_descr_2010 &record, std::string_view name) const {
-    switch (role) {
-    case DAQ_NAME:
-        return is_text(record.daq_name, name);
-    case PROP_NAME:
-        return is_text(record.prop_name, name);
-    default:
-        return (record.ev_type && is_text(record.daq_name, name)) ||
-               ((record.ev_type & non_local_) && is_text(record.prop_name, name));
+/// A name as it is compared with many: 16 bytes of it decide nearly always. They are the last ones, its NUL
+/// included, as names of one machine begin alike; a shorter name has fewer.
+class wanted_name {
+public:
+    /// `name` is shorter than the field of a record.
+    explicit wanted_name(std::string_view name)
+        : name_(name), at_(std::max<std::size_t>(name.size() + 1, block_bytes) - block_bytes),
+          bits_((2U << std::min<std::size_t>(name.size(), block_bytes - 1)) - 1) {
+        char bytes[block_bytes] = {};
+        name.substr(at_).copy(bytes, block_bytes);
+        block_ = load_block(bytes);
     }
-}
 
-/// Calls `entry(role, hash, is_event_name)` for the record's two names, until one gives false.
-template <class Entry> bool chan_name_index::all_entries(const chan_descr_2010 &record, Entry entry) const {
-    return entry(DAQ_NAME, hash_of(field_text(record.daq_name)), record.ev_type != 0) &&
-           entry(PROP_NAME, hash_of(field_text(record.prop_name)), (record.ev_type & non_local_) != 0);
-}
-
-/// The slot of a name with this hash, or the free one where it would be.
-chan_name_index::slot &chan_name_index::slot_of(std::size_t hash) {
-    const std::uint32_t key = key_of(hash);
-    std::size_t i = hash & (slots_.size() - 1);
-    while (slots_[i].key != key &&
-           (slots_[i].first[DAQ_NAME] != nowhere || slots_[i].first[PROP_NAME] != nowhere))
-        i = (i + 1) & (slots_.size() - 1);
-    return slots_[i];
-}
-
-void chan_name_index::fill() {
-    std::fill(slots_.begin(), slots_.end(), slot{0, {nowhere, nowhere, nowhere}});
-    for (place at = 0; at < list_.size(); ++at)
-        all_entries(*list_[at], [this, at](name_role role, std::size_t hash, bool is_event_name) {
-            slot &known = slot_of(hash);
-            known.key = key_of(hash);
-            known.first[role] = std::min(known.first[role], at);
-            if (is_event_name)
-                known.first[EVENT_NAME] = std::min(known.first[EVENT_NAME], at);
-            return true;
-        });
-    filled_ = true;
-    searches_in_vain_ = 0;
-}
-
-void chan_name_index::check(std::size_t position) {
-    if (!filled_)
-        return;
-    const place at = static_cast<place>(position);
-    filled_ = all_entries(*list_[at], [this, at](name_role role, std::size_t hash, bool is_event_name) {
-        const slot &known = slot_of(hash);
-        return known.first[role] <= at && (!is_event_name || known.first[EVENT_NAME] <= at);
-    });
-}
-
-void chan_name_index::hand_out(std::size_t position) {
-    const place at = static_cast<place>(position);
-    auto known = std::find(latest_.begin(), latest_.end(), at);
-    if (known == latest_.end()) {
-        if (latest_.size() < window) {
-            latest_.push_back(at);
-        } else {
-            check(std::exchange(latest_.back(), at)); // from now on left to the index
-            any_older_ = true;
-        }
-        known = latest_.end() - 1;
+    bool is_in(const char (&field)[field_bytes]) const {
+        return (top_bits(load_block(field + at_) == block_) & bits_) == bits_ &&
+               std::memcmp(field, name_.data(), name_.size()) == 0;
     }
-    std::rotate(latest_.begin(), known, known + 1);
-}
 
-/// Asked anew for every question: a site's own function may change its mind.
-void chan_name_index::note_event_classes() {
-    std::uint32_t non_local = 0;
-    for (int type = 0; type < 32; ++type) {
-        const int structure = get_event_struct_type(type);
+    void prefetch(const char (&field)[field_bytes]) const { __builtin_prefetch(field + at_); }
+
+private:
+    std::string_view name_;
+    std::size_t at_; // of the block in a field
+    unsigned bits_;  // of the bytes that count
+    byte_block block_;
+};
+
+namespace {
+
+/// Whether one of the event types of a mask is neither local nor ML. A site's own function may change its
+/// mind, so it is asked each time.
+bool goes_by_property(std::uint32_t event_types) {
+    for (; event_types; event_types &= event_types - 1) {
+        const int structure = get_event_struct_type(std::countr_zero(event_types));
         // Kept: a site's own classes 10 to 15 go by property, too, though the selector takes them for ML
         if (structure != ZEB5_EV_STRUCT_LOCAL && structure != ZEB5_EV_STRUCT_ML)
-            non_local |= 1U << type;
+            return true;
     }
-    if (non_local != non_local_)
-        filled_ = false;
-    non_local_ = non_local;
+    return false;
 }
 
-const chan_descr_2010 *chan_name_index::search(name_role role, std::string_view name) const {
-    const auto found = std::find_if(list_.begin(), list_.end(), [&](const chan_descr_2010 *record) {
-        return matches(role, *record, name);
-    });
-    return found == list_.end() ? nullptr : *found;
+/// The two names of a record. Name 2 * n of the index is the DAQ name of the record at place n.
+bool is_daq_name(name_role role, const chan_descr_2010 &record, const wanted_name &name) {
+    return role != PROP_NAME && (role == DAQ_NAME || record.ev_type) && name.is_in(record.daq_name);
 }
 
-chan_name_index::place chan_name_index::first_handed_out(name_role role, std::string_view name,
-                                                         place before) const {
-    for (const place at : latest_)
-        if (at < before && matches(role, *list_[at], name))
-            before = at;
+bool is_prop_name(name_role role, const chan_descr_2010 &record, const wanted_name &name) {
+    return role != DAQ_NAME && name.is_in(record.prop_name) &&
+           (role == PROP_NAME || goes_by_property(record.ev_type));
+}
+
+bool matches(name_role role, const chan_descr_2010 &record, const wanted_name &name) {
+    return is_daq_name(role, record, name) || is_prop_name(role, record, name);
+}
+
+/// Loads what a question will compare soon.
+void prefetch(name_role role, const chan_descr_2010 &record, const wanted_name &name) {
+    if (role != PROP_NAME)
+        name.prefetch(record.daq_name);
+    if (role != DAQ_NAME)
+        name.prefetch(record.prop_name);
+}
+
+} // namespace
+
+void chan_name_index::list_changed() {
+    first_.resize(std::bit_ceil(2 * list_.size()));
+    next_.resize(2 * list_.size());
+    handed_out_.reserve(list_.size());
+}
+
+chan_name_index::number &chan_name_index::chain_of(std::string_view name) {
+    return first_[name_hash(name, seed_) & (first_.size() - 1)];
+}
+
+/// From the back, so that each chain has its names in the order of the list.
+void chan_name_index::fill() {
+    std::fill(first_.begin(), first_.end(), none);
+    for (std::size_t i = next_.size(); i-- > 0;) {
+        const chan_descr_2010 &record = *list_[i / 2];
+        number &first = chain_of(field_text(i % 2 == 0 ? record.daq_name : record.prop_name));
+        next_[i] = first;
+        first = static_cast<number>(i);
+    }
+    is_filled_ = true;
+}
+
+void chan_name_index::note_handed_out(std::size_t position) {
+    while (position > 0 && list_[position - 1] == list_[position])
+        --position; // a channel of two identities stands there twice, one behind the other
+    const auto place = static_cast<number>(position);
+    const auto at = std::lower_bound(handed_out_.begin(), handed_out_.end(), place);
+    if (at != handed_out_.end() && *at == place)
+        return;
+    if (handed_out_.size() < handed_out_.capacity())
+        handed_out_.insert(at, place);
+    else // memory ran out when the list grew
+        has_lost_one_ = true;
+}
+
+chan_name_index::number chan_name_index::first_handed_out(name_role role, const wanted_name &name,
+                                                          number before) const {
+    constexpr std::size_t ahead = 16;
+    for (std::size_t i = 0; i < handed_out_.size() && handed_out_[i] < before; ++i) {
+        if (i + ahead < handed_out_.size())
+            prefetch(role, *list_[handed_out_[i + ahead]], name);
+        if (matches(role, *list_[handed_out_[i]], name))
+            return handed_out_[i];
+    }
     return before;
 }
 
-const chan_descr_2010 *chan_name_index::find(name_role role, std::string_view name) {
-    if (role == EVENT_NAME || !filled_)
-        note_event_classes();
-    if (slots_.size() < slots_wanted()) // memory ran out when the list grew
-        return search(role, name);
-
-    const std::size_t hash = hash_of(name);
-    const auto is_wrong = [&](place at) { return at != nowhere && !matches(role, *list_[at], name); };
-    if (!filled_ || is_wrong(slot_of(hash).first[role]))
-        fill();
-    const slot &known = slot_of(hash);
-    const place indexed = known.first[role];
-    const bool may_be_new = indexed == nowhere && any_older_ && searches_in_vain_ < most_in_vain;
-    if (is_wrong(indexed) || may_be_new) { // two names of one hash, or a name from nowhere
-        const chan_descr_2010 *const found = search(role, name);
-        if (found)
-            forget();
-        else
-            ++searches_in_vain_;
-        return found;
+const chan_descr_2010 *chan_name_index::find(name_role role, std::string_view text) {
+    if (text.size() >= field_bytes)
+        return nullptr; // no field has it and its NUL
+    const wanted_name name(text);
+    if (has_lost_one_ || next_.size() != 2 * list_.size()) { // memory ran out when the list grew
+        const auto found = std::find_if(list_.begin(), list_.end(), [&](const chan_descr_2010 *record) {
+            return matches(role, *record, name);
+        });
+        return found == list_.end() ? nullptr : *found;
     }
-    const place first = first_handed_out(role, name, indexed);
-    return first == nowhere ? nullptr : list_[first];
+    if (!is_filled_)
+        fill();
+    number known = chain_of(text);
+    while (known != none && !(known % 2 == 0 ? is_daq_name : is_prop_name)(role, *list_[known / 2], name))
+        known = next_[known];
+    const number first = first_handed_out(role, name, known == none ? none : known / 2);
+    return first == none ? nullptr : list_[first];
 }
 
 } // namespace zeb5

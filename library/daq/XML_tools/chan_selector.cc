@@ -30,8 +30,7 @@ std::uint32_t event_types_of(chan_name_index &names, std::string_view name) {
 }
 
 /// The same for the DAQ name of a channel of the list.
-std::uint32_t event_types_at(chan_name_index &names, std::size_t position, const chan_descr_2010 &channel) {
-    names.check(position);
+std::uint32_t event_types_of(chan_name_index &names, const chan_descr_2010 &channel) {
     // Kept: clients get the answer of the first channel of that name, whichever number they gave
     return event_types_of(names, field_text(channel.daq_name));
 }
@@ -98,7 +97,7 @@ char *chan_selector::get_channel(int num) {
     const std::size_t at = position_of(num);
     if (at >= descr.size())
         return nullptr;
-    names->hand_out(at);
+    names->note_handed_out(at);
     return descr[at]->daq_name;
 }
 
@@ -106,7 +105,7 @@ char *chan_selector::get_prop(int num) {
     const std::size_t at = position_of(num);
     if (at >= descr.size())
         return nullptr;
-    names->hand_out(at);
+    names->note_handed_out(at);
     return descr[at]->prop_name;
 }
 
@@ -122,7 +121,7 @@ int chan_selector::is_channel_slow(int num) {
     const std::size_t at = position_of(num);
     if (at >= descr.size())
         return -1;
-    const std::uint32_t events = event_types_at(*names, at, *descr[at]);
+    const std::uint32_t events = event_types_of(*names, *descr[at]);
     if (events == 0)
         return -1;
     return (events & slow_events) != 0;
@@ -132,7 +131,7 @@ int chan_selector::is_channel_ml(int num) {
     const std::size_t at = position_of(num);
     if (at >= descr.size())
         return -1;
-    const std::uint32_t events = event_types_at(*names, at, *descr[at]);
+    const std::uint32_t events = event_types_of(*names, *descr[at]);
     if (events == 0)
         return -1;
     for (int type = 0; type < 32; ++type)

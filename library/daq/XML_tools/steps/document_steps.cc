@@ -98,7 +98,7 @@ template <class Document> bool document_steps<Document>::hand_over() {
                                    : lane_end::LEFT_AT_ONCE);
     if (has_finished)
         return false;
-    if (document_.reports_change() || !document_.start(parser_)) {
+    if (document_.reports_change() || !start_parser()) {
         failures_ += delivered != 0; // a document that does not start has a result of its own
         return false;
     }
@@ -106,6 +106,13 @@ template <class Document> bool document_steps<Document>::hand_over() {
         if (!take_parser_step())
             return false;
     return true;
+}
+
+template <class Document> bool document_steps<Document>::start_parser() {
+    const bool has_started = document_.start(parser_);
+    if (!has_started)
+        document_.reports_change(); // which may be the reason
+    return has_started;
 }
 
 /// Takes a step of the parser that delivers a tag, into its own strings.

@@ -86,6 +86,7 @@ public:
 private:
     bool next_otherwise();
     bool hand_over();
+    bool start_parser();
     bool next_of_parser();
     bool take_parser_step();
 

@@ -58,11 +58,19 @@ plain_file::~plain_file() {
 }
 
 long plain_file::read(char *to, std::size_t count, std::size_t offset) const {
-    long got;
-    do
-        got = pread(fd_, to, count, static_cast<off_t>(offset));
-    while (got < 0 && errno == EINTR);
-    return has_changed() ? -1 : got;
+    // A file system may give less than was asked for. The XML library takes a first piece that is short for
+    // the beginning of a short document.
+    std::size_t done = 0;
+    while (done < count) {
+        const long got = pread(fd_, to + done, count - done, static_cast<off_t>(offset + done));
+        if (got == 0)
+            break;
+        if (got > 0)
+            done += static_cast<std::size_t>(got);
+        else if (errno != EINTR)
+            return -1;
+    }
+    return has_changed() ? -1 : static_cast<long>(done);
 }
 
 bool plain_file::has_changed() const {
