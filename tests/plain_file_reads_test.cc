@@ -87,7 +87,8 @@ TEST_F(PlainFileReads, MayFailMidway) {
         const steps_seen seen = lane_steps(READ_FILE, WITH_LANE, before + many_elements(400'000));
         EXPECT_GT(seen.tags.size(), 100'000u) << before;
         EXPECT_EQ(seen.errors, 1) << before;
-        EXPECT_EQ(seen.streams.err.substr(0, seen.streams.err.find("line")), "\nFatal Error at (file DOCUMENT, ");
+        EXPECT_EQ(seen.streams.err.substr(0, seen.streams.err.find("line")),
+                  "\nFatal Error at (file DOCUMENT, ");
         EXPECT_TRUE(seen.streams.err.ends_with("): unable to read data from file\n")) << seen.streams.err;
     }
 }
@@ -103,7 +104,8 @@ TEST_F(PlainFileReads, OfTheBeginningMayFail) {
     }
 }
 
-/// Of 64 KB each: the scanner takes two before it hands out a step, or leaves the document to the XML library.
+/// Of 64 KB each: the scanner takes two before it hands out a step, or leaves the document to the XML
+/// library.
 TEST_F(PlainFileReads, BeforeTheFirstStepTellOfAChange) {
     const std::string told_by_parser = "\nError during parsing memory stream:\n"
                                        "Exception message is:  \n"
