@@ -20,15 +20,6 @@ std::size_t most_at_once = SIZE_MAX;
 off_t first_bad_byte = -1;
 std::function<void()> before_read;
 
-/// As usual again at the end.
-struct file_system_habits {
-    ~file_system_habits() {
-        most_at_once = SIZE_MAX;
-        first_bad_byte = -1;
-        before_read = nullptr;
-    }
-};
-
 } // namespace
 
 extern "C" ssize_t __real_pread(int file, void *to, std::size_t count, off_t offset);
@@ -50,8 +41,15 @@ extern "C" ssize_t __wrap_pread(int file, void *to, std::size_t count, off_t off
 namespace {
 
 class PlainFileReads : public testing::Test {
+protected:
+    void TearDown() override {
+        most_at_once = SIZE_MAX;
+        first_bad_byte = -1;
+        before_read = nullptr;
+    }
+
+private:
     const xml_platform platform_; // starting it takes longer than a document
-    const file_system_habits habits_;
 };
 
 TEST_F(PlainFileReads, MayGiveLessThanWasAskedFor) {
