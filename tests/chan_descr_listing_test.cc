@@ -1,5 +1,8 @@
 #include "parse_chan_descr.h"
 
+#include <algorithm>
+#include <cstring>
+
 #include <gtest/gtest.h>
 
 #include "capture.h"
@@ -254,6 +257,44 @@ TEST(PrintChanDescr, ListsARecordThatStandsTwiceTwice) {
     const std::string one = listing(&once);
     const std::string fields = one.substr(one.find(" stream"));
     EXPECT_EQ(listing(&twice), one + "--------------[1]-----------------\n" + fields);
+}
+
+TEST(PrintChanDescr, PassesOverNullRecordsAndParts) {
+    channel_list list;
+    chan_descr_2010 *const channel = list.add(make_channel("ORVIN/A"));
+    add_bit(channel, 3);
+    add_stat(add_dim(channel, 0), 1);
+    std::string expected = listing(list);
+    channel->bits.insert(channel->bits.begin(), nullptr);
+    channel->dims[0]->stats.push_back(nullptr);
+    channel->dims.push_back(nullptr);
+    list.records.push_back(nullptr);
+    EXPECT_EQ(listing(list), expected);
+    std::rotate(list.records.begin(), list.records.begin() + 1, list.records.end());
+    expected.replace(expected.find("[0]"), 3, "[1]"); // its place in the list
+    EXPECT_EQ(listing(list), expected);
+}
+
+TEST(PrintChanDescr, ShowsAllOfAFieldWhoseEndIsOverwritten) {
+    channel_list list;
+    chan_descr_2010 *const channel = list.add(make_channel("ORVIN/A"));
+    std::memset(channel->prop_name, 'p', sizeof channel->prop_name);
+    std::memset(channel->units, 'u', sizeof channel->units);
+    bit_descr *const bit = add_bit(channel, 3);
+    std::memset(bit->bit_desc, 'b', sizeof bit->bit_desc);
+    const std::string seen = listing(list);
+    for (const std::string &line : {"\tprop   :" + std::string(sizeof channel->prop_name, 'p') + '\n',
+                                    "\tunit   :" + std::string(sizeof channel->units, 'u') + '\n',
+                                    "\t\tdesc   : " + std::string(sizeof bit->bit_desc, 'b') + '\n'})
+        EXPECT_NE(seen.find(line), seen.npos) << seen;
+}
+
+TEST(PrintChanDescr, TakesAListThatMayBeChangedAndOneThatMayNot) {
+    channel_list list;
+    list.add(make_channel("ORVIN/A"));
+    std::vector<chan_descr_2010 *> *const changeable = list;
+    const captured seen = capture([&] { print_zeb5_chan_descr(changeable); });
+    EXPECT_EQ(seen.out, listing(list));
 }
 
 } // namespace

@@ -210,4 +210,39 @@ TEST(ExtendChannelDims, PassesOverNullDimensionsOfTheSource) {
     }
 }
 
+TEST(ExtendChannelDims, PassesOverNullDimensionsOfTheTarget) {
+    for (bool force : {false, true}) {
+        channel_list list;
+        chan_descr_2010 *in = list.add(make_channel("ORVIN/A")), *from = list.add(make_channel("ORVIN/A"));
+        add_dims(in, {{0, {}}}, "i");
+        in->dims.push_back(nullptr);
+        add_dims(from, {{0, {7}}, {4, {8}}}, "f");
+        const captured seen = capture([&] { EXPECT_FALSE(extend_channel_description(in, from, force)); });
+        EXPECT_EQ(seen.out + seen.err, "");
+        EXPECT_EQ(std::erase(in->dims, nullptr), force ? 0u : 1u);
+        EXPECT_EQ(dims_of(*in), force ? "2: 0fff(1: 7fff) 4fff(1: 8fff)" : "2: 0iii(1: 7fff) 4fff(1: 8fff)");
+    }
+}
+
+TEST(ExtendChannelDims, TakesTheFirstOfEachNumberAmongThousands) {
+    constexpr int number = 20'000;
+    channel_list list;
+    chan_descr_2010 *const in = list.add(make_channel("ORVIN/A"));
+    chan_descr_2010 *const from = list.add(make_channel("ORVIN/A"));
+    for (int i = 0; i < number; ++i) {
+        add_bit(in, 2 * i, "in");
+        add_bit(from, i / 2 * 3, i % 2 ? "second" : "first");
+        add_dim(in, -i, "in");
+        add_dim(from, 1 - i, "from");
+    }
+    ASSERT_FALSE(extend_channel_description(in, from, false));
+    // every third number up to 29,997; the even ones are known
+    EXPECT_EQ(in->nbits, number + number / 4);
+    EXPECT_EQ(in->bits.size(), static_cast<std::size_t>(in->nbits));
+    EXPECT_EQ(describe(*in->bits[number]), "  bit 3 'first' ''\n");
+    EXPECT_EQ(describe(*in->bits.back()), "  bit 29997 'first' ''\n");
+    EXPECT_EQ(in->ndims, number + 1);
+    EXPECT_EQ(describe(*in->dims.back()), "  dim 1 'from' '' '' nstats 0\n");
+}
+
 } // namespace

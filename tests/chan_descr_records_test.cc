@@ -333,4 +333,16 @@ TEST(CleanChanDesrList, ReleasesSubRecordsWhateverACountOtherThanZeroSays) {
     }
 }
 
+TEST(CleanChanDesrList, PassesOverNullRecordsAndParts) {
+    std::vector<chan_descr_2010 *> list = {nullptr, make_channel("ORVIN/A"), nullptr};
+    add_bit(list[1], 0);
+    dim_descr *const dim = add_dim(list[1], 0);
+    add_stat(dim, 0);
+    list[1]->bits.push_back(nullptr);
+    dim->stats.push_back(nullptr);
+    list[1]->dims = {nullptr, dim, nullptr};
+    EXPECT_EQ(clean(&list).out, "");
+    EXPECT_TRUE(list.empty());
+}
+
 } // namespace

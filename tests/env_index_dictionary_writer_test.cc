@@ -2,6 +2,7 @@
 
 #include <cfloat>
 #include <cmath>
+#include <cstring>
 #include <random>
 
 #include "env_dictionary_writing.h"
@@ -171,6 +172,19 @@ TYPED_TEST(EnvIndexDictionaryWriter, ListsTheEntriesByteForByteWhereThereIsNoDes
             EXPECT_EQ(nothing.result, 0) << mode;
             EXPECT_EQ(nothing.streams.out + nothing.streams.err, "") << mode;
         }
+}
+
+TYPED_TEST(EnvIndexDictionaryWriter, WritesAllOfANameWhoseEndIsOverwritten) {
+    dictionary<TypeParam> list;
+    auto &field = list.add(1, "P")->data.env_prop;
+    std::memset(field, 'p', sizeof field);
+    const std::string name(sizeof field, 'p');
+    EXPECT_EQ(lines_of<TypeParam>(&list.entries), "1\t" + name + "\t0.000000\t0.000000\n");
+    const std::string since = local_date();
+    EXPECT_EQ(without_dictionary_date(dictionary_xml<TypeParam>(&list.entries), since),
+              dictionary_document(dictionary_channel("1", name, "0.000000", "0.000000")));
+    EXPECT_EQ(dump_dictionary<TypeParam>(&list.entries, nullptr, text_lines, -1, nullptr).streams.out,
+              "-------------- 1 -----------------\n Index : 1\n Channel: " + name + " DABS 0 DREL 0\n");
 }
 
 TYPED_TEST(EnvIndexDictionaryWriter, WritesAnEntryAsOftenAsItStandsThere) {

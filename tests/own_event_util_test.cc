@@ -13,10 +13,15 @@ std::vector<int> struct_questions;
 
 } // namespace
 
-const char *event_name_itoa(int ev_type) { return ev_type == 4 ? "own event four" : "own event"; }
+const char *event_name_itoa(int ev_type) {
+    return ev_type == 4 ? "own event four" : ev_type == 5 ? nullptr : "own event";
+}
 
 const char *block_name_itoa(int block_type) {
-    return block_type == 6 ? "own six" : block_type == 38 ? "own thirty-eight" : "own block";
+    return block_type == 7    ? nullptr
+           : block_type == 6  ? "own six"
+           : block_type == 38 ? "own thirty-eight"
+                              : "own block";
 }
 
 int get_event_struct_type(int ev_type) {
@@ -31,12 +36,13 @@ TEST(OwnEventUtil, NamesTheBlockTypesOfTheSummaryTable) {
     channel_list list;
     const std::string name(50, 'n');
     list.add(make_channel("P", name.c_str()))->dtype = 0x40;
-    list.add(make_channel("Q", name.c_str()))->dtype = 0x80;
+    list.add(make_channel("Q", name.c_str()))->dtype = 0x100;
+    list.add(make_channel("R", name.c_str()))->dtype = 0x80;
     const temporary_file file;
     const dump_outcome seen = dump(list, &file.path(), summary_table, chandescriptions, -1, nullptr);
     EXPECT_EQ(seen.result, 0);
-    EXPECT_EQ(seen.streams.out, "\n\n");
-    EXPECT_EQ(file.text(), name + "\t1\town six\n" + name + "\t1\town block\n");
+    EXPECT_EQ(seen.streams.out, "\n\n\n");
+    EXPECT_EQ(file.text(), name + "\t1\town six\n" + name + "\t1\town block\n" + name + "\t1\t(null)\n");
 }
 
 TEST(OwnEventUtil, NamesTheTypesOfTheListing) {
@@ -51,6 +57,16 @@ TEST(OwnEventUtil, NamesTheTypesOfTheListing) {
               "--------------[0]-----------------\n stream   : 0 \n"
               " ev type  : 0x12 own event:own event four\n data type: 0x80000040 own thirty-eight\n" +
                   rest);
+}
+
+TEST(OwnEventUtil, MayHaveNoNameForAType) {
+    channel_list list;
+    chan_descr_2010 *channel = list.add(make_channel("P", "N"));
+    channel->ev_type = 0x30;
+    channel->dtype = 0x80;
+    const std::string listing = listing_of(list.records);
+    EXPECT_NE(listing.find(" ev type  : 0x30 own event four:(null)\n data type: 0x80 (null)\n"), listing.npos)
+        << listing;
 }
 
 namespace {

@@ -151,3 +151,26 @@ TEST(EvListCleaning, LeavesAnEntryWithoutServerBlockListAlone) {
     EXPECT_EQ(entry->evtype, 5);
     delete entry;
 }
+
+TEST(EvListListing, PassesOverNullEntriesAndServerBlocks) {
+    event_list list;
+    add_block(add_entry(list, ZEB5_EV_IMAGE), "A", {"c"});
+    const std::string expected = listing_of(&list.entries);
+    zeb5_ev_sb_list *const block = list.entries[0]->sb_list->front();
+    *list.entries[0]->sb_list = {nullptr, block};
+    list.entries.insert(list.entries.begin(), nullptr);
+    EXPECT_EQ(listing_of(&list.entries), expected.substr(0, 5) + "[1]" +
+                                             expected.substr(8, expected.find("Server Blocks") - 8) +
+                                             "Server Blocks: 2\nServer block[1]: 'A'\n"
+                                             "Channels: 1\nChannel[0]:\t'c'\n");
+    zeb5_clean_ev_list(&list.entries);
+    EXPECT_TRUE(list.entries.empty());
+}
+
+TEST(EvListListing, ShowsAllOfAServerBlockNameWhoseEndIsOverwritten) {
+    event_list list;
+    zeb5_ev_sb_list *const block = add_block(add_entry(list, ZEB5_EV_IMAGE), "A");
+    std::memset(block->sb_list, 's', sizeof block->sb_list);
+    const std::string seen = listing_of(&list.entries);
+    EXPECT_NE(seen.find("Server block[0]: '" + std::string(sizeof block->sb_list, 's') + "'\n"), seen.npos);
+}

@@ -1,4 +1,5 @@
 #include <cstring>
+#include <map>
 
 #include "chan_descr_parts.h"
 #include "narrow_text.h"
@@ -68,13 +69,15 @@ template <class Owner, class Part> void append_clones(Owner &in, const std::vect
         append_clone(in, part);
 }
 
-/// The first part with this number, or null.
+/// The parts of a record by their numbers; of several with one number the first. In a tree, as a document may
+/// choose its numbers so that they get one place in a table.
 template <class Part>
-Part *find_part(const std::vector<Part *> &parts, std::int32_t Part::*number, std::int32_t wanted) {
+std::map<std::int32_t, Part *> by_number(const std::vector<Part *> &parts, std::int32_t Part::*number) {
+    std::map<std::int32_t, Part *> known;
     for (Part *part : parts)
-        if (part && part->*number == wanted)
-            return part;
-    return nullptr;
+        if (part)
+            known.emplace(part->*number, part);
+    return known;
 }
 
 // The counts say whether there are bits, dimensions or statistics; the vectors are what is copied.
@@ -84,9 +87,11 @@ void fill_bits(chan_descr_2010 &in, const chan_descr_2010 &from) {
         return;
     if (in.nbits == 0)
         return append_clones(in, from.bits);
-    for (const bit_descr *bit : from.bits)
-        if (bit && !find_part(in.bits, &bit_descr::bit, bit->bit))
-            append_clone(in, bit);
+    auto known = by_number(in.bits, &bit_descr::bit);
+    for_each_part(from.bits, [&](const bit_descr &bit) {
+        if (known.emplace(bit.bit, nullptr).second)
+            append_clone(in, &bit);
+    });
 }
 
 void fill_dims(chan_descr_2010 &in, const chan_descr_2010 &from) {
@@ -94,15 +99,16 @@ void fill_dims(chan_descr_2010 &in, const chan_descr_2010 &from) {
         return;
     if (in.ndims == 0)
         return append_clones(in, from.dims);
-    for (const dim_descr *dim : from.dims) {
-        if (!dim)
-            continue;
-        dim_descr *const known = find_part(in.dims, &dim_descr::dim, dim->dim);
-        if (!known)
-            append_clone(in, dim);
-        else if (known->nstats == 0 && dim->nstats != 0)
-            append_clones(*known, dim->stats);
-    }
+    auto known = by_number(in.dims, &dim_descr::dim);
+    for_each_part(from.dims, [&](const dim_descr &dim) {
+        const auto [place, is_new] = known.emplace(dim.dim, nullptr);
+        if (is_new) {
+            append_clone(in, &dim);
+            place->second = in.dims.back();
+        } else if (place->second->nstats == 0 && dim.nstats != 0) {
+            append_clones(*place->second, dim.stats);
+        }
+    });
 }
 
 // Kept, below: entries beside a count of 0 stay, and the clones follow them.

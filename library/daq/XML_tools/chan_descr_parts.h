@@ -18,8 +18,9 @@ struct part_release {
     void operator()(const bit_descr *bit) const { delete bit; }
     void operator()(const stat_descr *stat) const { delete stat; }
     void operator()(const dim_descr *dim) const {
-        for (const stat_descr *stat : dim->stats)
-            delete stat;
+        if (dim)
+            for (const stat_descr *stat : dim->stats)
+                delete stat;
         delete dim;
     }
     void operator()(const chan_descr_2010 *channel) const {
@@ -43,7 +44,14 @@ Record *append_part(std::vector<Record *> &parts, std::int32_t &count, owned<Rec
     return part.release();
 }
 
-/// Releases a dimension of the channel `prop`, its statistics only if they are counted.
+/// Calls `action` for each part of a record; a null one, as lists made by hand may have, is skipped.
+template <class Part, class Action> void for_each_part(const std::vector<Part *> &parts, Action action) {
+    for (const Part *part : parts)
+        if (part)
+            action(*part);
+}
+
+/// Releases a dimension of the channel `prop`, its statistics only if they are counted; none for null.
 void release_dim(const dim_descr *dim, const char *prop);
 
 } // namespace zeb5

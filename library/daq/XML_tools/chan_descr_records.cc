@@ -22,7 +22,8 @@ std::string type_names(std::uint32_t mask, int first_type, const char *(*name_of
             continue;
         if (!names.empty())
             names += ':';
-        names += name_of(first_type + bit);
+        const char *const name = name_of(first_type + bit);
+        names += name ? name : "(null)"; // as printf() shows what a site's own function has no name for
     }
     names.resize(std::min<std::size_t>(names.size(), 255));
     return names;
@@ -43,17 +44,22 @@ constexpr char uncounted_bits[] = "ERROR: nbits = 0, but bits.size() > 0";
 constexpr char uncounted_dims[] = "ERROR: ndims = 0, but dims.size() > 0";
 constexpr char uncounted_stats[] = "ERROR: nstats = 0, but stats.size() > 0";
 
+/// A text behind its label, all of the field where somebody has overwritten its end.
+template <std::size_t N> void print_text(const char *label, const char (&field)[N]) {
+    std::printf("%s%.*s\n", label, static_cast<int>(N), field);
+}
+
 void print_bits(const chan_descr_2010 &channel) {
     if (are_uncounted(channel.nbits, channel.bits))
         std::printf("%s\n", uncounted_bits);
     if (channel.nbits == 0)
         return;
     std::printf("\t\t# bits :%d\n", channel.nbits);
-    for (const bit_descr *bit : channel.bits) {
-        std::printf("\t\tbit    : %d\n", bit->bit);
-        std::printf("\t\tname   : %s\n", bit->bit_name);
-        std::printf("\t\tdesc   : %s\n", bit->bit_desc);
-    }
+    for_each_part(channel.bits, [](const bit_descr &bit) {
+        std::printf("\t\tbit    : %d\n", bit.bit);
+        print_text("\t\tname   : ", bit.bit_name);
+        print_text("\t\tdesc   : ", bit.bit_desc);
+    });
 }
 
 void print_stats(const dim_descr &dim) {
@@ -62,12 +68,12 @@ void print_stats(const dim_descr &dim) {
     if (dim.nstats == 0)
         return;
     std::printf("\t\t\t# stats : %d\n", dim.nstats);
-    for (const stat_descr *stat : dim.stats) {
-        std::printf("\t\t\tid     : %d\n", stat->stat);
-        std::printf("\t\t\tname   : %s\n", stat->stat_name);
-        std::printf("\t\t\tdesc   : %s\n", stat->stat_desc);
-        std::printf("\t\t\tunits  : %s\n", stat->units);
-    }
+    for_each_part(dim.stats, [](const stat_descr &stat) {
+        std::printf("\t\t\tid     : %d\n", stat.stat);
+        print_text("\t\t\tname   : ", stat.stat_name);
+        print_text("\t\t\tdesc   : ", stat.stat_desc);
+        print_text("\t\t\tunits  : ", stat.units);
+    });
 }
 
 void print_dims(const chan_descr_2010 &channel) {
@@ -76,13 +82,13 @@ void print_dims(const chan_descr_2010 &channel) {
     if (channel.ndims == 0)
         return;
     std::printf("\t\t# dims : %d\n", channel.ndims);
-    for (const dim_descr *dim : channel.dims) {
-        std::printf("\t\tid    : %d\n", dim->dim);
-        std::printf("\t\tname : %s\n", dim->dim_name);
-        std::printf("\t\tdesc : %s\n", dim->dim_desc);
-        std::printf("\t\tunits: %s\n", dim->units);
-        print_stats(*dim);
-    }
+    for_each_part(channel.dims, [](const dim_descr &dim) {
+        std::printf("\t\tid    : %d\n", dim.dim);
+        print_text("\t\tname : ", dim.dim_name);
+        print_text("\t\tdesc : ", dim.dim_desc);
+        print_text("\t\tunits: ", dim.units);
+        print_stats(dim);
+    });
 }
 
 void print_channel(const chan_descr_2010 &channel) {
@@ -91,13 +97,13 @@ void print_channel(const chan_descr_2010 &channel) {
     std::printf(" data type: 0x%x %s\n", channel.dtype, block_type_names(channel.dtype).c_str());
     std::printf("\tcount  :%d\n", channel.count);
     std::printf("\tdb_key :%d\n", channel.db_key);
-    std::printf("\tprop   :%s\n", channel.prop_name);
-    std::printf("\tname   :%s\n", channel.daq_name);
+    print_text("\tprop   :", channel.prop_name);
+    print_text("\tname   :", channel.daq_name);
     std::printf("\tset_pnt:%s\n", channel.set_point ? "yes" : "no");
-    std::printf("\tdesc   :%s\n", channel.prop_desc);
-    std::printf("\tsb_name:%s\n", channel.sb_name);
-    std::printf("\tsubsys :%s\n", channel.subsystem);
-    std::printf("\tunit   :%s\n", channel.units);
+    print_text("\tdesc   :", channel.prop_desc);
+    print_text("\tsb_name:", channel.sb_name);
+    print_text("\tsubsys :", channel.subsystem);
+    print_text("\tunit   :", channel.units);
     std::printf("\tmax_sz :%d\n", channel.max_size);
     print_bits(channel);
     print_dims(channel);
@@ -128,6 +134,8 @@ void release_dims(chan_descr_2010 &channel) {
 } // namespace
 
 void zeb5::release_dim(const dim_descr *dim, const char *prop) {
+    if (!dim)
+        return;
     if (are_uncounted(dim->nstats, dim->stats))
         std::cout << uncounted_stats << " (" << dim->stats.size() << ") prop: " << prop << std::endl;
     else
@@ -208,7 +216,14 @@ void print_zeb5_chan_descr(const std::vector<chan_descr_2010 *> *list) {
     std::printf("ZEB5 XML Channel Description (XCD)\n");
     int number = 0;
     for (const chan_descr_2010 *channel : *list) {
-        std::printf("--------------[%d]-----------------\n", number++);
+        const int place = number++;
+        if (!channel)
+            continue;
+        std::printf("--------------[%d]-----------------\n", place);
         print_channel(*channel);
     }
+}
+
+void print_zeb5_chan_descr(std::vector<chan_descr_2010 *> *list) {
+    print_zeb5_chan_descr(static_cast<const std::vector<chan_descr_2010 *> *>(list));
 }

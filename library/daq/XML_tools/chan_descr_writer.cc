@@ -10,6 +10,7 @@
 
 #include <unistd.h>
 
+#include "chan_descr_parts.h"
 #include "chan_descr_tags.h"
 #include "name_hash.h"
 #include "name_index.h"
@@ -162,8 +163,7 @@ void write_dim(xml_text &out, const dim_descr &dim, const dim_params *axes) {
     out.make_room();
     out.put(opening<tag<TAG_PART, OF_DIM>>(dim.dim), element<tag<TAG_PART_NAME, OF_DIM>>(dim.dim_name),
             element<tag<TAG_UNITS, OF_DIM>>(dim.units), element<tag<TAG_PART_DESCR, OF_DIM>>(dim.dim_desc));
-    for (const stat_descr *stat : dim.stats)
-        write_stat(out, *stat);
+    for_each_part(dim.stats, [&](const stat_descr &stat) { write_stat(out, stat); });
     out.make_room();
     if (axes)
         write_axis(out, *axes, dim.dim);
@@ -196,11 +196,9 @@ void write_chan_descr(xml_text &out, const chan_descr_2010 &channel, list_positi
             element<tag<TAG_SETPOINT>>(channel.set_point), element<tag<TAG_SUBSYSTEM>>(channel.subsystem),
             element<tag<TAG_UNITS>>(channel.units), element<tag<TAG_DESC>>(channel.prop_desc),
             element<tag<TAG_SIZE>>(channel.max_size));
-    for (const bit_descr *bit : channel.bits)
-        write_bit(out, *bit);
+    for_each_part(channel.bits, [&](const bit_descr &bit) { write_bit(out, bit); });
     const dim_params *const axes = all_axes.find(daq_name(channel));
-    for (const dim_descr *dim : channel.dims)
-        write_dim(out, *dim, axes);
+    for_each_part(channel.dims, [&](const dim_descr &dim) { write_dim(out, dim, axes); });
     if (channel.dims.empty() && axes)
         write_made_up_dims(out, *axes, position);
     out.make_room();
@@ -268,10 +266,8 @@ void write_daq_variable(xml_text &out, const chan_descr_2010 &channel) {
         out.put(element<daq_tag<daq_tags::first_index>>(0),
                 element<daq_tag<daq_tags::last_index>>(channel.max_size - 1));
     }
-    for (const bit_descr *bit : channel.bits)
-        write_daq_bit(out, *bit);
-    for (const dim_descr *dim : channel.dims)
-        write_daq_dim(out, *dim);
+    for_each_part(channel.bits, [&](const bit_descr &bit) { write_daq_bit(out, bit); });
+    for_each_part(channel.dims, [&](const dim_descr &dim) { write_daq_dim(out, dim); });
     out.make_room();
     out.put(element<daq_tag<daq_tags::freq>>(has_own_frequency(channel.ev_type) ? -1 : 1));
     out.close(daq_element(channel));
@@ -285,15 +281,17 @@ void write_table_row(FILE *out, const chan_descr_2010 &channel) {
                  static_cast<std::int32_t>(channel.ev_type), daq_name(channel), channel.prop_name,
                  channel.set_point, channel.prop_desc, channel.units, channel.max_size, channel.nbits,
                  channel.ndims);
-    for (const bit_descr *bit : channel.bits)
-        std::fprintf(out, "%d\t%s\t\"%s\"\n", bit->bit, bit->bit_name, bit->bit_desc);
-    for (const dim_descr *dim : channel.dims) {
-        std::fprintf(out, "%d\t%s\t\"%s\"\t\"%s\"\n", dim->dim, dim->dim_name, dim->units, dim->dim_desc);
-        std::fprintf(out, "%d\n", dim->nstats);
-        for (const stat_descr *stat : dim->stats)
-            std::fprintf(out, "%d\t%s\t\"%s\"\t\"%s\"\n", stat->stat, stat->stat_name, stat->units,
-                         stat->stat_desc);
-    }
+    for_each_part(channel.bits, [out](const bit_descr &bit) {
+        std::fprintf(out, "%d\t%s\t\"%s\"\n", bit.bit, bit.bit_name, bit.bit_desc);
+    });
+    for_each_part(channel.dims, [out](const dim_descr &dim) {
+        std::fprintf(out, "%d\t%s\t\"%s\"\t\"%s\"\n", dim.dim, dim.dim_name, dim.units, dim.dim_desc);
+        std::fprintf(out, "%d\n", dim.nstats);
+        for_each_part(dim.stats, [out](const stat_descr &stat) {
+            std::fprintf(out, "%d\t%s\t\"%s\"\t\"%s\"\n", stat.stat, stat.stat_name, stat.units,
+                         stat.stat_desc);
+        });
+    });
 }
 
 void write_summary_row(FILE *out, const chan_descr_2010 &channel) {
@@ -321,6 +319,8 @@ void fetch_dims_ahead(const chan_descr_2010 &channel) {
     const std::size_t count = std::min(channel.dims.size(), most);
     for (std::size_t i = 0; i < count; ++i) {
         const dim_descr *const dim = channel.dims[i];
+        if (!dim)
+            continue;
         __builtin_prefetch(dim);
         __builtin_prefetch(dim->dim_desc);
         __builtin_prefetch(&dim->stats);

@@ -10,6 +10,7 @@
 
 #include "document_header.h"
 #include "env_index_dictionary_layouts.h"
+#include "narrow_text.h"
 #include "parse_env_index_dictionary.h"
 #include "xml_text.h"
 
@@ -55,16 +56,16 @@ template <class Layout> void print_entries(const entry_list<Layout> &list) {
     for (const auto *entry : list) {
         std::cout << "-------------- " << ++number << " -----------------" << std::endl;
         std::cout << " Index : " << entry->index << std::endl;
-        std::cout << " Channel: " << entry->data.env_prop << " DABS " << entry->data.env_ch_abs_delta
-                  << " DREL " << entry->data.env_ch_rel_delta << std::endl;
+        std::cout << " Channel: " << field_text(entry->data.env_prop) << " DABS "
+                  << entry->data.env_ch_abs_delta << " DREL " << entry->data.env_ch_rel_delta << std::endl;
     }
 }
 
 template <class Layout> void write_lines(FILE *out, const entry_list<Layout> &list) {
     for (const auto *entry : list) {
         const auto &data = entry->data;
-        std::fprintf(out, "%d\t%s\t%f\t%f\n", entry->index,
-                     data.env_prop[0] ? data.env_prop : "!!!UNDEFINED!!!",
+        const std::string_view prop = data.env_prop[0] ? field_text(data.env_prop) : "!!!UNDEFINED!!!";
+        std::fprintf(out, "%d\t%.*s\t%f\t%f\n", entry->index, static_cast<int>(prop.size()), prop.data(),
                      static_cast<double>(data.env_ch_abs_delta), static_cast<double>(data.env_ch_rel_delta));
     }
 }

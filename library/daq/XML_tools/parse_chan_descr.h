@@ -103,7 +103,8 @@ ZEB5_API dim_descr *zeb5_clone_dim_descr(const dim_descr *src);
 /// standard output and not released. A null list does nothing.
 ZEB5_API void clean_chan_desr_list(std::vector<chan_descr_2010 *> *list);
 
-/// Lists the records on standard output. A null list does nothing.
+/// Lists the records on standard output, each under its place in the list. A null list does nothing.
+ZEB5_API void print_zeb5_chan_descr(std::vector<chan_descr_2010 *> *list);
 ZEB5_API void print_zeb5_chan_descr(const std::vector<chan_descr_2010 *> *list);
 
 // Readers
@@ -128,8 +129,9 @@ ZEB5_API int parse_descr_list_readf(char *path, std::vector<chan_descr_2010 *> *
 
 /// Completes `in` from `from`, two records of one property. Without `force` only what is empty in `in` is
 /// filled; with `force` what is set in `from` overwrites, and bits and dimensions of `from`, if any, replace
-/// those of `in`. `from` is only read, sub-records are copied. Returns false when done and TRUE WHEN REFUSED:
-/// a null record or differing property names; nothing is changed then.
+/// those of `in`. `from` is only read, sub-records are copied. Nothing is changed when both are one record.
+/// Returns false when done and TRUE WHEN REFUSED: a null record or differing property names; nothing is
+/// changed then.
 ZEB5_API bool extend_channel_description(chan_descr_2010 *in, chan_descr_2010 *from, bool force);
 
 // Writer

@@ -167,7 +167,7 @@ template <class Source> int read_ev_list(char *source, std::vector<zeb5_ev_entry
 }
 
 void print_block(std::size_t number, const zeb5_ev_sb_list &block) {
-    std::printf("Server block[%zu]: '%s'\n", number, block.sb_list);
+    std::printf("Server block[%zu]: '%.*s'\n", number, static_cast<int>(sizeof block.sb_list), block.sb_list);
     if (!block.ch_list || block.ch_list->empty()) {
         std::printf("No channel list -> ALL channels\n");
         return;
@@ -191,10 +191,13 @@ void print_entry(std::size_t number, const zeb5_ev_entry &entry) {
     }
     std::printf("Server Blocks: %zu\n", entry.sb_list->size());
     for (std::size_t i = 0; i < entry.sb_list->size(); ++i)
-        print_block(i, *(*entry.sb_list)[i]);
+        if (const zeb5_ev_sb_list *const block = (*entry.sb_list)[i])
+            print_block(i, *block);
 }
 
 void release_block(const zeb5_ev_sb_list *block) {
+    if (!block)
+        return;
     // Kept: callers keep hold of an empty channel list
     if (block->ch_list && !block->ch_list->empty()) {
         for (const char *channel : *block->ch_list)
@@ -218,14 +221,15 @@ void zeb5_print_ev_list(const std::vector<zeb5_ev_entry *> *list) {
     if (!list)
         return;
     for (std::size_t i = 0; i < list->size(); ++i)
-        print_entry(i, *(*list)[i]);
+        if (const zeb5_ev_entry *const entry = (*list)[i])
+            print_entry(i, *entry);
 }
 
 void zeb5_clean_ev_list(std::vector<zeb5_ev_entry *> *list) {
     if (!list)
         return;
     for (const zeb5_ev_entry *entry : *list) {
-        if (!entry->sb_list) // Kept: such an entry was made by the caller, who keeps it
+        if (!entry || !entry->sb_list) // Kept: an entry without it was made by the caller, who keeps it
             continue;
         for (const zeb5_ev_sb_list *block : *entry->sb_list)
             release_block(block);
