@@ -52,6 +52,11 @@ private:
     const xml_platform platform_; // starting it takes longer than a document
 };
 
+/// No test has touched the switch in this program yet, nor does a program that is no test.
+const bool is_open_from_the_start = zeb5::lane.is_open;
+
+TEST_F(PlainFileReads, GoThroughTheLaneUnlessATestClosesIt) { EXPECT_TRUE(is_open_from_the_start); }
+
 TEST_F(PlainFileReads, MayGiveLessThanWasAskedFor) {
     using namespace std::string_literals;
     const std::string documents[] = {

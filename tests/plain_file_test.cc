@@ -108,6 +108,22 @@ TEST(PlainFile, IsNotRelativeToAFolderThatTheXmlLibraryCannotUse) {
     }
 }
 
+TEST(PlainFile, MayGetTheDescriptorOfAClosedStandardInput) {
+    const temporary_file named("0123456789");
+    const int standard_input = dup(STDIN_FILENO);
+    close(STDIN_FILENO);
+    {
+        const zeb5::plain_file file(named.path().c_str());
+        EXPECT_TRUE(file.is_open());
+        EXPECT_EQ(fcntl(STDIN_FILENO, F_GETFD), FD_CLOEXEC);
+    }
+    EXPECT_EQ(fcntl(STDIN_FILENO, F_GETFD), -1) << "it is open still";
+    if (standard_input >= 0) {
+        dup2(standard_input, STDIN_FILENO);
+        close(standard_input);
+    }
+}
+
 TEST(PlainFile, IsClosedAgain) {
     const temporary_file file("<r>x</r>");
     const int before = open("/dev/null", O_RDONLY | O_CLOEXEC);
