@@ -6,9 +6,11 @@
 #include <vector>
 
 #include <gtest/gtest.h>
+#include <pthread.h>
 #include <xercesc/util/PlatformUtils.hpp>
 
 #include "camera_features.h"
+#include "lane.h"
 #include "watched.h"
 #include "xml_platform.h"
 
@@ -224,6 +226,26 @@ TEST(CameraFile, CutAnywhereInsideItsRootFails) {
     for (std::size_t length = 0; length < end; ++length) {
         SCOPED_TRACE(length);
         expect_failure(temporary_file(whole.substr(0, length)).path(), failure_line);
+    }
+}
+
+/// The thread ends where the parser next opens or reads a file.
+TEST(CameraFile, MayBeLeftByAThreadThatIsCancelled) {
+    const xml_platform platform;
+    temporary_file file("<!DOCTYPE r><r><Integer Name='a'/></r>");
+    for (const reading_way way : both_ways) {
+        const way_in_use used(way);
+        pthread_t thread;
+        const auto read = [](void *path) -> void * {
+            pthread_cancel(pthread_self());
+            feature_list list;
+            zeb5_fill_gige_descr(static_cast<char *>(path), &list);
+            return nullptr;
+        };
+        ASSERT_EQ(pthread_create(&thread, nullptr, read, file.c_path()), 0);
+        void *result = nullptr;
+        ASSERT_EQ(pthread_join(thread, &result), 0);
+        EXPECT_EQ(result, PTHREAD_CANCELED) << way_name(way);
     }
 }
 

@@ -11,7 +11,8 @@
 /// Text comes in pieces: a new one begins at every entity or character reference, at a CDATA section and
 /// after about a million characters; within a step the last piece is the value.
 ///
-/// Documents are self-contained: an external entity or DTD is never opened, a reference to one is an error.
+/// Documents are self-contained: an external entity or DTD to which one refers is never opened, and the
+/// reference is an error. A path is the caller's: Xerces opens one that looks like an address as an address.
 /// So is what goes beyond these limits; the size of the document itself is the caller's to bound.
 ///  - 1,000 expansions of entities in content and attributes
 ///  - 16 references to entities, declared or not, in one entity and in what it refers to

@@ -5,6 +5,8 @@
 #include <new>
 #include <optional>
 
+#include <cxxabi.h>
+
 #include <xercesc/dom/DOM.hpp>
 #include <xercesc/parsers/XercesDOMParser.hpp>
 #include <xercesc/sax/ErrorHandler.hpp>
@@ -74,6 +76,8 @@ std::unique_ptr<XercesDOMParser> parse_file(const char *file_name) {
         std::printf("\nDOM Error during parsing: '%s' DOMException code is: %d\n", file_name, problem.code);
         if (const auto message = zeb5::message_of(problem))
             std::printf("Message is: %s", message->c_str()); // Kept: no line end, as in older logs
+    } catch (const abi::__forced_unwind &) {
+        throw; // the thread is being cancelled
     } catch (...) {
         tell_parse_failed();
     }
