@@ -225,6 +225,23 @@ TEST_F(DocumentSteps, GoOnWithTheXmlLibraryWhereTheScannerLeaves) {
                 expect_end(lane_end::LEFT_MIDWAY, before + rest, rows);
 }
 
+/// Each has an element whose name is known from before, and in its text or behind it something that begins
+/// like its end tag.
+TEST_F(DocumentSteps, OfElementsThatDoNotEndAsTheyDidBefore) {
+    const std::string before = "<r>\n<a>1</a>\n<a>2</a>\n<xy>1</xy><a>3</a><xy>1</xy><abc>1</abc><a>4</a>";
+    for (const zeb5::row_finder rows : {every_row, row_by_name}) {
+        for (const char *const rest :
+             {"<a>x&/a></a></r>", "<a>x]]>/a></a></r>", "<a>x></ab></r>", "<a>x</ab></r>", "<xy>xy</zz></r>",
+              "<abc>1</abc><abc>x></abcd></r>", "<abc>1</abc><abc>x>></abcde></r>", "<a>x</b></r>"})
+            expect_end(lane_end::LEFT_MIDWAY, before + rest, rows);
+        for (const char *const rest :
+             {"<a>x<ba>y</ba></a></r>", "<a>x<ba/></a></r>", "<a></a></r>", "<a></a><a>5</a></r>", "<a/></r>",
+              "<a>x]/a></a></r>", "<a>x/a></a></r>", "<a> </a></r>", "<a>\n</a></r>",
+              "<a>x><!-- a --></a></r>", "<xy>xy<zz/></xy></r>"})
+            expect_end(lane_end::FINISHED, before + rest, rows);
+    }
+}
+
 /// A text in memory ends at the first NUL; a file goes on behind it.
 TEST_F(DocumentSteps, OfFilesWithANulInsideATokenComeFromTheXmlLibraryFromThereOn) {
     using namespace std::string_literals;
