@@ -238,7 +238,7 @@ TEST_F(DocumentSteps, OfElementsThatDoNotEndAsTheyDidBefore) {
         for (const char *const rest :
              {"<a>x<ba>y</ba></a></r>", "<a>x<ba/></a></r>", "<a></a></r>", "<a></a><a>5</a></r>", "<a/></r>",
               "<a>x]/a></a></r>", "<a>x/a></a></r>", "<a> </a></r>", "<a>\n</a></r>",
-              "<a>x><!-- a --></a></r>", "<ey>ey<zz/></ey></r>"})
+              "<a>x><!-- a --></a></r>", "<ey>ey<zz/></ey></r>", "<abc>1</abc><abc>2</abc><abc>x></abc></r>"})
             expect_end(lane_end::FINISHED, before + rest, rows);
     }
 }

@@ -11,6 +11,7 @@
 
 #include "camera_features.h"
 #include "lane.h"
+#include "sanitized.h"
 #include "watched.h"
 #include "xml_platform.h"
 
@@ -231,6 +232,8 @@ TEST(CameraFile, CutAnywhereInsideItsRootFails) {
 
 /// The thread ends where the parser next opens or reads a file.
 TEST(CameraFile, MayBeLeftByAThreadThatIsCancelled) {
+    if (is_sanitized)
+        GTEST_SKIP() << "the address sanitizer takes the unwinding of a cancelled thread for an overflow";
     const xml_platform platform;
     temporary_file file("<!DOCTYPE r><r><Integer Name='a'/></r>");
     for (const reading_way way : both_ways) {
