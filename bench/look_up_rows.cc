@@ -69,7 +69,6 @@ contender questions(int channels, double goal = 0) {
 
 contest selector_growth(int most) {
     contest result;
-    result.unit = "channel";
     result.contenders = {questions(most)};
     for (int channels = most / 10; channels > 1000; channels /= 10)
         result.contenders.push_back(questions(channels));

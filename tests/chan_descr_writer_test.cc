@@ -452,3 +452,22 @@ TEST(ChanDescrWriter, LeavesTheRecordsAsTheyWere) {
         xml_of(list, format);
     EXPECT_EQ(describe(list.records), before);
 }
+
+TEST(ChanDescrWriter, PassesOverNullParts) {
+    channel_list list;
+    chan_descr_2010 *const channel = list.add(full_channel());
+    add_bit(channel, 3, "READY", "is ready");
+    add_stat(add_dim(channel, 1, "X", "axis", "mm"), 1, "MEAN", "mean", "mm");
+    const auto table_of = [&] {
+        const temporary_file file;
+        EXPECT_EQ(dump(list, &file.path(), full_table, chandescriptions, -1, nullptr).result, 0);
+        return file.text();
+    };
+    const std::string expected[] = {xml_of(list, chandescriptions), xml_of(list, daqvariables), table_of()};
+    channel->bits.push_back(nullptr);
+    channel->dims.back()->stats.push_back(nullptr);
+    channel->dims.insert(channel->dims.begin(), nullptr);
+    EXPECT_EQ(xml_of(list, chandescriptions), expected[0]);
+    EXPECT_EQ(xml_of(list, daqvariables), expected[1]);
+    EXPECT_EQ(table_of(), expected[2]);
+}

@@ -331,7 +331,7 @@ TEST(ChanSelectorLookUps, FindANewNameWrittenByAnOldPointer) {
     });
 }
 
-TEST(ChanSelectorLookUps, FindNamesWithoutAnEndThatWasCutOffByPointersKeptFromALoopBefore) {
+TEST(ChanSelectorLookUps, FollowNamesThatAreCutShortThroughKeptPointers) {
     std::vector<channel_source> channels;
     for (std::uint32_t i = 0; i < 600; ++i)
         channels.push_back({numbered("P", static_cast<int>(i)),

@@ -225,9 +225,9 @@ TEST_F(DocumentSteps, GoOnWithTheXmlLibraryWhereTheScannerLeaves) {
                 expect_end(lane_end::LEFT_MIDWAY, before + rest, rows);
 }
 
-/// Each has an element whose name is known from before and does not act without a text for one of the
-/// readers, and in its text or behind it something that begins like its end tag.
-TEST_F(DocumentSteps, OfElementsThatDoNotEndAsTheyDidBefore) {
+/// The scanner has a quick way for an element that it knows and that holds a text alone. These elements are
+/// known, but their text or what follows it only looks like an end tag.
+TEST_F(DocumentSteps, OfElementsWithWhatLooksLikeTheirEndTag) {
     const std::string before = "<r>\n<a>1</a>\n<a>2</a>\n<ey>1</ey><a>3</a><ey>1</ey><abc>1</abc><a>4</a>";
     for (const zeb5::row_finder rows : {every_row, row_by_name}) {
         for (const char *const rest :

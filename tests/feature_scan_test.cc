@@ -10,7 +10,7 @@
 #include <gtest/gtest.h>
 
 #include "camera_features.h"
-#include "lane.h"
+#include "lane_steps.h"
 #include "xml_platform.h"
 
 namespace {
@@ -18,24 +18,22 @@ namespace {
 using zeb5::lane_end;
 using zeb5::scan_result;
 
-std::optional<lane_end> end_of_lane;
-
 struct scan {
     scan_result result;
     std::optional<lane_end> lane;
     std::string features; // of the list
 };
 
-/// Into a list that has a feature already.
+/// Scans a file into a list that has a feature already.
 scan scan_file(const std::string &path, reading_way way) {
     const way_in_use used(way);
-    end_of_lane.reset();
-    zeb5::lane.watch = [](lane_end end) { end_of_lane = end; };
+    last_lane_end.reset();
+    zeb5::lane.watch = [](lane_end end) { last_lane_end = end; };
     feature_list list;
     list.push_back(new ZEB5GigEFeature);
     list.back()->name = "before";
     const std::unique_ptr<ZEB5GigEFeature> before(list.back());
-    scan seen{zeb5::scan_features(path.c_str(), list), end_of_lane, all_features(list)};
+    scan seen{zeb5::scan_features(path.c_str(), list), last_lane_end, all_features(list)};
     if (seen.result != scan_result::READ)
         list.clear(); // else it has others, and this one is the caller's
     return seen;

@@ -4,6 +4,7 @@
 #include <deque>
 
 #include "chan_descr_writing.h"
+#include "parse_ev_list.h"
 
 namespace {
 
@@ -67,6 +68,12 @@ TEST(OwnEventUtil, MayHaveNoNameForAType) {
     const std::string listing = listing_of(list.records);
     EXPECT_NE(listing.find(" ev type  : 0x30 own event four:(null)\n data type: 0x80 (null)\n"), listing.npos)
         << listing;
+    zeb5_ev_entry entry{};
+    entry.evtype = static_cast<ZEB5_EVTYPE>(5);
+    const std::vector<zeb5_ev_entry *> entries = {&entry};
+    EXPECT_EQ(capture([&] { zeb5_print_ev_list(&entries); }).out,
+              "Entry[0]\nEVENT TYPE:\t(null)\nTrigger mask:\t0x0 (0)\nMin event time:\t0 sec 0 usec\n"
+              "Priority:\t0x0 (0)\nNo server block list -> Full event\n");
 }
 
 namespace {

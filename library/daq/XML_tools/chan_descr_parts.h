@@ -44,14 +44,15 @@ Record *append_part(std::vector<Record *> &parts, std::int32_t &count, owned<Rec
     return part.release();
 }
 
-/// Calls `action` for each part of a record; a null one, as lists made by hand may have, is skipped.
+/// Calls `action` for each part of a record. Null parts, which lists made by hand may have, are skipped.
 template <class Part, class Action> void for_each_part(const std::vector<Part *> &parts, Action action) {
     for (const Part *part : parts)
         if (part)
             action(*part);
 }
 
-/// Releases a dimension of the channel `prop`, its statistics only if they are counted; none for null.
+/// Releases a dimension of the channel `prop`, its statistics only if they are counted. Does nothing for
+/// null.
 void release_dim(const dim_descr *dim, const char *prop);
 
 } // namespace zeb5

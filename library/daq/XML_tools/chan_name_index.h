@@ -58,7 +58,7 @@ private:
     std::vector<number> next_;        // name of the same chain, of each name
     bool is_filled_ = false;
     std::vector<number> handed_out_; // places, in the order of the list
-    bool has_lost_one_ = false;      // one that was handed out could not be noted
+    bool has_lost_one_ = false;      // there was no memory to note one: every question searches the list
     std::size_t seed_ = reinterpret_cast<std::uintptr_t>(this);
 };
 

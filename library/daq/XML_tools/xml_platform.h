@@ -10,8 +10,8 @@
 /// takes 1.2 ms, thirty times the reading of a ten-channel document. In a process that holds an xml_platform
 /// for its lifetime those calls are mere reference counts. Every Initialize and Terminate of this library
 /// goes through this class and is serialised here, so readers may run at the same time on different threads.
-/// A child that a process forks while another of its threads reads must not use the library: locks that this
-/// thread holds stay taken in the child.
+/// After fork(), the child must not use the library if another thread was reading: a lock that this thread
+/// held is never released in the child.
 ///
 /// Xerces does not survive running out of memory on its way up: it ends the process with status 255, or
 /// throws OutOfMemoryException and cannot be brought up again; every later attempt of this library throws the

@@ -23,8 +23,8 @@ public:
     bool is_open() const { return fd_ >= 0; }
     std::size_t size() const { return static_cast<std::size_t>(status_.st_size); }
 
-    /// Reads `count` bytes from the place `offset`, or up to the end. Returns their number, and -1 when they
-    /// cannot be read or the file has changed.
+    /// Reads `count` bytes from the place `offset`, or fewer at the end of the file. Returns the number of
+    /// bytes, or -1 when the file cannot be read or has changed.
     long read(char *to, std::size_t count, std::size_t offset) const;
 
     /// Whether somebody has written to the file since it was opened: what was read may then be parts of two
