@@ -5,7 +5,7 @@
 
 #include "every_reader.h"
 #include "lane.h"
-#include "steps/document_steps.h"
+#include "readers/documents.h"
 #include "streams.h"
 
 namespace {
@@ -19,7 +19,8 @@ zeb5::reader_row every_row(std::string_view) { return {0, true}; }
 
 /// Everything that a reader can see of a document.
 template <class Document> std::string steps_of(char *source) {
-    zeb5::document_steps<Document> steps(source);
+    Document document(source);
+    zeb5::document_steps steps(document);
     steps.set_rows(every_row);
     std::string seen;
     while (steps.next()) {

@@ -4,8 +4,8 @@
 #include <cstring>
 
 #include "SAX_Memory_Parser.h"
-#include "chan_descr_tags.h"
 #include "channel_records.h"
+#include "channels/chan_descr_tags.h"
 #include "env_dictionary_records.h"
 #include "event_list_records.h"
 #include "reader_forms.h"

@@ -1,4 +1,4 @@
-#include "entity_budget.h"
+#include "limits/entity_budget.h"
 
 #include <string>
 #include <vector>

@@ -1,7 +1,7 @@
 /// Which camera files the scanner reads to their end, which it leaves midway and which at once; and that the
 /// list is untouched unless it read them all.
 
-#include "feature_scan.h"
+#include "readers/feature_scan.h"
 
 #include <memory>
 #include <optional>

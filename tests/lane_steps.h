@@ -8,7 +8,7 @@
 
 #include "lane.h"
 #include "reader_forms.h"
-#include "steps/document_steps.h"
+#include "readers/documents.h"
 
 /// All of one document.
 struct steps_seen {
@@ -36,7 +36,8 @@ inline std::optional<zeb5::lane_end> last_lane_end;
 inline zeb5::reader_row every_row(std::string_view) { return {0, true}; }
 
 template <class Document> void take_all_steps(char *source, zeb5::row_finder find_row, steps_seen &seen) {
-    zeb5::document_steps<Document> steps(source);
+    Document document(source);
+    zeb5::document_steps steps(document);
     steps.set_rows(find_row);
     while (steps.next()) {
         const zeb5::step &taken = steps.current();

@@ -13,11 +13,11 @@
 #include <xercesc/util/XMLString.hpp>
 
 #include "descr_readers.h"
-#include "feature_scan.h"
 #include "lane_steps.h"
-#include "local_code.h"
 #include "locales.h"
-#include "narrow_text.h"
+#include "readers/feature_scan.h"
+#include "steps/local_code.h"
+#include "steps/narrow_text.h"
 #include "xml_platform.h"
 
 namespace {

@@ -1,4 +1,4 @@
-#include "name_hash.h"
+#include "text/name_hash.h"
 
 #include <cstring>
 #include <set>

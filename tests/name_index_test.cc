@@ -1,4 +1,4 @@
-#include "name_index.h"
+#include "text/name_index.h"
 
 #include <memory>
 #include <string>

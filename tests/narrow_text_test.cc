@@ -1,4 +1,4 @@
-#include "narrow_text.h"
+#include "steps/narrow_text.h"
 
 #include <string>
 

@@ -1,6 +1,6 @@
 /// Numbers come out as sscanf() reads them, whatever the text, the locale and the rounding mode.
 
-#include "number_text.h"
+#include "text/number_text.h"
 
 #include <bit>
 #include <cfenv>

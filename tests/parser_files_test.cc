@@ -1,4 +1,4 @@
-#include "parser_files.h"
+#include "limits/parser_files.h"
 
 #include <memory>
 #include <optional>
@@ -9,8 +9,8 @@
 #include <xercesc/util/BinInputStream.hpp>
 
 #include "descriptors.h"
-#include "narrow_text.h"
-#include "parser_memory.h"
+#include "limits/parser_memory.h"
+#include "steps/narrow_text.h"
 #include "test_files.h"
 #include "xml_platform.h"
 

@@ -1,4 +1,4 @@
-#include "parser_memory.h"
+#include "limits/parser_memory.h"
 
 #include <cstdint>
 #include <set>

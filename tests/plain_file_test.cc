@@ -157,7 +157,8 @@ template <class Change> changed_reading read_changing(const std::string &documen
     const way_in_use used(WITH_LANE);
     changed_reading seen;
     seen.streams = capture([&] {
-        zeb5::document_steps<zeb5::file_document> steps(path.data());
+        zeb5::file_document read(path.data());
+        zeb5::document_steps steps(read);
         steps.set_rows([](std::string_view) { return zeb5::reader_row{0, true}; });
         for (; steps.next(); ++seen.steps)
             if (seen.steps == 2)

@@ -13,7 +13,7 @@
 #include <xercesc/sax/SAXParseException.hpp>
 
 #include "capture.h"
-#include "sax_step_handlers.h"
+#include "steps/sax_step_handlers.h"
 #include "xml_platform.h"
 
 namespace {
@@ -115,7 +115,7 @@ TYPED_TEST(StepHandlers, CountTheSameInElementsWithAndWithoutAttributesThatAPars
         const std::string document = declarations + row.elements;
         const xercesc::MemBufInputSource source(reinterpret_cast<const XMLByte *>(document.data()),
                                                 document.size(), "document", false);
-        sax_step_handlers::create_parser(nullptr, this->handlers)->parse(source);
+        zeb5::sax_step_handlers::create_parser(nullptr, this->handlers)->parse(source);
         EXPECT_EQ(counters(this->handlers), row.expect) << row.elements;
     }
 }

@@ -1,4 +1,4 @@
-#include "tag_table.h"
+#include "steps/tag_table.h"
 
 #include <string>
 #include <string_view>

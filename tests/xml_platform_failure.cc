@@ -21,10 +21,10 @@
 #include "capture.h"
 #include "channel_records.h"
 #include "descr_extractor.h"
-#include "local_code.h"
 #include "parse_env_index_dictionary.h"
 #include "parse_ev_list.h"
 #include "sax_sources.h"
+#include "steps/local_code.h"
 #include "zeb5_gige_descr.h"
 
 namespace {

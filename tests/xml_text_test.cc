@@ -1,4 +1,4 @@
-#include "xml_text.h"
+#include "text/xml_text.h"
 
 #include <climits>
 #include <cstring>

@@ -17,6 +17,10 @@
 
 #include "zeb5_export.h"
 
+namespace zeb5 {
+struct sax_step_handlers;
+}
+
 /// One attribute of the current element, allocated with new. Its strings belong to it; each goes by
 /// xercesc::XMLString::release(), while the XML platform is up.
 struct attrf {
@@ -75,7 +79,7 @@ public:
     void fatalError(const xercesc::SAXParseException &exception) override;
 
 private:
-    friend struct sax_step_handlers;
+    friend struct zeb5::sax_step_handlers;
 
     std::uint32_t fElementCount = 0;
     std::uint32_t fAttrCount = 0;
@@ -119,7 +123,7 @@ public:
     int get_error_counter();
 
 private:
-    friend struct sax_step_handlers;
+    friend struct zeb5::sax_step_handlers;
 
     bool init = false;
     bool gotMore = true;

@@ -5,8 +5,8 @@
 #include <iostream>
 #include <string_view>
 
-#include "chan_name_index.h"
-#include "narrow_text.h"
+#include "channels/chan_name_index.h"
+#include "text/field_text.h"
 
 namespace {
 

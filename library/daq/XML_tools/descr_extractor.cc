@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "platform_hold.h"
+#include "steps/platform_hold.h"
 
 namespace {
 

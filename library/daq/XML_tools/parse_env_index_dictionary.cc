@@ -6,11 +6,11 @@
 #include <memory>
 #include <string_view>
 
-#include "env_index_dictionary_layouts.h"
-#include "narrow_text.h"
-#include "number_text.h"
-#include "steps/document_steps.h"
-#include "tag_table.h"
+#include "dictionary/env_index_dictionary_layouts.h"
+#include "readers/documents.h"
+#include "steps/tag_table.h"
+#include "text/field_text.h"
+#include "text/number_text.h"
 
 namespace {
 
@@ -104,11 +104,11 @@ private:
     bool prop_seen_ = false;
 };
 
-template <class Source, class Layout>
+template <class Document, class Layout>
 int read_dictionary(char *source, std::vector<typename Layout::entry *> *list) {
     if (!list)
         return 1;
-    return walk_document<Source>(source, [list](typename Source::steps &steps, std::string_view root) {
+    return walk_document<Document>(source, [list](document_steps &steps, std::string_view root) {
         if (root != env_tags[ENV_INDX_ROOT]) {
             std::fprintf(stderr, "WRONG root tag: '%.*s' must be '%s'\n", static_cast<int>(root.size()),
                          root.data(), env_tags[ENV_INDX_ROOT]);
@@ -123,18 +123,18 @@ int read_dictionary(char *source, std::vector<typename Layout::entry *> *list) {
 } // namespace
 
 int parse_env_index_dict_list_read(char *xml, std::vector<zeb5_env_index_dictionary_entry *> *list) {
-    return read_dictionary<from_memory, env_layout_classic>(xml, list);
+    return read_dictionary<memory_document, env_layout_classic>(xml, list);
 }
 
 int parse_env_index_dict_readf(char *file, std::vector<zeb5_env_index_dictionary_entry *> *list) {
-    return read_dictionary<from_file, env_layout_classic>(file, list);
+    return read_dictionary<file_document, env_layout_classic>(file, list);
 }
 
 int parse_env_index_dict_list_read_2010(char *xml,
                                         std::vector<zeb5_env_index_dictionary_entry_2010 *> *list) {
-    return read_dictionary<from_memory, env_layout_2010>(xml, list);
+    return read_dictionary<memory_document, env_layout_2010>(xml, list);
 }
 
 int parse_env_index_dict_readf_2010(char *file, std::vector<zeb5_env_index_dictionary_entry_2010 *> *list) {
-    return read_dictionary<from_file, env_layout_2010>(file, list);
+    return read_dictionary<file_document, env_layout_2010>(file, list);
 }

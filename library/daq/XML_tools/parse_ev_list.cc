@@ -5,10 +5,10 @@
 #include <memory>
 #include <string_view>
 
-#include "narrow_text.h"
-#include "number_text.h"
-#include "steps/document_steps.h"
-#include "tag_table.h"
+#include "readers/documents.h"
+#include "steps/tag_table.h"
+#include "text/field_text.h"
+#include "text/number_text.h"
 
 namespace {
 
@@ -151,10 +151,10 @@ inline reader_row event_list_reader::row_of(std::string_view tag) {
     return {row, row != reader_row::none && !elements().action(row).fills_entry};
 }
 
-template <class Source> int read_ev_list(char *source, std::vector<zeb5_ev_entry *> *list) {
+template <class Document> int read_ev_list(char *source, std::vector<zeb5_ev_entry *> *list) {
     if (!list)
         return 1;
-    return walk_document<Source>(source, [list](typename Source::steps &steps, std::string_view root) {
+    return walk_document<Document>(source, [list](document_steps &steps, std::string_view root) {
         if (root != root_tag) {
             std::fprintf(stderr, "WRONG root tag: %.*s must be '%s'\n", static_cast<int>(root.size()),
                          root.data(), root_tag);
@@ -210,11 +210,11 @@ void release_block(const zeb5_ev_sb_list *block) {
 } // namespace
 
 int zeb5_parse_ev_list_read(char *xml, std::vector<zeb5_ev_entry *> *list) {
-    return read_ev_list<from_memory>(xml, list);
+    return read_ev_list<memory_document>(xml, list);
 }
 
 int zeb5_parse_ev_list_readf(char *file, std::vector<zeb5_ev_entry *> *list) {
-    return read_ev_list<from_file>(file, list);
+    return read_ev_list<file_document>(file, list);
 }
 
 void zeb5_print_ev_list(const std::vector<zeb5_ev_entry *> *list) {

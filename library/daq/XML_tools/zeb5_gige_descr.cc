@@ -13,11 +13,11 @@
 #include <xercesc/util/OutOfMemoryException.hpp>
 #include <xercesc/util/XMLException.hpp>
 
-#include "feature_collector.h"
-#include "feature_scan.h"
-#include "feature_tree.h"
-#include "narrow_text.h"
-#include "xml_hardening.h"
+#include "limits/xml_hardening.h"
+#include "readers/feature_collector.h"
+#include "readers/feature_scan.h"
+#include "readers/feature_tree.h"
+#include "steps/narrow_text.h"
 #include "xml_platform.h"
 
 namespace {

@@ -1,47 +1,16 @@
 #include "steps/document_steps.h"
 
 #include <cstring>
-#include <iostream>
 #include <utility>
 
 #include <xercesc/util/XMLException.hpp>
 
-#include "sax_step_handlers.h"
 #include "steps/plain_lane.h"
+#include "steps/sax_step_handlers.h"
 
 namespace zeb5 {
 
-std::unique_ptr<plain_window> memory_document::open_window() {
-    return std::make_unique<memory_window>(text_);
-}
-
-bool memory_document::start(std::optional<parser> &made) {
-    made.emplace(text_);
-    return made->init_ok() && made->start() == 0;
-}
-
-std::unique_ptr<plain_window> file_document::open_window() {
-    file_.emplace(path_);
-    return file_->is_open() ? std::make_unique<file_window>(*file_) : nullptr;
-}
-
-bool file_document::start(std::optional<parser> &made) {
-    made.emplace();
-    if (!made->init_ok())
-        return false;
-    const bool is_open = file_ && file_->is_open();
-    return (is_open ? sax_step_handlers::start(*made, sax_step_handlers::opened_file{path_, *file_})
-                    : made->start(path_)) == 0;
-}
-
-bool file_document::reports_change() const {
-    if (!file_ || !file_->is_open() || !file_->has_changed())
-        return false;
-    std::cerr << "\nError at (file " << path_ << "): the file has changed while it was read" << std::endl;
-    return true;
-}
-
-template <class Document> document_steps<Document>::document_steps(char *source) : document_(source) {
+document_steps::document_steps(document &document) : document_(document) {
     try {
         if (is_lane_open())
             window_ = document_.open_window();
@@ -56,40 +25,35 @@ template <class Document> document_steps<Document>::document_steps(char *source)
         scanner_.reset();
 }
 
-template <class Document> void document_steps<Document>::set_rows(row_finder find_row) {
+void document_steps::set_rows(row_finder find_row) {
     find_row_ = find_row;
     parser_element_ = 0; // the current element, too, means something else now
     if (scanner_)
         scanner_->set_rows(find_row);
 }
 
-template <class Document> std::string_view document_steps<Document>::tag() const {
+std::string_view document_steps::tag() const {
     return scanner_ ? scanner_->tag() : std::string_view(parser_tag_);
 }
 
-template <class Document>
-std::optional<std::string_view> document_steps<Document>::attribute(const char *name) {
+std::optional<std::string_view> document_steps::attribute(const char *name) {
     if (scanner_)
         return scanner_->attribute(name);
-    char *value = nullptr;
-    sax_step_handlers::get_attr(*parser_, name, &value);
-    return value ? std::optional<std::string_view>(value) : std::nullopt;
+    return document_.attribute(name);
 }
 
-template <class Document> int document_steps<Document>::error_count() {
-    return (parser_ ? parser_->get_error_counter() : 0) + failures_;
-}
+int document_steps::error_count() { return document_.error_count() + failures_; }
 
 /// Behind the last step of the scanner, and for each step of the parser.
-template <class Document> bool document_steps<Document>::next_otherwise() {
-    if (!is_over_ && !parser_)
+bool document_steps::next_otherwise() {
+    if (!is_over_ && !has_handed_over_)
         is_over_ = !hand_over();
     return !is_over_ && next_of_parser();
 }
 
 /// Lets the parser take over from the scanner, behind the steps that the scanner delivered. Returns false
 /// when there is nothing left to do for the parser, or it cannot do it.
-template <class Document> bool document_steps<Document>::hand_over() {
+bool document_steps::hand_over() {
     const bool has_finished = scanner_ && scanner_->has_finished();
     const auto left = std::move(scanner_); // it may hold the platform until the parser does
     std::size_t delivered = left ? left->delivered() : 0;
@@ -102,23 +66,24 @@ template <class Document> bool document_steps<Document>::hand_over() {
         failures_ += delivered != 0; // a document that does not start has a result of its own
         return false;
     }
+    has_handed_over_ = true;
     for (; delivered != 0; --delivered)
         if (!take_parser_step())
             return false;
     return true;
 }
 
-template <class Document> bool document_steps<Document>::start_parser() {
-    const bool has_started = document_.start(parser_);
+bool document_steps::start_parser() {
+    const bool has_started = document_.start();
     if (!has_started)
         document_.reports_change(); // which may be the reason
     return has_started;
 }
 
 /// Takes a step of the parser that delivers a tag, into its own strings.
-template <class Document> bool document_steps<Document>::take_parser_step() {
+bool document_steps::take_parser_step() {
     do
-        if (const int result = parser_->parse(&parser_tag_, &parser_value_); result != 0) {
+        if (const int result = document_.parse(&parser_tag_, &parser_value_); result != 0) {
             if (result > 0)
                 document_.reports_change(); // which may be the reason
             return false;
@@ -127,9 +92,9 @@ template <class Document> bool document_steps<Document>::take_parser_step() {
     return true;
 }
 
-template <class Document> bool document_steps<Document>::next_of_parser() {
+bool document_steps::next_of_parser() {
     while (take_parser_step()) {
-        const std::uint32_t element = sax_step_handlers::element_count(*parser_);
+        const std::uint32_t element = document_.element_count();
         if (element != parser_element_) {
             parser_element_ = element;
             parser_row_ = find_row_ ? find_row_(parser_tag_) : reader_row{.acts_alone = true};
@@ -142,8 +107,5 @@ template <class Document> bool document_steps<Document>::next_of_parser() {
     }
     return false;
 }
-
-template class document_steps<memory_document>;
-template class document_steps<file_document>;
 
 } // namespace zeb5

@@ -8,58 +8,48 @@
 /// which.
 
 #include <cstddef>
+#include <cstdint>
 #include <memory>
 #include <optional>
 #include <string_view>
 
-#include "SAX_File_Parser.h"
-#include "SAX_Memory_Parser.h"
-#include "steps/plain_file.h"
+#include "steps/plain_window.h"
 #include "steps/step_scanner.h"
 
 namespace zeb5 {
 
-/// A document in memory.
-class memory_document {
+/// A document as its bytes, and as the steps that the XML library takes through it.
+class document {
 public:
-    using parser = SAX_Memory_Parser;
-
-    explicit memory_document(char *text) : text_(text) {}
+    document() = default;
+    virtual ~document() = default;
+    document(const document &) = delete;
+    document &operator=(const document &) = delete;
 
     /// The bytes for the scanner; null when only the XML library may read them.
-    std::unique_ptr<plain_window> open_window();
+    virtual std::unique_ptr<plain_window> open_window() = 0;
 
-    /// Makes the parser and starts it; returns false when that fails, which was reported then.
-    bool start(std::optional<parser> &made);
+    /// Makes the parser and starts it. Returns false when that fails, which was reported then.
+    virtual bool start() = 0;
+
+    // The pull reader's, once it was started
+
+    virtual int parse(char **tag, char **value) = 0;
+    virtual std::optional<std::string_view> attribute(const char *name) = 0;
+    virtual std::uint32_t element_count() const = 0;
+
+    /// Reports of the parser so far, if there is one.
+    virtual int error_count() = 0;
 
     /// Reports if the document has changed while it was read; returns whether it has.
-    bool reports_change() const { return false; }
-
-private:
-    char *text_;
-};
-
-/// A document in a file, which is opened once.
-class file_document {
-public:
-    using parser = SAX_File_Parser;
-
-    explicit file_document(char *path) : path_(path) {}
-
-    std::unique_ptr<plain_window> open_window();
-    bool start(std::optional<parser> &made);
-    bool reports_change() const;
-
-private:
-    char *path_;
-    std::optional<plain_file> file_;
+    virtual bool reports_change() const = 0;
 };
 
 /// The steps of one document that deliver a tag.
-template <class Document> class document_steps {
+class document_steps {
 public:
-    /// `source` is the text or the path. What goes wrong is reported as the parsers report it.
-    explicit document_steps(char *source);
+    /// What goes wrong is reported as the parsers report it.
+    explicit document_steps(document &document);
     document_steps(const document_steps &) = delete;
     document_steps &operator=(const document_steps &) = delete;
 
@@ -90,10 +80,9 @@ private:
     bool next_of_parser();
     bool take_parser_step();
 
-    Document document_;
+    document &document_;
     std::unique_ptr<plain_window> window_;
     std::unique_ptr<step_scanner> scanner_; // null: the parser has taken over
-    std::optional<typename Document::parser> parser_;
     row_finder find_row_ = nullptr;
     step current_;
     char *parser_tag_ = nullptr;
@@ -101,31 +90,12 @@ private:
     std::uint32_t parser_element_ = 0; // that parser_row_ was found for; they count from 1
     reader_row parser_row_;
     int failures_ = 0;
+    bool has_handed_over_ = false; // to the parser
     bool is_over_ = false;
 };
 
-/// The two kinds of source. A reader's own variants derive from these and add what differs between them.
-struct from_memory {
-    using steps = document_steps<memory_document>;
-};
-
-struct from_file {
-    using steps = document_steps<file_document>;
-};
-
-/// Reads one document. `walk(steps, root)` gets the root's name, walks the rest and returns the reader's
-/// status. The result is that status, or 1 when the document cannot be started, plus the number of reports; 1
-/// for a null source.
-template <class Source, class Walk> int walk_document(char *source, Walk walk) {
-    if (!source)
-        return 1;
-    typename Source::steps steps(source);
-    const int status = steps.next() ? walk(steps, steps.tag()) : 1;
-    return status + steps.error_count();
-}
-
 /// Has `reader` act on every step, up to the end or the first report.
-template <class Steps, class Reader> void for_each_step(Steps &steps, Reader &reader) {
+template <class Reader> void for_each_step(document_steps &steps, Reader &reader) {
     steps.set_rows(Reader::row_of);
     while (steps.next())
         reader.act(steps.current());

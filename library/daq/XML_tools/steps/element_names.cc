@@ -1,6 +1,6 @@
 #include "steps/element_names.h"
 
-#include "name_hash.h"
+#include "text/name_hash.h"
 
 namespace zeb5 {
 

@@ -1,6 +1,6 @@
 #include "steps/plain_lane.h"
 
-#include "local_code.h"
+#include "steps/local_code.h"
 
 namespace zeb5 {
 

@@ -4,9 +4,9 @@
 
 #include <xercesc/util/XMLException.hpp>
 
-#include "narrow_text.h"
-#include "platform_hold.h"
+#include "steps/narrow_text.h"
 #include "steps/plain_characters.h"
+#include "steps/platform_hold.h"
 
 namespace zeb5 {
 

@@ -1,0 +1,149 @@
+#include "channels/chan_descriptions_writer.h"
+
+namespace zeb5 {
+
+namespace {
+
+// Axes of spectra and images, given beside the records
+
+enum parameter_number {
+    DIM_START,
+    DIM_INC,
+    DIM_NDATA,
+    DIM_GROUPS,
+    DIM_GROUP_INC,
+    DIM_XSTART,
+    DIM_WIDTH,
+    DIM_YSTART,
+    DIM_XBIN,
+    DIM_HEIGHT,
+    DIM_YBIN,
+    DIM_BPP,
+    DIM_EBITPP,
+    DIM_UNSIGNED,
+    DIM_PARAMETERS
+};
+
+constexpr const char *tagspectprms[] = {
+    "DIM_START",  "DIM_INC",  "DIM_NDATA",  "DIM_GROUPS", "DIM_GROUP_INC", "DIM_XSTART", "DIM_WIDTH",
+    "DIM_YSTART", "DIM_XBIN", "DIM_HEIGHT", "DIM_YBIN",   "DIM_BPP",       "DIM_EBITPP", "DIM_UNSIGNED",
+};
+static_assert(sizeof tagspectprms / sizeof tagspectprms[0] == DIM_PARAMETERS, "one name for each");
+
+template <parameter_number Number> constexpr element_tags parameter_tag(tagspectprms[Number]);
+
+void write_spectrum(xml_text &out, const zeb5_spect_header_2010 &axis) {
+    out.put_float(parameter_tag<DIM_START>, axis.start, "%e");
+    out.put_float(parameter_tag<DIM_INC>, axis.inc, "%e");
+    out.put(element<parameter_tag<DIM_NDATA>>(axis.ndata), element<parameter_tag<DIM_GROUPS>>(axis.groups));
+    out.put_float(parameter_tag<DIM_GROUP_INC>, axis.group_inc, "%e");
+}
+
+template <parameter_number Number> void element_if(bool wanted, xml_text &out, std::int32_t value) {
+    if (wanted)
+        out.put(element<parameter_tag<Number>>(value));
+}
+
+template <parameter_number Number> void element_if_positive(xml_text &out, float value) {
+    if (value > 0.0F)
+        out.put_float(parameter_tag<Number>, value, "%e");
+}
+
+template <parameter_number Number> void element_if_positive(xml_text &out, std::int32_t value) {
+    element_if<Number>(value > 0, out, value);
+}
+
+void write_image(xml_text &out, const zeb5_image_ext_frame_head &head) {
+    out.put(element<parameter_tag<DIM_XSTART>>(head.x_start),
+            element<parameter_tag<DIM_WIDTH>>(head.aoi_width >= 1 ? head.aoi_width : head.width));
+    element_if_positive<DIM_XBIN>(out, head.hbin);
+    out.put(element<parameter_tag<DIM_YSTART>>(head.y_start),
+            element<parameter_tag<DIM_HEIGHT>>(head.aoi_height >= 1 ? head.aoi_height : head.height));
+    element_if_positive<DIM_YBIN>(out, head.vbin);
+    element_if_positive<DIM_BPP>(out, head.bpp);
+    element_if_positive<DIM_EBITPP>(out, head.ebitpp);
+    element_if<DIM_UNSIGNED>(head.ispare4 != -1, out, head.ispare4);
+    element_if_positive<DIM_START>(out, head.fspare2);
+    element_if_positive<DIM_INC>(out, head.fspare3);
+    element_if_positive<DIM_NDATA>(out, head.ispare3);
+    element_if_positive<DIM_GROUPS>(out, head.ispare2);
+    element_if_positive<DIM_GROUP_INC>(out, head.fspare4);
+}
+
+/// The axis of one of the channel's own dimensions, by its number; none for a number that the entry does not
+/// have.
+void write_axis(xml_text &out, const dim_params &axes, std::int32_t dim) {
+    if (dim < 0 || dim >= axes.num)
+        return;
+    // Kept: a dimension with both gives the elements of the axis twice; programs that draw spectra take the
+    // first
+    if (axes.params)
+        write_spectrum(out, axes.params[dim]);
+    if (axes.iparams)
+        write_image(out, axes.iparams[dim]);
+}
+
+void write_bit(xml_text &out, const bit_descr &bit) {
+    out.make_room();
+    out.put(opening<chan_descr_tag<TAG_PART>>(bit.bit), element<chan_descr_tag<TAG_PART_NAME>>(bit.bit_name),
+            element<chan_descr_tag<TAG_PART_DESCR>>(bit.bit_desc));
+    out.close(chan_descr_tag<TAG_PART>);
+}
+
+void write_stat(xml_text &out, const stat_descr &stat) {
+    out.make_room();
+    out.put(opening<chan_descr_tag<TAG_PART, OF_STAT>>(stat.stat), element<chan_descr_tag<TAG_PART_NAME, OF_STAT>>(stat.stat_name),
+            element<chan_descr_tag<TAG_UNITS, OF_STAT>>(stat.units),
+            element<chan_descr_tag<TAG_PART_DESCR, OF_STAT>>(stat.stat_desc));
+    out.close(chan_descr_tag<TAG_PART, OF_STAT>);
+}
+
+void write_dim(xml_text &out, const dim_descr &dim, const dim_params *axes) {
+    out.make_room();
+    out.put(opening<chan_descr_tag<TAG_PART, OF_DIM>>(dim.dim), element<chan_descr_tag<TAG_PART_NAME, OF_DIM>>(dim.dim_name),
+            element<chan_descr_tag<TAG_UNITS, OF_DIM>>(dim.units), element<chan_descr_tag<TAG_PART_DESCR, OF_DIM>>(dim.dim_desc));
+    for_each_part(dim.stats, [&](const stat_descr &stat) { write_stat(out, stat); });
+    out.make_room();
+    if (axes)
+        write_axis(out, *axes, dim.dim);
+    out.close(chan_descr_tag<TAG_PART, OF_DIM>);
+}
+
+/// Dimensions of a channel that has axes but describes none.
+void write_made_up_dims(xml_text &out, const dim_params &axes, list_position position) {
+    for (std::int32_t j = 0; j < axes.num; ++j) {
+        out.make_room();
+        out.put(opening<chan_descr_tag<TAG_PART, OF_DIM>>(j));
+        if (axes.params)
+            write_spectrum(out, axes.params[j]);
+        // Kept: the head of the channel's place in the list, the same for every dimension; callers lay them
+        // out so
+        if (axes.iparams)
+            write_image(out, axes.iparams[position]);
+        out.close(chan_descr_tag<TAG_PART, OF_DIM>);
+    }
+}
+
+} // namespace
+
+void write_chan_descr(xml_text &out, const chan_descr_2010 &channel, list_position position,
+                      const axes_of_channels &all_axes) {
+    out.make_room();
+    out.open(chan_descr_tag<TAG_CHANNEL>);
+    out.put(element<chan_descr_tag<TAG_STREAM>>(channel.stream), element<chan_descr_tag<TAG_EVTYPE>>(channel.ev_type),
+            element<chan_descr_tag<TAG_DTYPE>>(channel.dtype), element<chan_descr_tag<TAG_DB_KEY>>(channel.db_key),
+            element<chan_descr_tag<TAG_COUNT>>(channel.count), element<chan_descr_tag<TAG_SB_NAME>>(channel.sb_name),
+            element<chan_descr_tag<TAG_PROP>>(channel.prop_name), element<chan_descr_tag<TAG_NAME>>(name_or_undefined(channel.daq_name)),
+            element<chan_descr_tag<TAG_SETPOINT>>(channel.set_point), element<chan_descr_tag<TAG_SUBSYSTEM>>(channel.subsystem),
+            element<chan_descr_tag<TAG_UNITS>>(channel.units), element<chan_descr_tag<TAG_DESC>>(channel.prop_desc),
+            element<chan_descr_tag<TAG_SIZE>>(channel.max_size));
+    for_each_part(channel.bits, [&](const bit_descr &bit) { write_bit(out, bit); });
+    const dim_params *const axes = all_axes.find(name_or_undefined(channel.daq_name));
+    for_each_part(channel.dims, [&](const dim_descr &dim) { write_dim(out, dim, axes); });
+    if (channel.dims.empty() && axes)
+        write_made_up_dims(out, *axes, position);
+    out.make_room();
+    out.close(chan_descr_tag<TAG_CHANNEL>);
+}
+
+} // namespace zeb5

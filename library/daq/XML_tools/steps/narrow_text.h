@@ -1,0 +1,52 @@
+#ifndef ZEB5_NARROW_TEXT_H
+#define ZEB5_NARROW_TEXT_H
+
+/// UTF-16 to the narrow text that the readers hand out.
+
+#include <cstddef>
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include <xercesc/util/XMLException.hpp>
+#include <xercesc/util/XMLString.hpp>
+
+namespace zeb5 {
+
+/// A string of the default transcoder's own; null for a null text.
+struct transcoded_release {
+    void operator()(char *text) const { xercesc::XMLString::release(&text); }
+};
+using transcoded = std::unique_ptr<char, transcoded_release>;
+
+inline transcoded transcode(const XMLCh *text) { return transcoded(xercesc::XMLString::transcode(text)); }
+
+/// The message of an exception that says why the platform did not come up: there is no transcoder then, so
+/// what is not ASCII becomes a question mark.
+std::string plain_message(const xercesc::XMLException &problem);
+
+/// Called before a document is read, as the locale may have changed since the last one. A change of the
+/// locale while a document is read counts from the next document on.
+void forget_local_code();
+
+// Both narrow as the default transcoder does, which the XML platform must be up for. `length` is what the
+// parser says of the null-terminated `text`; a text with a null inside ends there, as with the transcoder.
+
+/// A copy that whoever has it releases with XMLString::release(), as that of XMLString::transcode(); null
+/// where the transcoder gives none.
+char *narrow(const XMLCh *text, std::size_t length);
+
+/// Narrows one text after another into memory of its own, which does not go with the platform.
+class narrower {
+public:
+    /// The result is NUL-terminated and lasts until the next call; nothing where the transcoder gives none.
+    std::optional<std::string_view> narrow(const XMLCh *text, std::size_t length);
+
+private:
+    std::string buffer_;
+};
+
+} // namespace zeb5
+
+#endif

@@ -1,0 +1,258 @@
+#ifndef ZEB5_SAX_STEP_HANDLERS_H
+#define ZEB5_SAX_STEP_HANDLERS_H
+
+/// What one step of a pull reader means, written once for the memory and the file variant.
+
+#include <cstdint>
+#include <cstring>
+#include <iostream>
+#include <memory>
+#include <utility>
+
+#include <xercesc/framework/XMLPScanToken.hpp>
+#include <xercesc/parsers/SAXParser.hpp>
+#include <xercesc/sax/AttributeList.hpp>
+#include <xercesc/sax/HandlerBase.hpp>
+#include <xercesc/sax/SAXParseException.hpp>
+#include <xercesc/util/XMLException.hpp>
+
+#include "limits/xml_hardening.h"
+#include "steps/narrow_text.h"
+#include "steps/plain_file_source.h"
+#include "steps/platform_hold.h"
+#include "xml_platform.h"
+
+namespace zeb5 {
+
+/// The handlers' callbacks and the parsers' steps; a friend of both twins.
+struct sax_step_handlers {
+    // Callbacks; Handlers is MemParseHandlers or FileParseHandlers
+
+    template <class Handlers>
+    static void start_element(Handlers &h, const XMLCh *name, const xercesc::AttributeList &attributes) {
+        release(h.tag);
+        h.tag = narrow(name);
+        const XMLSize_t count = attributes.getLength();
+        ++h.fElementCount;
+        h.fAttrCount += static_cast<std::uint32_t>(count);
+        drop_attributes(h);
+        for (XMLSize_t i = 0; i < count; ++i)
+            append_attribute(h.vattr, attributes, i);
+    }
+
+    template <class Handlers> static void characters(Handlers &h, const XMLCh *text, XMLSize_t length) {
+        if (h.tag) {
+            release(h.value);
+            h.value = zeb5::narrow(text, length);
+            if (h.value && is_white_space(h.value, length))
+                drop_texts(h);
+        }
+        h.fCharacterCount += static_cast<std::uint32_t>(length);
+    }
+
+    template <class Handlers> static void reset_document(Handlers &h) {
+        h.fElementCount = h.fAttrCount = h.fCharacterCount = h.fSpaceCount = 0;
+        h.error_count = 0;
+        drop_texts(h);
+    }
+
+    /// `kind` is "Warning", "Error" or "Fatal Error".
+    template <class Handlers>
+    static void report(Handlers &h, const char *kind, const xercesc::SAXParseException &problem) {
+        const transcoded file = transcode(problem.getSystemId());
+        const transcoded message = transcode(problem.getMessage());
+        // Kept: a null text sets the stream's fail state, as users of the stream see it with any null text
+        std::cerr << '\n'
+                  << kind << " at (file " << file.get() << ", line " << problem.getLineNumber() << ", char "
+                  << problem.getColumnNumber() << "): " << message.get() << std::endl;
+        ++h.error_count;
+    }
+
+    template <class Handlers> static void reset_end_tag_flag(Handlers &h) {
+        if (!h.end_flag && !h.value)
+            return;
+        drop_texts(h);
+        drop_attributes(h);
+        h.end_flag = false;
+    }
+
+    // Strings and records. There may be no platform any more when there is nothing left to release.
+
+    static void release(char *&text) {
+        if (text)
+            xercesc::XMLString::release(&text);
+    }
+
+    template <class Handlers> static void drop_texts(Handlers &h) {
+        release(h.value);
+        release(h.tag);
+    }
+
+    template <class Handlers> static void drop_attributes(Handlers &h) {
+        for (auto *record : h.vattr)
+            release_record()(record);
+        h.vattr.clear();
+    }
+
+    // Steps; Parser is SAX_Memory_Parser or SAX_File_Parser
+
+    /// Brings the platform up; null after a message when that fails.
+    static std::unique_ptr<xml_platform> open_platform() {
+        try {
+            auto platform = std::make_unique<xml_platform>();
+            platform_hold::keep_for_thread();
+            return platform;
+        } catch (const xercesc::XMLException &problem) {
+            report_failed_platform(problem);
+            return nullptr;
+        }
+    }
+
+    static void report_failed_platform(const xercesc::XMLException &problem) {
+        std::cerr << "Error during initialization! Message:\n" << plain_message(problem) << std::endl;
+    }
+
+    /// A parser that holds the platform and reports to `handlers`, which must live as long as it parses.
+    static std::unique_ptr<xercesc::SAXParser> create_parser(std::unique_ptr<xml_platform> platform,
+                                                             xercesc::HandlerBase &handlers) {
+        forget_local_code();
+        auto parser = zeb5::create_parser<xercesc::SAXParser>(xercesc::SAXParser::Val_Auto);
+        parser->setDocumentHandler(&handlers);
+        parser->setErrorHandler(&handlers);
+        parser->setDTDHandler(&handlers); // without one the parser does not hear of entity declarations
+        parser->platform = std::move(platform);
+        return parser;
+    }
+
+    /// A file that is open already.
+    struct opened_file {
+        const char *path;
+        const plain_file &file;
+    };
+
+    /// `source` is an input source, a path or an opened file.
+    template <class Parser, class Source> static int start(Parser &p, const Source &source) {
+        try {
+            if (parse_first(*p.parser, source, p.token))
+                return 0;
+            std::cerr << "scanFirst() failed\n";
+        } catch (const xercesc::XMLException &problem) {
+            // Kept: operators know these words for files too
+            std::cerr << "\nError during parsing memory stream:\n"
+                      << "Exception message is:  \n"
+                      << transcode(problem.getMessage()).get() << std::endl;
+        }
+        return 1;
+    }
+
+    /// Takes one step; the handlers hold what it delivers when the result is 0.
+    template <class Parser> static int next(Parser &p) {
+        auto &h = handlers_of(p);
+        reset_end_tag_flag(h);
+        if (!p.gotMore)
+            return h.error_count ? h.error_count : -1;
+        try {
+            p.gotMore = p.parser->parseNext(p.token);
+        } catch (const xercesc::XMLException &) {
+            throw; // the parser was not started, and says so each time
+        } catch (...) {
+            p.gotMore = false; // Xerces has let go of the document: one more step of it would be a crash
+            throw;
+        }
+        if (!p.gotMore)
+            p.parser->parseReset(p.token);
+        return h.error_count;
+    }
+
+    /// Start tags so far.
+    template <class Parser> static std::uint32_t element_count(const Parser &p) {
+        return handlers_of(p).fElementCount;
+    }
+
+    template <class Parser> static int parse(Parser &p, char **tag, char **value) {
+        // Before the step, as an exception may end it and what it drops must not be used any more
+        if (tag)
+            *tag = nullptr;
+        if (value)
+            *value = nullptr;
+        const int result = p.init ? next(p) : -1;
+        if (result == 0 && tag)
+            *tag = handlers_of(p).tag;
+        if (result == 0 && value)
+            *value = handlers_of(p).value;
+        return result;
+    }
+
+    template <class Parser> static int get_attr(Parser &p, const char *name, char **res) {
+        *res = nullptr;
+        if (!p.init || !name || handlers_of(p).error_count)
+            return -1;
+        for (const auto *record : handlers_of(p).vattr)
+            if (record->name && std::strcmp(record->name, name) == 0) {
+                *res = record->value;
+                return *res ? 0 : -1;
+            }
+        return -1;
+    }
+
+private:
+    template <class Parser> static auto &handlers_of(Parser &p) {
+        if constexpr (requires { *p.handler; })
+            return *p.handler;
+        else
+            return p.handler;
+    }
+
+    /// Of an attribute.
+    struct release_record {
+        template <class Record> void operator()(Record *record) const {
+            for (char **text : {&record->name, &record->type, &record->value})
+                release(*text);
+            delete record;
+        }
+    };
+
+    template <class Record>
+    static void append_attribute(std::vector<Record *> &list, const xercesc::AttributeList &attributes,
+                                 XMLSize_t i) {
+        std::unique_ptr<Record, release_record> record(new Record{});
+        record->name = narrow(attributes.getName(i));
+        record->type = narrow(attributes.getType(i));
+        record->value = narrow(attributes.getValue(i));
+        list.push_back(record.get());
+        (void)record.release(); // the list's from here on
+    }
+
+    /// Whether a text begins with as many blanks, line feeds and tabs as the parser says that it has
+    /// characters; an empty one does.
+    static bool is_white_space(const char *text, XMLSize_t length) {
+        XMLSize_t i = 0;
+        while (text[i] == ' ' || text[i] == '\n' || text[i] == '\t')
+            ++i;
+        return i == length;
+    }
+
+    static char *narrow(const XMLCh *text) { return zeb5::narrow(text, xercesc::XMLString::stringLen(text)); }
+
+    /// As create_parser() made it.
+    static bounded_parser<xercesc::SAXParser> &bounded(xercesc::SAXParser &parser) {
+        return static_cast<bounded_parser<xercesc::SAXParser> &>(parser);
+    }
+
+    static bool parse_first(xercesc::SAXParser &parser, const char *path, xercesc::XMLPScanToken &token) {
+        const auto source = bounded(parser).files.source_of(path);
+        return source ? parser.parseFirst(*source, token) : parser.parseFirst(path, token);
+    }
+    static bool parse_first(xercesc::SAXParser &parser, const opened_file &opened,
+                            xercesc::XMLPScanToken &token) {
+        return parser.parseFirst(plain_file_source(opened.path, opened.file, bounded(parser).memory), token);
+    }
+    static bool parse_first(xercesc::SAXParser &parser, const xercesc::InputSource &source,
+                            xercesc::XMLPScanToken &token) {
+        return parser.parseFirst(source, token);
+    }
+};
+
+} // namespace zeb5
+
+#endif
