@@ -3,8 +3,8 @@
 
 #include <algorithm>
 
-#include "channel_records.h"
 #include "fuzz.h"
+#include "support/channel_records.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size) {
     hold_the_platform();

@@ -2,8 +2,8 @@
 /// is done with the records afterwards; and the two calls that read for one purpose, against the calls that
 /// they stand for.
 
-#include "channel_records.h"
 #include "fuzz.h"
+#include "support/channel_records.h"
 
 namespace {
 

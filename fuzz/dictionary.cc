@@ -1,8 +1,8 @@
 /// Env index dictionaries in both layouts: the readers, the writers in every mode to every destination, and
 /// the conversions.
 
-#include "env_dictionary_records.h"
 #include "fuzz.h"
+#include "support/env_dictionary_records.h"
 
 namespace {
 

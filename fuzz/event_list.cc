@@ -1,7 +1,7 @@
 /// Event lists from memory and from a file, read, listed and released.
 
-#include "event_list_records.h"
 #include "fuzz.h"
+#include "support/event_list_records.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size) {
     hold_the_platform();

@@ -3,10 +3,10 @@
 
 #include <algorithm>
 
-#include "every_reader.h"
-#include "lane.h"
 #include "readers/documents.h"
 #include "streams.h"
+#include "support/every_reader.h"
+#include "support/lane.h"
 
 namespace {
 

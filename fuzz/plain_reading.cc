@@ -1,9 +1,9 @@
 /// The steps of the pull readers, and the channels of the channel readers, beside the plainly written readers
 /// of the tests: the same steps, records, results and messages.
 
-#include "plain_channels.h"
-#include "plain_steps.h"
 #include "streams.h"
+#include "support/plain_channels.h"
+#include "support/plain_steps.h"
 
 #include "SAX_File_Parser.h"
 #include "SAX_Memory_Parser.h"

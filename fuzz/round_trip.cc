@@ -5,9 +5,9 @@
 #include <array>
 #include <cstring>
 
-#include "channel_records.h"
-#include "env_dictionary_records.h"
 #include "fuzz.h"
+#include "support/channel_records.h"
+#include "support/env_dictionary_records.h"
 
 namespace {
 

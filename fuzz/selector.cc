@@ -5,8 +5,8 @@
 #include <cstring>
 
 #include "chan_selector.h"
-#include "channel_records.h"
 #include "fuzz.h"
+#include "support/channel_records.h"
 
 namespace {
 

@@ -4,12 +4,12 @@
 #include <cstring>
 
 #include "SAX_Memory_Parser.h"
-#include "channel_records.h"
 #include "channels/chan_descr_tags.h"
-#include "env_dictionary_records.h"
-#include "event_list_records.h"
-#include "reader_forms.h"
 #include "streams.h"
+#include "support/channel_records.h"
+#include "support/env_dictionary_records.h"
+#include "support/event_list_records.h"
+#include "support/reader_forms.h"
 
 namespace {
 

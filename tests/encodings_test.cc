@@ -2,9 +2,9 @@
 
 #include <gtest/gtest.h>
 
-#include "every_reader.h"
-#include "reader_forms.h"
-#include "silence.h"
+#include "support/every_reader.h"
+#include "support/reader_forms.h"
+#include "support/silence.h"
 
 namespace {
 

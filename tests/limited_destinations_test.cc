@@ -10,10 +10,10 @@
 
 #include <gtest/gtest.h>
 
-#include "channel_records.h"
-#include "env_dictionary_records.h"
-#include "silence.h"
-#include "test_files.h"
+#include "support/channel_records.h"
+#include "support/env_dictionary_records.h"
+#include "support/silence.h"
+#include "support/test_files.h"
 
 namespace {
 

@@ -19,10 +19,10 @@
 
 #include <unistd.h>
 
-#include "descriptors.h"
-#include "every_reader.h"
-#include "sanitized.h"
-#include "silence.h"
+#include "support/descriptors.h"
+#include "support/every_reader.h"
+#include "support/sanitized.h"
+#include "support/silence.h"
 #include "xml_platform.h"
 
 namespace {

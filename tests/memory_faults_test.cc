@@ -9,13 +9,13 @@
 #include <gtest/gtest.h>
 
 #include "attr_tags_functions.h"
-#include "descriptors.h"
-#include "env_dictionary_readers.h"
-#include "every_reader.h"
-#include "failing_memory.h"
-#include "lane.h"
-#include "overheard.h"
-#include "sanitized.h"
+#include "support/descriptors.h"
+#include "support/env_dictionary_readers.h"
+#include "support/every_reader.h"
+#include "support/failing_memory.h"
+#include "support/lane.h"
+#include "support/overheard.h"
+#include "support/sanitized.h"
 
 namespace {
 

@@ -1,3 +1,5 @@
+/// How long the platform of the XML library is up.
+
 #include "xml_platform.h"
 
 #include <memory>
@@ -10,9 +12,9 @@
 
 #include "SAX_File_Parser.h"
 #include "SAX_Memory_Parser.h"
-#include "capture.h"
-#include "sax_sources.h"
-#include "test_files.h"
+#include "support/capture.h"
+#include "support/sax_sources.h"
+#include "support/test_files.h"
 
 namespace {
 
