@@ -3,7 +3,7 @@
 
 /// Walks an XML document in a file one parser step at a time.
 ///
-/// The same steps, pieces of text, limits and threading as SAX_Memory_Parser; only construction and start
+/// Steps, pieces of text, limits and threading are those of SAX_Memory_Parser; only construction and start
 /// differ.
 
 #include <cstdint>
@@ -21,18 +21,18 @@ namespace zeb5 {
 struct sax_step_handlers;
 }
 
-/// One attribute of the current element, allocated with new. Its strings belong to it; each goes by
-/// xercesc::XMLString::release(), while the XML platform is up.
+/// One attribute of the current element, allocated with new. It owns its strings: each is released with
+/// xercesc::XMLString::release() while the XML platform is up.
 struct attrf {
     char *name;
     char *type; // as the parser reports it, "CDATA" for instance
     char *value;
 };
 
-/// Holds what the current step delivers. Its strings and records stay its own and last until the step that
-/// drops them. Whoever takes a record out of the array releases its strings and the record; tag and value are
-/// strings of the same kind. What is left when the handler goes it releases itself: the XML platform must
-/// still be up then.
+/// Holds what the current step delivers. It owns the strings and records, which last until the step that
+/// drops them. Whoever takes a record out of the array must release its strings and the record; tag and value
+/// are strings of the same kind. The destructor releases what is left, and the XML platform must still be up
+/// then.
 class ZEB5_API FileParseHandlers : public xercesc::HandlerBase {
 public:
     FileParseHandlers();
@@ -53,7 +53,7 @@ public:
     char *getValue() const { return value; } // null: no text
     std::vector<attrf *> &getAttr() { return vattr; }
     void getTagValue(char **tag, char **value) const;
-    // Release what they name, and null it
+    // Release the string and set its pointer to null
     void resetTag() {
         if (tag)
             xercesc::XMLString::release(&tag);
@@ -64,7 +64,8 @@ public:
     }
     void resetTagValue();
 
-    /// Drops tag, value and attributes if an end tag or a text was seen; a fresh start tag stays.
+    /// Drops tag, value and attributes if an end tag or a text was seen; a start tag that was just delivered
+    /// stays.
     void reset_end_tag_flag();
 
     // What the parser calls
@@ -108,11 +109,11 @@ public:
     /// error (none for a null path).
     int start(char *path);
 
-    /// Takes one step. `*tag` and `*value`, where the pointers are not null, are set to the current element's
-    /// name and text or to null. Returns 0; once the parser has reported anything, warnings included, the
-    /// number of its reports; -1 after the end of the document. Reports go to standard error. An exception
-    /// for want of memory ends the document, too. Returns -1 when init_ok() is false, and throws a
-    /// xercesc::XMLException when no start() returned 0.
+    /// Takes one step. Sets `*tag` and `*value` to the name and text of the current element, or to null;
+    /// either pointer may be null. Returns 0 for a step, -1 after the end of the document or when init_ok()
+    /// is false, and the number of reports once the parser has reported anything, warnings included. Reports
+    /// go to standard error. An exception when memory runs out ends the document, too. Throws a
+    /// xercesc::XMLException when no start() has returned 0.
     int parse(char **tag, char **value);
 
     /// Looks up an attribute of the current element. Returns 0 and its value in `*res`, or -1 and null when
@@ -127,7 +128,7 @@ private:
 
     bool init = false;
     bool gotMore = true;
-    std::unique_ptr<xercesc::SAXParser> parser; // with all else that reading needs, the XML platform as well
+    std::unique_ptr<xercesc::SAXParser> parser; // owns the XML platform, too, and all else that reading needs
     xercesc::XMLPScanToken token;
     FileParseHandlers handler;
 };

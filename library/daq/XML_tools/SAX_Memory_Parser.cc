@@ -61,7 +61,7 @@ SAX_Memory_Parser::SAX_Memory_Parser(char *str) {
 }
 
 SAX_Memory_Parser::~SAX_Memory_Parser() {
-    memBufIS.reset(); // before the parser, with which the platform goes
+    memBufIS.reset(); // before the parser, which releases the platform
 }
 
 bool SAX_Memory_Parser::init_ok() { return init; }

@@ -4,12 +4,14 @@
 /// Walks an XML document held in memory one parser step at a time.
 ///
 /// Construct, check init_ok(), call start(), then parse() until it returns non-zero; get_attr() asks for
-/// attributes of the current element. What a step delivers: after a start tag the tag and a null value; after
-/// its text the tag and the text; after white space, an end tag or anything else what is left of the step
-/// before, normally two nulls. An element without text that has an end tag of its own is delivered twice.
+/// attributes of the current element. A step delivers:
+///  - after a start tag: the tag and a null value
+///  - after the text of the element: the tag and the text
+///  - after white space, an end tag or anything else: what is left of the step before, normally two nulls
+/// An element without text that has an end tag of its own is delivered twice.
 ///
-/// Text comes in pieces: a new one begins at every entity or character reference, at a CDATA section and
-/// after about a million characters; within a step the last piece is the value.
+/// Text comes in pieces: a new piece begins at every entity or character reference, at a CDATA section and
+/// after about a million characters. The value of a step is its last piece.
 ///
 /// Documents are self-contained: an external entity or DTD to which one refers is never opened, and the
 /// reference is an error. A path is the caller's: Xerces opens one that looks like an address as an address.
@@ -45,18 +47,18 @@ namespace zeb5 {
 struct sax_step_handlers;
 }
 
-/// One attribute of the current element, allocated with new. Its strings belong to it; each goes by
-/// xercesc::XMLString::release(), while the XML platform is up.
+/// One attribute of the current element, allocated with new. It owns its strings: each is released with
+/// xercesc::XMLString::release() while the XML platform is up.
 struct attr {
     char *name;
     char *type; // as the parser reports it, "CDATA" for instance
     char *value;
 };
 
-/// Holds what the current step delivers. Its strings and records stay its own and last until the step that
-/// drops them. Whoever takes a record out of the array releases its strings and the record; tag and value are
-/// strings of the same kind. What is left when the handler goes it releases itself: the XML platform must
-/// still be up then.
+/// Holds what the current step delivers. It owns the strings and records, which last until the step that
+/// drops them. Whoever takes a record out of the array must release its strings and the record; tag and value
+/// are strings of the same kind. The destructor releases what is left, and the XML platform must still be up
+/// then.
 class ZEB5_API MemParseHandlers : public xercesc::HandlerBase {
 public:
     MemParseHandlers();
@@ -77,7 +79,7 @@ public:
     char *getValue() const { return value; } // null: no text
     std::vector<attr *> &getAttr() { return vattr; }
     void getTagValue(char **tag, char **value) const;
-    // Release what they name, and null it
+    // Release the string and set its pointer to null
     void resetTag() {
         if (tag)
             xercesc::XMLString::release(&tag);
@@ -88,7 +90,8 @@ public:
     }
     void resetTagValue();
 
-    /// Drops tag, value and attributes if an end tag or a text was seen; a fresh start tag stays.
+    /// Drops tag, value and attributes if an end tag or a text was seen; a start tag that was just delivered
+    /// stays.
     void reset_end_tag_flag();
 
     // What the parser calls
@@ -118,8 +121,8 @@ private:
 class ZEB5_API SAX_Memory_Parser {
 public:
     /// `str`: the document, NUL-terminated. It is not copied and must outlive the parser. A failed start of
-    /// the XML platform is reported on standard error; with a null `str` nothing is started. init_ok() is
-    /// false then.
+    /// the XML platform is reported on standard error; with a null `str` nothing is started. In both cases
+    /// init_ok() is false.
     SAX_Memory_Parser(char *str);
     ~SAX_Memory_Parser();
     SAX_Memory_Parser(const SAX_Memory_Parser &) = delete;
@@ -131,11 +134,11 @@ public:
     /// Reads up to the root element. Returns 0, or 1 with a message on standard error.
     int start();
 
-    /// Takes one step. `*tag` and `*value`, where the pointers are not null, are set to the current element's
-    /// name and text or to null. Returns 0; once the parser has reported anything, warnings included, the
-    /// number of its reports; -1 after the end of the document. Reports go to standard error. An exception
-    /// for want of memory ends the document, too. Returns -1 when init_ok() is false, and throws a
-    /// xercesc::XMLException when no start() returned 0.
+    /// Takes one step. Sets `*tag` and `*value` to the name and text of the current element, or to null;
+    /// either pointer may be null. Returns 0 for a step, -1 after the end of the document or when init_ok()
+    /// is false, and the number of reports once the parser has reported anything, warnings included. Reports
+    /// go to standard error. An exception when memory runs out ends the document, too. Throws a
+    /// xercesc::XMLException when no start() has returned 0.
     int parse(char **tag, char **value);
 
     /// Looks up an attribute of the current element. Returns 0 and its value in `*res`, or -1 and null when
@@ -151,7 +154,7 @@ private:
     bool init = false;
     bool gotMore = true;
     std::unique_ptr<xercesc::MemBufInputSource> memBufIS;
-    std::unique_ptr<xercesc::SAXParser> parser; // with all else that reading needs, the XML platform as well
+    std::unique_ptr<xercesc::SAXParser> parser; // owns the XML platform, too, and all else that reading needs
     xercesc::XMLPScanToken token;
     std::unique_ptr<MemParseHandlers> handler;
 };

@@ -15,9 +15,9 @@ using namespace zeb5;
 constexpr std::uint32_t slow_events =
     1U << ZEB5_EV_BOR | 1U << ZEB5_EV_EOR | 1U << ZEB5_EV_ENV | 1U << ZEB5_EV_UPD;
 
-/// Said by two questions alike.
+/// The message that two functions have in common.
 void tell_no_descriptions() {
-    // Kept: also get_data_type() names get_event_type(), as log scanners know this line
+    // Kept: get_data_type(), too, names get_event_type(), as log scanners know this line
     std::cout << "get_event_type() No descroption !!!!" << std::endl;
 }
 
@@ -40,7 +40,7 @@ bool is_ml_structure(int structure) {
     return structure == ZEB5_EV_STRUCT_ML || (structure >= 10 && structure <= 15);
 }
 
-/// Position of a channel number in a list; negative numbers lie behind every list.
+/// Position of a channel number in a list; a negative one becomes a position behind the end of any list.
 std::size_t position_of(int num) { return static_cast<unsigned>(num); }
 
 } // namespace
@@ -54,7 +54,7 @@ bool chan_selector::set_descriptions(std::vector<char *> *soure, int *total) {
     const bool failed = get_descriptions(soure, total, &descr, shift);
     names->list_changed(); // a failure may have added channels, too
     if (failed)
-        return true; // Kept: clients see what was read, but find_channel() knows none of its event types yet
+        return true; // Kept: clients see what was read, but find_channel() does not know its event types yet
     for (const chan_descr_2010 *channel : descr)
         ev_types |= static_cast<int>(channel->ev_type);
     return false;
@@ -63,7 +63,7 @@ bool chan_selector::set_descriptions(std::vector<char *> *soure, int *total) {
 bool chan_selector::find_channel(int ev_type, char *chan) {
     if (descr.empty())
         return true; // Kept: clients without descriptions take every channel
-    // Kept: callers with a type beyond 31 get its bit modulo 32, but the class of the number as it is
+    // Kept: for a type above 31, callers get the bit of the type modulo 32, but the class of the type itself
     if (!(static_cast<unsigned>(ev_types) >> (static_cast<unsigned>(ev_type) % 32) & 1) || !chan)
         return false;
     const int structure = get_event_struct_type(ev_type);

@@ -8,7 +8,7 @@ namespace {
 
 int read_source(int mode, char *source, std::vector<chan_descr_2010 *> *out, bool shift) {
     if (!out)
-        return 2; // as the memory reader says; the file reader does not look
+        return 2; // as the memory reader returns; the file reader does not check
     return mode == EXTR_FROM_FILE ? parse_descr_list_readf(source, out, shift, true)
                                   : parse_descr_list_read(source, out, shift, true);
 }
@@ -28,7 +28,7 @@ bool descr_extractor::get_descriptions(std::vector<char *> *source, int *total,
     int last_result = 0;
     int successes = 0;
     if (!source->empty() && (mode == EXTR_FROM_FILE || mode == EXTR_FROM_XML)) {
-        const zeb5::platform_hold platform; // a source that needs it brings it up for those behind, too
+        const zeb5::platform_hold platform; // once a source brings it up, it stays up for the next ones
         for (char *one : *source) {
             last_result = read_source(mode, one, out, shift);
             successes += last_result == 0;

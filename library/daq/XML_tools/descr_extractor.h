@@ -15,10 +15,10 @@ public:
     /// Whether `ent` occurs in `in`.
     bool in_vector(const std::vector<int> &in, int ent);
 
-    /// Appends the channels of every source, in order, to `out`, duplicates merged where the reader merges
-    /// them; `shift` as for parse_descr_list_read(). Returns TRUE WHEN THE LAST SOURCE FAILED, `*total`
-    /// untouched; otherwise false, and the number of sources read without errors in `*total` unless `total`
-    /// is null. The new records belong to the caller.
+    /// Appends the channels of every source, in order, to `out`. Duplicates are merged where the reader
+    /// merges them; `shift` is that of parse_descr_list_read(). Returns TRUE WHEN THE LAST SOURCE FAILED or
+    /// `source` is null, and leaves `*total` as it was. Otherwise returns false and sets `*total`, unless
+    /// `total` is null, to the number of sources read without errors. The caller owns the new records.
     bool get_descriptions(std::vector<char *> *source, int *total, std::vector<chan_descr_2010 *> *out,
                           bool shift);
 

@@ -19,7 +19,7 @@ ZEB5_API void create_isodate(char *isodate_str);
 /// Replaces the whole content of `str` with the XML declaration and its line end, 45 characters.
 ZEB5_API void set_xml_header(std::string &str);
 
-/// Appends the line of the isodate element, begun with a tab, with the current local time.
+/// Appends a line: a tab and the isodate element, which holds the current local time.
 ZEB5_API void add_iso_date(std::string &str);
 
 #endif

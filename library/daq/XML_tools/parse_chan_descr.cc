@@ -15,7 +15,7 @@ namespace {
 
 using namespace zeb5;
 
-// What differs between reading from memory and from a file: all of it stands here.
+// All that differs for channels between reading from memory and from a file stands here.
 
 constexpr channel_variant memory_variant = {
     // Kept: callers of the file reader have always checked their list themselves
@@ -28,7 +28,7 @@ constexpr channel_variant memory_variant = {
     .reports_untitled_bit = true,
     // Kept: log scanners know the two texts apart
     .no_bit_number = "No attribute",
-    // Kept: a file's descriptions of one property add up, one in memory only fills what is not known
+    // Kept: consumers get all that a file says of one property; a later description in memory fills gaps only
     .merge_daq = merge_unknown,
 };
 

@@ -21,7 +21,7 @@
 #include "event_util.h"
 #include "zeb5_export.h"
 
-/// One named bit of a bit-field channel. Here and below text is NUL-terminated and cut at its field.
+/// One named bit of a bit-field channel. Here and below, text is NUL-terminated and cut to fit its field.
 struct bit_descr {
     std::int32_t bit; // bit number
     char bit_name[64];
@@ -46,8 +46,8 @@ struct dim_descr {
     std::vector<stat_descr *> stats; // owned, see clean_chan_desr_list()
 };
 
-/// One channel. The counts go with the vectors beside them: a count decides whether sub-records are released
-/// or merged, the vector drives every loop over them. The destructor does not release sub-records.
+/// One channel. Each count belongs to the vector beside it: the count decides whether sub-records are
+/// released or merged, and loops run over the vector. The destructor does not release sub-records.
 struct chan_descr_2010 {
     std::int32_t stream = 0;       // data stream number
     std::uint32_t ev_type = 0;     // mask: bit n set means recorded in events of type n (ZEB5_EVTYPE)
@@ -68,9 +68,9 @@ struct chan_descr_2010 {
     char subsystem[64] = {};       // subsystem name
 };
 
-/// Axes of a spectrum or image channel, for dump_chan_desr(). All belongs to the caller.
+/// Axes of a spectrum or image channel, for dump_chan_desr(). The caller owns all of it.
 struct dim_params {
-    char *name;                     // DAQ name of the channel that they belong to; null: not used
+    char *name;                     // DAQ name of the channel that has the axes; null: not used
     std::int32_t num;               // number of axes in the two arrays; 0: entry not used; negative: no axes
     zeb5_spect_header_2010 *params; // num spectrum axes, or null
     zeb5_image_ext_frame_head *iparams; // image heads, or null
@@ -84,7 +84,7 @@ enum {
 
 // Records
 
-/// The first record of the list whose `prop_name` is exactly `name`; null when there is none.
+/// Returns the first record of the list whose `prop_name` is exactly `name`; null when there is none.
 ZEB5_API chan_descr_2010 *find_chan_entry(const std::vector<chan_descr_2010 *> *list, const char *name);
 
 /// Element name of the CHANDESCRIPTIONS dialect: row 0 is the root, rows 1 to 13 go from CHANNEL to DTYPE;
@@ -92,8 +92,8 @@ ZEB5_API chan_descr_2010 *find_chan_entry(const std::vector<chan_descr_2010 *> *
 /// and outside of rows 0 to 13 and columns 0 to 2. The string is constant.
 ZEB5_API const char *get_chan_descr_root_tag(int row, int column);
 
-/// Copies; the caller owns the new record. A null source gives null. The copy of a dimension has its own
-/// copies of the statistics, and its `nstats` is their number, whatever the source claims.
+/// Return a copy, which the caller owns; null for a null source. The copy of a dimension has its own copies
+/// of the statistics, and its `nstats` is their number, whatever the source's `nstats` is.
 ZEB5_API bit_descr *zeb5_clone_bit_descr(const bit_descr *src);
 ZEB5_API stat_descr *zeb5_clone_stat_descr(const stat_descr *src);
 ZEB5_API dim_descr *zeb5_clone_dim_descr(const dim_descr *src);
@@ -112,48 +112,52 @@ ZEB5_API void print_zeb5_chan_descr(const std::vector<chan_descr_2010 *> *list);
 /// Reads a document in memory, NUL-terminated, and appends one record per channel to `list`.
 /// `shift`: EVTYPE, DTYPE and evType hold type numbers, to be turned into masks. `delete_duplicated`: a
 /// channel whose property is in the list already is merged into that record (CHANDESCRIPTIONS; DAQvariables
-/// always merge). Returns 0, or 2 for a null list, or 1 for a null text, a reader that does not start or a
-/// wrong root, or the number of missing attributes (DAQvariables), each but the 2 plus the number of warnings
-/// and errors of the parser. Records read before an error stay in the list. Text longer than its field is
-/// cut.
+/// always merge). Records read before an error stay in the list. Text longer than its field is cut.
+/// Returns 2 for a null list, else the sum of these, which is 0 when all was read:
+///  - 1 for a null text, a reader that does not start or a wrong root
+///  - 1 for each missing attribute (DAQvariables)
+///  - 1 for each warning and each error of the parser
 ZEB5_API int parse_descr_list_read(char *xml, std::vector<chan_descr_2010 *> *list, bool shift,
                                    bool delete_duplicated);
 
 /// The same for the file at `path`; `list` must not be null. Here `delete_duplicated` has no effect, and
-/// `shift` none on evType; a DAQvariables channel that is in the list already has its event types, data types
-/// and stream ORed into that record. A file that changes while it is read is reported, as one error more.
+/// `shift` none on evType; when a property under DAQvariables is in the list already, the event types, data
+/// types and stream of the new channel are ORed into that record. A file that changes while it is read is
+/// reported and counts as one error more.
 ZEB5_API int parse_descr_list_readf(char *path, std::vector<chan_descr_2010 *> *list, bool shift,
                                     bool delete_duplicated);
 
 // Merging
 
-/// Completes `in` from `from`, two records of one property. Without `force` only what is empty in `in` is
-/// filled; with `force` what is set in `from` overwrites, and bits and dimensions of `from`, if any, replace
-/// those of `in`. `from` is only read, sub-records are copied. Nothing is changed when both are one record.
-/// Returns false when done and TRUE WHEN REFUSED: a null record or differing property names; nothing is
-/// changed then.
+/// Completes the record `in` from `from`, a record of the same property. Without `force`, only what is empty
+/// in `in` is filled. With `force`, what is set in `from` overwrites `in`, and the bits and dimensions of
+/// `from`, if any, replace those of `in`. `from` is not changed; its sub-records are copied. When both are
+/// the same record, nothing is changed. Returns false when done. Returns TRUE WHEN REFUSED, for a null record
+/// or different property names, and changes nothing then.
 ZEB5_API bool extend_channel_description(chan_descr_2010 *in, chan_descr_2010 *from, bool force);
 
 // Writer
 
-/// Writes the list; of several records of one property only the first.
-/// `mode`: 1 full text table, 2 XML document, 3 summary table; any other value writes no record. `format`,
-/// the dialect of mode 2: 0 CHANDESCRIPTIONS, 1 DAQvariables; anything else is invalid in every mode.
-/// `file_name`: file to write, truncated first; null or empty: none. `fd`: descriptor that gets the XML
-/// document in one write; -1: none. `sout`: string to which the XML document is appended; null: none. The
-/// document goes to all that are given, in this order; the tables go to the file only. With no destination at
-/// all the list is printed to standard output. `dims`: axes for the DIM elements of CHANDESCRIPTIONS, or
-/// null; an entry's `params` and `iparams` must have `num` elements, and `iparams` of a channel without
-/// dimensions of its own one for the channel's position in the list. Returns 0, 1 when the file cannot be
+/// Writes the list; of several records of one property, only the first is written.
+///  - `mode`: 1 full text table, 2 XML document, 3 summary table; any other value writes no record
+///  - `format`: dialect of mode 2: 0 CHANDESCRIPTIONS, 1 DAQvariables; others are invalid in every mode
+///  - `file_name`: file to write, truncated first; null or empty: none
+///  - `fd`: descriptor that gets the XML document in one write; -1: none
+///  - `sout`: string to which the XML document is appended; null: none
+///  - `dims`: axes for the DIM elements of CHANDESCRIPTIONS, or null. An entry's `params` and `iparams` must
+///    have `num` elements each. For a channel without dimensions of its own, `iparams` must also have an
+///    element at the channel's position in the list.
+/// The document goes to all destinations that are given, in this order; the tables go to the file only.
+/// Without any destination the list is printed to standard output. Returns 0, 1 when the file cannot be
 /// opened, 2 for an invalid argument or a failed write to `fd` (the file is then complete but left open).
 ZEB5_API int dump_chan_desr(std::vector<chan_descr_2010 *> *chdscr_list, char *file_name, int mode,
                             int format, int fd, std::string *sout, std::vector<dim_params *> *dims);
 
 // Loading and conversion
 
-/// Reads the XML blob of a data block into `list`, duplicates merged. Returns -1 for a null argument, -3 for
-/// a wrong pattern, -4 for a length of 8 or less, else the result of parse_descr_list_read(). The memory at
-/// `tab` must really be `length` bytes long.
+/// Reads the XML blob of a data block into `list` and merges duplicates. Returns -1 for a null argument, -3
+/// for a wrong pattern, -4 for a length of 8 or less, else the result of parse_descr_list_read(). The memory
+/// at `tab` must really be `length` bytes long.
 ZEB5_API int zeb5_load_chan_descr(const zeb5_xml_chan_descr_header *tab,
                                   std::vector<chan_descr_2010 *> *list);
 

@@ -40,27 +40,27 @@ private:
     using self = dictionary_reader;
     using store = void (*)(self &, const step &);
 
-    static constexpr int channel_row = 0; // the only one without an entry, and without a text
+    static constexpr int channel_row = 0; // the only row that needs neither an entry nor a text
 
-    /// From here on elements belong to a new entry; one that never got into the list is used again.
+    /// From here on elements belong to a new entry; an entry that never got into the list is reused.
     static void begin_channel(self &r, const step &) {
         if (!r.unlisted_)
             r.unlisted_.reset(static_cast<entry *>(std::malloc(sizeof(entry))));
         r.entry_ = r.unlisted_.get();
         r.index_seen_ = r.prop_seen_ = false;
         if (!r.entry_) {
-            std::fputs(Layout::no_memory, stdout); // and what belongs to this channel is ignored
+            std::fputs(Layout::no_memory, stdout); // and the elements of this channel are ignored
             return;
         }
         *r.entry_ = {};
         r.entry_->index = -1;
     }
 
-    /// Kept: the other one of INDEX and PROP stays seen, so that a further one of `arrived` lists the same
-    /// entry again, as users of the list know it.
+    /// Kept: only `arrived` is reset. When it was the INDEX, a further INDEX lists the same entry again, and
+    /// a further PROP likewise, as users of the list know it.
     void append(bool &arrived) {
         list_.push_back(entry_);
-        (void)unlisted_.release(); // the list's from here on
+        (void)unlisted_.release(); // the list owns it from here on
         arrived = false;
     }
 
@@ -98,7 +98,7 @@ private:
     }
 
     std::vector<entry *> &list_;
-    entry *entry_ = nullptr;                        // the one that elements go to; null: they are ignored
+    entry *entry_ = nullptr;                        // that elements go to; null: they are ignored
     std::unique_ptr<entry, free_release> unlisted_; // owns it until it is listed
     bool index_seen_ = false;
     bool prop_seen_ = false;

@@ -58,12 +58,12 @@ public:
 private:
     using self = event_list_reader;
 
-    /// How far the event is known; nesting is never looked at.
+    /// How much of the event was read; nesting is ignored.
     enum place { OUTSIDE, IN_EVENT, TYPE_SEEN };
-    enum effect { MARKS = false, FILLS_ENTRY = true }; // filling needs a text and an entry that it goes to
+    enum effect { MARKS = false, FILLS_ENTRY = true }; // filling needs a text and a current entry
 
     struct element {
-        place from; // where it is first heeded
+        place from; // where it counts first; before, it is ignored
         effect fills_entry;
         void (*action)(self &, const step &);
     };
@@ -74,13 +74,13 @@ private:
         r.in_channel_list_ = false;
     }
 
-    /// The start tag is only noted, and the text that follows makes the entry. A type that is none takes the
-    /// note back, so that what belongs to it is ignored.
+    /// The start tag is only noted; the text that follows makes the entry. An invalid type takes the note
+    /// back, so that the elements that belong to it are ignored.
     static void type(self &r, const step &s) {
         if (r.place_ != TYPE_SEEN) {
             r.place_ = TYPE_SEEN; // such a step is a start tag, which has no value yet
         } else if (s.value) {
-            // Kept: consumers see the wrapped type where a list gives one of more than 32 bits
+            // Kept: where a list gives a type of more than 32 bits, consumers see it cut to 32 bits
             const auto number = static_cast<std::uint32_t>(to_number(s.text()));
             // Kept: consumers also get entries of EVMAX itself, and one for every further TYPE of an event
             if (number <= ZEB5_EV_EVMAX)
@@ -134,12 +134,12 @@ private:
     place place_ = OUTSIDE;
     bool block_seen_ = false; // in this event
     bool in_channel_list_ = false;
-    // Kept: both outlast their event, so that an event with an empty TYPE goes on with the entry before it
+    // Kept: both outlast their event, so consumers see what follows an empty TYPE in the entry before it
     zeb5_ev_entry *entry_ = nullptr;
     zeb5_ev_sb_list *block_ = nullptr;
 };
 
-/// Behind the class, where the type of elements() is known.
+/// After the class, where the return type of elements() is known.
 inline void event_list_reader::act(const step &step) {
     const element &found = elements().action(step.row);
     if (place_ >= found.from && (!found.fills_entry || entry_))

@@ -1,9 +1,9 @@
 #ifndef ZEB5_PARSE_EV_LIST_H
 #define ZEB5_PARSE_EV_LIST_H
 
-/// Event lists (root BMR): which event types a consumer wants, from which server blocks, and which channels
-/// of each. Readers append to the caller's vector and never clear it. Several lists may be read at the same
-/// time on different threads; one list belongs to one thread at a time.
+/// Event lists (root BMR): they say which event types a consumer wants, from which server blocks, and which
+/// channels of each block. Readers append to the caller's vector and never clear it. Several lists may be
+/// read at the same time on different threads; one list belongs to one thread at a time.
 
 #include <cstdint>
 #include <vector>
@@ -27,22 +27,21 @@ struct zeb5_ev_entry {
     std::uint32_t priority;
 };
 
-/// Reads an event list in memory, NUL-terminated, and appends its entries to `list`. Returns 0, or 1 for a
-/// null text or list, a reader that does not start or a wrong root, plus the number of warnings and errors of
-/// the parser, all of which are reported on standard error; so is, as one error, a file that changes while it
-/// is read. Entries read before an error stay in the list. An
-/// event type above 32 is dropped without a word, a number that does not convert leaves its field as it was.
-/// Masks, times and priorities are decimal, or hexadecimal as 0x1F.
+/// Reads an event list in memory, NUL-terminated, and appends its entries to `list`. Returns 0 when all was
+/// read, else the number of warnings and errors of the parser, plus 1 for a null text or list, a reader that
+/// does not start or a wrong root. Warnings and errors are reported on standard error. Entries read before an
+/// error stay in the list. An event type above 32 is dropped silently, and a number that cannot be converted
+/// leaves its field as it was. Masks, times and priorities are decimal, or hexadecimal as 0x1F.
 ZEB5_API int zeb5_parse_ev_list_read(char *xml, std::vector<zeb5_ev_entry *> *list);
 
-/// The same for a file.
+/// The same for a file. A file that changes while it is read is reported and counts as one error.
 ZEB5_API int zeb5_parse_ev_list_readf(char *file, std::vector<zeb5_ev_entry *> *list);
 
-/// Lists the entries on standard output; nothing for a null or empty vector.
+/// Lists the entries on standard output; prints nothing for a null or empty vector.
 ZEB5_API void zeb5_print_ev_list(const std::vector<zeb5_ev_entry *> *list);
 
-/// Releases the entries and empties the vector. An empty `ch_list` and an entry without `sb_list` are left
-/// alone: whoever minds releases them first.
+/// Releases the entries and empties the vector. An empty `ch_list` and an entry with a null `sb_list` are not
+/// released: where that would be a leak, release them before this call.
 ZEB5_API void zeb5_clean_ev_list(std::vector<zeb5_ev_entry *> *list);
 
 #endif

@@ -7,8 +7,8 @@
 
 namespace {
 
-std::mutex platform_mutex; // Initialize and Terminate count in a plain number
-/// Memory ran out on the way up: Xerces takes itself for started, and whoever uses it crashes.
+std::mutex platform_mutex; // Xerces counts these calls in a variable that is not atomic
+/// Memory ran out while Xerces started. It now considers itself started, and any use of it crashes.
 bool is_lost = false;
 
 } // namespace

@@ -3,21 +3,21 @@
 
 #include "zeb5_export.h"
 
-/// Keeps the Xerces platform up while it lives.
+/// While an object of this class lives, the Xerces platform is up.
 ///
-/// Plain documents in ASCII are read without it, but for the first one of a process. For others, and in
-/// SAX_Memory_Parser and SAX_File_Parser always, a reader starts and stops the platform by itself, which
-/// takes 1.2 ms, thirty times the reading of a ten-channel document. In a process that holds an xml_platform
-/// for its lifetime those calls are mere reference counts. Every Initialize and Terminate of this library
-/// goes through this class and is serialised here, so readers may run at the same time on different threads.
-/// After fork(), the child must not use the library if another thread was reading: a lock that this thread
-/// held is never released in the child.
+/// Plain documents in ASCII are read without the platform, except for the first one of a process. Readers of
+/// other documents need it, and SAX_Memory_Parser and SAX_File_Parser always do. Each of them starts and
+/// stops the platform by itself, which takes 1.2 ms: thirty times as long as reading a document of ten
+/// channels. While an xml_platform is held, these calls only change a reference count. Every Initialize and
+/// Terminate of this library goes through this class and is serialised here, so readers may run at the same
+/// time on different threads. After fork(), the child must not use the library if another thread was reading:
+/// a lock that this thread held is never released in the child.
 ///
-/// Xerces does not survive running out of memory on its way up: it ends the process with status 255, or
-/// throws OutOfMemoryException and cannot be brought up again; every later attempt of this library throws the
-/// same then. A process that must go on holds one from its beginning. Out of memory later is the failure of
-/// the one call: a reader passes on std::bad_alloc or xercesc::OutOfMemoryException, which is no
-/// std::exception.
+/// Xerces does not survive running out of memory while it starts. It ends the process with status 255, or it
+/// throws OutOfMemoryException and cannot be started again; every later attempt of this library then throws
+/// the same. A process that must go on should hold an xml_platform from its beginning. When memory runs out
+/// later, only the one call fails: a reader passes on std::bad_alloc or xercesc::OutOfMemoryException, which
+/// is not derived from std::exception.
 class ZEB5_API xml_platform {
 public:
     /// Throws what xercesc::XMLPlatformUtils::Initialize throws; nothing is held then.

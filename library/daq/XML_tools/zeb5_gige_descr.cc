@@ -31,7 +31,8 @@ std::string message_of(const XMLException &problem) {
     return text ? text.get() : "";
 }
 
-/// Sees what the parser by itself drops without a word. A warning is no error: the document was read.
+/// Notes the errors that the parser would otherwise drop silently. A warning is no error: the document was
+/// read.
 class error_watch : public ErrorHandler {
 public:
     bool seen() const { return seen_; }
@@ -53,9 +54,9 @@ void tell_parse_failed() {
     std::printf("An error occurred during parsing\n "); // Kept: a blank before the log's next line
 }
 
-/// A parser that holds the whole document, or null after a message.
+/// Returns a parser that holds the whole document, or null after a message.
 std::unique_ptr<XercesDOMParser> parse_file(const char *file_name) {
-    error_watch errors; // outlives the parse, not the parser: only a parse reports
+    error_watch errors; // outlives the parse but not the parser, which reports only while it parses
     try {
         auto parser = zeb5::create_parser<XercesDOMParser>(XercesDOMParser::Val_Never);
         parser->setErrorHandler(&errors);

@@ -3,15 +3,15 @@
 
 /// Features of a GigE Vision camera, read from the camera's XML feature file.
 ///
-/// Functions of type bool return true when they FAILED. A feature is an element that is named after a kind,
-/// at any depth. It takes its name from its attribute Name, its texts from the ToolTip and Description
-/// elements that follow, up to the next feature, and an alternative name from a PvRename. Elements are not
-/// told apart by where they stand: texts of a category or of an enumeration's entries replace those of the
-/// feature before them, and an element without text takes the next text of the file, white space included.
-/// A plain file is read as it comes, any other through a tree of the whole document.
-/// Files have the limits of SAX_Memory_Parser.h, but that of content models only the names in all of them are
-/// bounded, and references to identifiers and to entities that are no text are not; and 32,768 names of
-/// attributes, and as many of elements that are not declared.
+/// Functions of type bool return true when they FAILED. A feature is an element, at any depth, whose name is
+/// that of a kind of feature. Its name comes from its attribute Name, its texts from the ToolTip and
+/// Description elements that follow, up to the next feature, and its alternative name from a PvRename. It
+/// does not matter where an element stands: texts of a category or of an enumeration's entries replace those
+/// of the feature before them, and an element without text takes the next text of the file, white space
+/// included. A plain file is read as a stream of tokens; for any other, the DOM parser builds a tree of the
+/// whole document. Files have the limits of SAX_Memory_Parser.h, with three exceptions: of content models,
+/// only the names in all of them are limited; values of IDREF(S) and ENTITY/ENTITIES attributes are not
+/// limited; and there may be at most 32,768 attribute names, and as many names of undeclared elements.
 /// Several files may be read at the same time on different threads; one vector belongs to one thread at a
 /// time.
 
@@ -38,7 +38,7 @@ enum feature_tags {
 static const char *const FeatureTags[FEATURE_TYPE_MAX] = {
     "Undefined", "Integer", "Float", "Enumeration", "Boolean", "StringReg", "Command", "IntReg", "Int64"};
 
-/// Elements that say more about a feature. Extension is listed but has no effect.
+/// Elements that give details of a feature. Extension is listed but has no effect.
 enum more_tags {
     MORE_TAGS_EXTENSION = 0,
     MORE_TAGS_PVRENAME = 1,
@@ -64,24 +64,25 @@ public:
     std::string description;
 };
 
-/// Reads a camera file. `*out` is emptied WITHOUT releasing what it held, once the file was parsed. Returns
-/// false when done, TRUE WHEN IT FAILED, with `*out` untouched: a null argument, a file that changes while it
-/// is read, or any error that the parser reports, recoverable or not (warnings pass), with a message on
-/// standard output. The features are made with `new`; release them with zeb5_clean_gige_descr().
+/// Reads a camera file. Once the file is parsed, `*out` is emptied WITHOUT releasing what it held. Returns
+/// false when done. Returns TRUE WHEN IT FAILED, and leaves `*out` as it was: for a null argument, and, with
+/// a message on standard output, for a file that changes while it is read and for any error of the parser,
+/// recoverable or not (warnings are ignored). The features are made with `new`; release them with
+/// zeb5_clean_gige_descr().
 ZEB5_API bool zeb5_fill_gige_descr(char *file_name, std::vector<ZEB5GigEFeature *> *out);
 
 /// Appends the features found in the nodes and below them, depth first. The nodes may be the children of a
-/// node or any other list; what they say before the first feature goes to the last one of `*out`. Texts not
-/// found read "Unknown" or "Waiting"; zeb5_fill_gige_descr() empties these. A DOM exception is told on
-/// standard output and ends the list of nodes that it met, not the lists around that. Returns true when it
-/// ended `nodes` themselves or an argument is null.
+/// node or any other list; what stands before their first feature goes to the last feature of `*out`. A text
+/// that was not found is "Unknown" or "Waiting"; zeb5_fill_gige_descr() makes it empty. A DOM exception is
+/// reported on standard output and ends the walk of the list in which it occurred, but not of the lists
+/// around it. Returns true when an argument is null or when an exception ended the walk of `nodes` itself.
 ZEB5_API bool dump_nodes(xercesc::DOMNodeList *nodes, std::vector<ZEB5GigEFeature *> *out);
 
-/// Lists the features that have a name on standard output, numbered over all; nothing for a null or empty
-/// vector.
+/// Lists the features that have a name on standard output, each under its place in the vector; prints nothing
+/// for a null or empty vector.
 ZEB5_API void zeb5_dump_gige_descr(const std::vector<ZEB5GigEFeature *> *out);
 
-/// Releases the features and empties the vector; nothing for a null vector.
+/// Releases the features and empties the vector; does nothing for a null vector.
 ZEB5_API void zeb5_clean_gige_descr(std::vector<ZEB5GigEFeature *> *out);
 
 #endif
