@@ -9,7 +9,8 @@ namespace {
 
 using namespace zeb5;
 
-/// Whether a field of `in` gives way to the same field of `from`. Text and counts follow the same two rules.
+/// Whether a field of `in` is overwritten by the same field of `from`. Text and counts follow the same two
+/// rules.
 class merge_rule {
 public:
     explicit merge_rule(bool force) : force_(force) {}
@@ -69,8 +70,8 @@ template <class Owner, class Part> void append_clones(Owner &in, const std::vect
         append_clone(in, part);
 }
 
-/// The parts of a record by their numbers; of several with one number the first. In a tree, as a document may
-/// choose its numbers so that they get one place in a table.
+/// Maps each number to the first part of a record that has it. The map is a tree, as a document could choose
+/// numbers that all collide in a hash table.
 template <class Part>
 std::map<std::int32_t, Part *> by_number(const std::vector<Part *> &parts, std::int32_t Part::*number) {
     std::map<std::int32_t, Part *> known;
@@ -111,7 +112,7 @@ void fill_dims(chan_descr_2010 &in, const chan_descr_2010 &from) {
     });
 }
 
-// Kept, below: entries beside a count of 0 stay, and the clones follow them.
+// Kept, in the two functions below: users see entries beside a count of 0 stay, with the clones after them.
 
 void replace_bits(chan_descr_2010 &in, const chan_descr_2010 &from) {
     if (from.nbits == 0)

@@ -2,7 +2,7 @@
 #define ZEB5_CHAN_DESCR_PARTS_H
 
 /// What reader, writer and merging share about the records: the data-type word, and how bits, dimensions and
-/// statistics come into their records and go again.
+/// statistics are added to their records and released.
 
 #include <memory>
 
@@ -10,10 +10,10 @@
 
 namespace zeb5 {
 
-/// The bit of a data-type word with which bit k means block type k + 32.
+/// With this bit set in a data-type word, bit k means block type k + 32.
 inline constexpr std::uint32_t blocks_2010 = 0x80000000;
 
-/// Releases with all that it holds, whatever the counts say.
+/// Releases a part with all that it holds, whatever its counts say.
 struct part_release {
     void operator()(const bit_descr *bit) const { delete bit; }
     void operator()(const stat_descr *stat) const { delete stat; }
@@ -34,7 +34,7 @@ struct part_release {
 
 template <class Record> using owned = std::unique_ptr<Record, part_release>;
 
-/// Hands a sub-record over to its record and counts it; a null one is skipped.
+/// Moves a sub-record into its record and counts it; does nothing for null.
 template <class Record>
 Record *append_part(std::vector<Record *> &parts, std::int32_t &count, owned<Record> part) {
     if (!part)
@@ -51,8 +51,8 @@ template <class Part, class Action> void for_each_part(const std::vector<Part *>
             action(*part);
 }
 
-/// Releases a dimension of the channel `prop`, its statistics only if they are counted. Does nothing for
-/// null.
+/// Releases a dimension of the channel `prop`, and its statistics if its count of them is not 0. Does nothing
+/// for null.
 void release_dim(const dim_descr *dim, const char *prop);
 
 } // namespace zeb5

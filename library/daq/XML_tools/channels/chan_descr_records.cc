@@ -14,7 +14,7 @@ namespace {
 
 using namespace zeb5;
 
-/// Names of the types in a mask, separated by colons; at most 255 bytes, the last one cut off.
+/// Names of the types in a mask, separated by colons; cut off after 255 bytes.
 std::string type_names(std::uint32_t mask, int first_type, const char *(*name_of)(int)) {
     std::string names;
     for (int bit = 0; bit < 32; ++bit) {
@@ -23,7 +23,7 @@ std::string type_names(std::uint32_t mask, int first_type, const char *(*name_of
         if (!names.empty())
             names += ':';
         const char *const name = name_of(first_type + bit);
-        names += name ? name : "(null)"; // as printf() shows what a site's own function has no name for
+        names += name ? name : "(null)"; // a site's own function may return null, which printf() shows so
     }
     names.resize(std::min<std::size_t>(names.size(), 255));
     return names;
@@ -35,7 +35,7 @@ std::string block_type_names(std::uint32_t dtype) {
     return type_names(dtype & ~blocks_2010, dtype & blocks_2010 ? 32 : 0, block_name_itoa);
 }
 
-/// The count says whether there are parts, the vector which: parts beside a count of 0 are an inconsistency.
+/// Whether the count is 0 though the vector has parts. The record is inconsistent then.
 template <class Part> bool are_uncounted(std::int32_t count, const std::vector<Part *> &parts) {
     return count == 0 && !parts.empty();
 }
@@ -44,7 +44,7 @@ constexpr char uncounted_bits[] = "ERROR: nbits = 0, but bits.size() > 0";
 constexpr char uncounted_dims[] = "ERROR: ndims = 0, but dims.size() > 0";
 constexpr char uncounted_stats[] = "ERROR: nstats = 0, but stats.size() > 0";
 
-/// A text behind its label, all of the field where somebody has overwritten its end.
+/// Prints a text after its label. When somebody has overwritten the text's NUL, the whole field is printed.
 template <std::size_t N> void print_text(const char *label, const char (&field)[N]) {
     std::printf("%s%.*s\n", label, static_cast<int>(N), field);
 }
@@ -109,9 +109,9 @@ void print_channel(const chan_descr_2010 &channel) {
     print_dims(channel);
 }
 
-// Kept, in the three functions below: parts beside a count of 0 are told of and left alone, as somebody else
-// may own them. The vectors are empty afterwards, so that a channel which stands in its list twice is told of
-// and released once.
+// Kept, in the three functions below: parts beside a count of 0 are reported to the user and not released, as
+// somebody else may own them. The vectors are empty afterwards, so that a channel that stands in its list
+// twice is reported and released once.
 
 void release_bits(chan_descr_2010 &channel) {
     if (are_uncounted(channel.nbits, channel.bits))
@@ -154,7 +154,7 @@ chan_descr_2010 *find_chan_entry(const std::vector<chan_descr_2010 *> *list, con
 }
 
 const char *get_chan_descr_root_tag(int row, int column) {
-    // Kept: the rows behind DTYPE are never handed out; callers end their loops on the null
+    // Kept: the rows after DTYPE are never handed out; callers end their loops on the null
     if (row < TAG_ROOT || row > TAG_DTYPE || column < OF_CHANNEL || column > OF_STAT)
         return nullptr;
     return tags[row][column];
@@ -202,7 +202,7 @@ void clean_chan_desr_list(std::vector<chan_descr_2010 *> *list) {
             release_bits(*channel);
             release_dims(*channel);
         }
-    // Sorting finds those that stand there twice without any memory, of which there may be none
+    // Sorting finds the repeated records without allocating memory, which may have run out
     std::sort(list->begin(), list->end(), std::less<>());
     const auto end = std::unique(list->begin(), list->end());
     std::for_each(list->begin(), end, [](const chan_descr_2010 *channel) { delete channel; });

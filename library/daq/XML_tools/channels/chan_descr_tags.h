@@ -5,7 +5,7 @@
 
 namespace zeb5 {
 
-/// Columns of `tags`: the level at which an element stands.
+/// Columns of `tags`: the level of an element.
 enum tag_level { OF_CHANNEL, OF_DIM, OF_STAT, TAG_LEVELS };
 
 /// Rows of `tags`.

@@ -23,8 +23,7 @@ using namespace zeb5;
 enum write_mode { FULL_TABLE = 1, XML_DOCUMENT = 2, SUMMARY_TABLE = 3 };
 enum dialect { CHANDESCRIPTIONS = 0, DAQ_VARIABLES = 1, DIALECTS };
 
-// The text tables. A file that does not take all of it is not reported: what got through of a table is of
-// use.
+// The text tables. A failed write is not reported: the part of a table that was written is of use.
 
 void write_table_row(FILE *out, const chan_descr_2010 &channel) {
     std::fprintf(out, "%d\t%d\t%s\t%s\t%d\t\"%s\"\t\"%s\"\t%d\t%d\t%d\n", channel.stream,
@@ -53,8 +52,9 @@ void write_summary_row(FILE *out, const chan_descr_2010 &channel) {
     std::fprintf(out, "%50s\t%d\t%s\n", name_or_undefined(channel.daq_name), channel.max_size, block);
 }
 
-// Has the processor fetch what comes next while it writes. Where the records are not in its cache, from some
-// ten thousand on, this takes a quarter of the time off; it costs an eighth of the instructions.
+// Prefetches the next records while the current one is written. Where the records do not fit in the
+// processor's cache, from some ten thousand on, this saves a quarter of the time. It adds an eighth to the
+// instructions.
 
 void fetch_ahead(const chan_descr_2010 &channel) {
     constexpr std::size_t line = 64;
@@ -63,7 +63,8 @@ void fetch_ahead(const chan_descr_2010 &channel) {
         __builtin_prefetch(bytes + i);
 }
 
-/// Not all of them: a channel may have thousands, and stand in the list as often, to be written once.
+/// Prefetches the first 16 only: a channel may have thousands, and may stand in the list thousands of times
+/// though it is written once.
 void fetch_dims_ahead(const chan_descr_2010 &channel) {
     constexpr std::size_t most = 16;
     const std::size_t count = std::min(channel.dims.size(), most);
@@ -90,7 +91,7 @@ public:
         write_records(no_body);
     }
 
-    /// The whole document, in the memory of `text` where that is enough.
+    /// Returns the whole document, in the memory of `text` if that is large enough.
     std::string document(std::string text) {
         const bool is_daq = format_ == DAQ_VARIABLES;
         const element_tags &root = is_daq ? daq_tag<daq_tags::root> : chan_descr_tag<TAG_ROOT>;
@@ -112,7 +113,7 @@ public:
     }
 
 private:
-    /// Writes every record once; the tables to the file, the XML body to `body`.
+    /// Writes every record once: tables to the file, the XML body to `body`.
     void write_records(xml_text &body) {
         name_index<chan_descr_2010, &chan_descr_2010::prop_name> written(list_, list_.size());
         const std::size_t count = list_.size();
@@ -145,8 +146,8 @@ private:
 };
 
 struct file_close {
-    // A file that does not take all of what is written to it is not reported, neither here nor at each
-    // write: the writer tells only of what it could not open or send
+    // A failed write to the file is reported neither here nor where it happens: the writer reports only a
+    // file that it cannot open and a failed write to the descriptor
     void operator()(FILE *file) const { std::fclose(file); }
 };
 
@@ -155,7 +156,7 @@ struct file_close {
 int dump_chan_desr(std::vector<chan_descr_2010 *> *chdscr_list, char *file_name, int mode, int format, int fd,
                    std::string *sout, std::vector<dim_params *> *dims) {
     if (!chdscr_list || format < 0 || format >= DIALECTS) {
-        // Kept: operators know it with one quote
+        // Kept: operators know this line with one quote
         std::cout << "dump_chan_desr() invalid argument: '" << std::endl;
         return 2;
     }
@@ -163,7 +164,7 @@ int dump_chan_desr(std::vector<chan_descr_2010 *> *chdscr_list, char *file_name,
     if (file_name && *file_name) {
         file.reset(std::fopen(file_name, "w"));
         if (!file) {
-            const int why = errno; // the message must not change it
+            const int why = errno; // the output must not change it
             std::cout << "dump_chan_desr() failed to open file: '" << file_name << "'" << std::endl;
             errno = why;
             std::perror("fopen");
@@ -171,7 +172,7 @@ int dump_chan_desr(std::vector<chan_descr_2010 *> *chdscr_list, char *file_name,
         }
     }
     if (!file && fd == -1 && !sout) {
-        // Kept: in every mode, as people try out a list from a debugger
+        // Kept: in every mode people who try out a list from a debugger get it printed
         if (!chdscr_list->empty())
             print_zeb5_chan_descr(chdscr_list);
         return 0;
@@ -181,7 +182,7 @@ int dump_chan_desr(std::vector<chan_descr_2010 *> *chdscr_list, char *file_name,
         writer.write_tables();
         return 0;
     }
-    // An empty string gives its memory and gets the document without a copy
+    // The document is built in the memory of an empty string, so that no copy is needed
     const bool is_empty = sout && sout->empty();
     std::string document = writer.document(is_empty ? std::exchange(*sout, {}) : std::string());
     if (file)
@@ -189,7 +190,7 @@ int dump_chan_desr(std::vector<chan_descr_2010 *> *chdscr_list, char *file_name,
     // Kept: a short write is not noticed, and the message has two blanks, as log scanners look for it
     if (fd != -1 && write(fd, document.data(), document.size()) == -1) {
         std::cout << "dump_chan_desr()  write failed" << std::endl;
-        // Kept: the file stays open, as always in this case; what was written to it is there to be read
+        // Kept: the file stays open, as callers know it in this case; what was written to it can be read
         if (FILE *const open = file.release())
             std::fflush(open);
         return 2;

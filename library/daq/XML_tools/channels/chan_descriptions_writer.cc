@@ -4,7 +4,7 @@ namespace zeb5 {
 
 namespace {
 
-// Axes of spectra and images, given beside the records
+// Axes of spectra and images, which are given apart from the records
 
 enum parameter_number {
     DIM_START,
@@ -70,8 +70,8 @@ void write_image(xml_text &out, const zeb5_image_ext_frame_head &head) {
     element_if_positive<DIM_GROUP_INC>(out, head.fspare4);
 }
 
-/// The axis of one of the channel's own dimensions, by its number; none for a number that the entry does not
-/// have.
+/// Writes the axis with the number of one of the channel's own dimensions; nothing for a number that the
+/// entry does not have.
 void write_axis(xml_text &out, const dim_params &axes, std::int32_t dim) {
     if (dim < 0 || dim >= axes.num)
         return;
@@ -109,15 +109,15 @@ void write_dim(xml_text &out, const dim_descr &dim, const dim_params *axes) {
     out.close(chan_descr_tag<TAG_PART, OF_DIM>);
 }
 
-/// Dimensions of a channel that has axes but describes none.
+/// Writes dimensions for a channel that has axes but no dimensions of its own.
 void write_made_up_dims(xml_text &out, const dim_params &axes, list_position position) {
     for (std::int32_t j = 0; j < axes.num; ++j) {
         out.make_room();
         out.put(opening<chan_descr_tag<TAG_PART, OF_DIM>>(j));
         if (axes.params)
             write_spectrum(out, axes.params[j]);
-        // Kept: the head of the channel's place in the list, the same for every dimension; callers lay them
-        // out so
+        // Kept: every dimension gets the image head at the channel's position in the list, as callers lay
+        // them out
         if (axes.iparams)
             write_image(out, axes.iparams[position]);
         out.close(chan_descr_tag<TAG_PART, OF_DIM>);

@@ -18,8 +18,8 @@ static_assert(field_bytes == sizeof chan_descr_2010::prop_name);
 
 } // namespace
 
-/// A name as it is compared with many: 16 bytes of it decide nearly always. They are the last ones, its NUL
-/// included, as names of one machine begin alike; a shorter name has fewer.
+/// A name that is compared with many others. Its last 16 bytes, or fewer for a shorter name, nearly always
+/// decide. The last ones, NUL included, are taken because names of one machine begin alike.
 class wanted_name {
 public:
     /// `name` is shorter than the field of a record.
@@ -47,8 +47,8 @@ private:
 
 namespace {
 
-/// Whether one of the event types of a mask is neither local nor ML. A site's own function may change its
-/// mind, so it is asked each time.
+/// Whether one of the event types of a mask is neither local nor ML. The answers of a site's own function may
+/// change, so it is called each time.
 bool goes_by_property(std::uint32_t event_types) {
     for (; event_types; event_types &= event_types - 1) {
         const int structure = get_event_struct_type(std::countr_zero(event_types));
@@ -73,7 +73,7 @@ bool matches(name_role role, const chan_descr_2010 &record, const wanted_name &n
     return is_daq_name(role, record, name) || is_prop_name(role, record, name);
 }
 
-/// Loads what a question will compare soon.
+/// Prefetches what a look-up will compare soon.
 void prefetch(name_role role, const chan_descr_2010 &record, const wanted_name &name) {
     if (role != PROP_NAME)
         name.prefetch(record.daq_name);
@@ -93,7 +93,7 @@ chan_name_index::number &chan_name_index::chain_of(std::string_view name) {
     return first_[name_hash(name, seed_) & (first_.size() - 1)];
 }
 
-/// From the back, so that each chain has its names in the order of the list.
+/// Starts from the back, so that each chain has its names in the order of the list.
 void chan_name_index::fill() {
     std::fill(first_.begin(), first_.end(), none);
     for (std::size_t i = next_.size(); i-- > 0;) {
@@ -107,7 +107,7 @@ void chan_name_index::fill() {
 
 void chan_name_index::note_handed_out(std::size_t position) {
     while (position > 0 && list_[position - 1] == list_[position])
-        --position; // a channel of two identities stands there twice, one behind the other
+        --position; // a channel of two identities stands there twice in a row
     const auto place = static_cast<number>(position);
     const auto at = std::lower_bound(handed_out_.begin(), handed_out_.end(), place);
     if (at != handed_out_.end() && *at == place)
@@ -132,7 +132,7 @@ chan_name_index::number chan_name_index::first_handed_out(name_role role, const 
 
 const chan_descr_2010 *chan_name_index::find(name_role role, std::string_view text) {
     if (text.size() >= field_bytes)
-        return nullptr; // no field has it and its NUL
+        return nullptr; // no field has room for it and its NUL
     const wanted_name name(text);
     if (has_lost_one_ || next_.size() != 2 * list_.size()) { // memory ran out when the list grew
         const auto found = std::find_if(list_.begin(), list_.end(), [&](const chan_descr_2010 *record) {

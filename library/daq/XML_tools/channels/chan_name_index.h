@@ -22,27 +22,28 @@ enum name_role {
                // types is neither local nor ML
 };
 
-/// Knows in which records of the list a name stands. Neither names nor records are copied, and the list stays
-/// its owner's.
+/// Knows which records of the list have a name. It copies neither names nor records, and does not own the
+/// list.
 ///
-/// A client may change a name at any time through a pointer that it was given. So a record that was handed
-/// out is compared at every question, in the order of the list, up to the record that the index gives. The
-/// names of the others are as they were read.
+/// A client may change a name at any time through a pointer that it was given. So every look-up compares the
+/// records that were handed out, in the order of the list, up to the record that the index gives. The names
+/// of the other records are as they were read.
 class chan_name_index {
 public:
     explicit chan_name_index(const std::vector<chan_descr_2010 *> &list) : list_(list) {}
 
-    /// To be called before a reader appends records to the list or changes some: it may end at any of them.
+    /// Must be called before a reader appends records to the list or changes some, as the reader may fail at
+    /// any of them.
     void forget() { is_filled_ = false; }
 
-    /// To be called when the reader has ended. Takes the memory for all questions to come.
+    /// Must be called when the reader has ended. Allocates the memory for all later look-ups.
     void list_changed();
 
     /// Notes that the caller gets a pointer into the record at this position.
     void note_handed_out(std::size_t position);
 
-    /// Returns the first record of this name, or null. A site's get_event_struct_type() may be asked for an
-    /// EVENT_NAME, at every question anew.
+    /// Returns the first record of this name, or null. For an EVENT_NAME, each look-up may call the site's
+    /// get_event_struct_type().
     const chan_descr_2010 *find(name_role role, std::string_view name);
 
 private:
@@ -54,11 +55,11 @@ private:
     number first_handed_out(name_role role, const wanted_name &name, number before) const;
 
     const std::vector<chan_descr_2010 *> &list_;
-    std::vector<number> first_{none}; // name of each chain, by hash: a power of two
-    std::vector<number> next_;        // name of the same chain, of each name
+    std::vector<number> first_{none}; // first name of each chain, by hash; size is a power of two
+    std::vector<number> next_;        // for each name, the next one of its chain
     bool is_filled_ = false;
     std::vector<number> handed_out_; // places, in the order of the list
-    bool has_lost_one_ = false;      // there was no memory to note one: every question searches the list
+    bool has_lost_one_ = false;      // no memory was left to note one: every look-up searches the list
     std::size_t seed_ = reinterpret_cast<std::uintptr_t>(this);
 };
 

@@ -14,7 +14,7 @@ const element_tags &daq_element(const chan_descr_2010 &channel) {
 }
 
 bool has_own_frequency(std::uint32_t ev_type) {
-    // Kept: the whole mask is asked for, as if it were one event type; sites answer for it
+    // Kept: sites are asked about the whole mask as if it were one event type, and answer for it
     const auto is_of = [mask = static_cast<int>(ev_type)](int type) {
         return get_event_struct_type(mask) == type;
     };
@@ -33,7 +33,7 @@ struct daq_bit_text {
 
 void write_daq_bit(xml_text &out, const bit_descr &bit) {
     out.make_room();
-    // Kept: readers take the description for the bit's name, the name itself is not written
+    // Kept: readers take the description for the bit's name; the name itself is not written
     out.put(framed<daq_bit_number>(bit.bit), framed<daq_bit_text>(bit.bit_desc));
 }
 

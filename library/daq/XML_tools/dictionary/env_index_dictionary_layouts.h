@@ -24,7 +24,7 @@ struct env_layout_2010 {
     static constexpr char no_memory[] =
         "Failed to allocate memory for zeb5_env_index_dictionary_entry_2010\n";
     static constexpr char writer[] = "dump_env_index_dict_2010()";
-    // Kept: log scanners know the two texts apart, blanks included
+    // Kept: log scanners tell the two texts apart, blanks included
     static constexpr char write_failed[] = "dump_env_index_dict_2010()  failed to write";
 };
 

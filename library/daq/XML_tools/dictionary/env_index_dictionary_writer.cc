@@ -71,8 +71,8 @@ template <class Layout> void write_lines(FILE *out, const entry_list<Layout> &li
 }
 
 struct file_close {
-    // A file that does not take all of what is written to it is not reported, neither here nor at each
-    // write: the writer tells only of what it could not open or send
+    // A failed write to the file is reported neither here nor where it happens: the writer reports only a
+    // file that it cannot open and a failed write to the descriptor
     void operator()(FILE *file) const { std::fclose(file); }
 };
 using owned_file = std::unique_ptr<FILE, file_close>;
@@ -114,7 +114,7 @@ int write_dictionary(const entry_list<Layout> *list, const char *file_name, int 
     if (file_name && *file_name) {
         file.reset(std::fopen(file_name, "w"));
         if (!file) {
-            const int why = errno; // the message must not change it
+            const int why = errno; // the output must not change it
             std::cout << Layout::writer << " failed to open file: '" << file_name << "'" << std::endl;
             errno = why;
             std::perror("fopen");
@@ -123,12 +123,12 @@ int write_dictionary(const entry_list<Layout> *list, const char *file_name, int 
         // Kept: log scanners know this line and the one of closing, with two blanks each
         std::cout << Layout::writer << "  file: '" << file_name << "' has been created" << std::endl;
     }
-    if (!file && fd == -1 && !xml_str) { // Kept: callers see the listing whatever the mode
+    if (!file && fd == -1 && !xml_str) { // Kept: callers see the listing in every mode
         print_entries<Layout>(*list);
         return 0;
     }
     const int result = deliver<Layout>(*list, file.get(), mode, fd, xml_str);
-    if (result == 0 && file) { // Kept: logs of a failed write tell of no closing
+    if (result == 0 && file) { // Kept: logs of a failed write have no line of closing
         file.reset();
         std::cout << Layout::writer << "  file: '" << file_name << "' has been closed" << std::endl;
     }
@@ -138,7 +138,7 @@ int write_dictionary(const entry_list<Layout> *list, const char *file_name, int 
 template <class Layout> struct own_list {
     entry_list<Layout> entries;
     ~own_list() {
-        // An entry that stands there repeatedly does so in a row: it is listed again only while it is
+        // Repeated pointers to an entry follow each other, as an entry is listed again only while it is
         // current
         const auto end = std::unique(entries.begin(), entries.end());
         std::for_each(entries.begin(), end, [](typename Layout::entry *entry) { std::free(entry); });

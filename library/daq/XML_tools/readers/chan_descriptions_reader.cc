@@ -20,7 +20,7 @@ private:
     using self = chan_descr_reader;
     using store = void (*)(self &, const step &);
 
-    static constexpr int channel_row = 0; // the only one without a channel, and without a text
+    static constexpr int channel_row = 0; // the only row that needs neither a channel nor a text
 
     static void begin_channel(self &r, const step &) {
         r.channel_.begin();
@@ -54,7 +54,8 @@ private:
             copy_text((r.*Part)->*Field, s.text());
     }
 
-    /// Kept: a description of no dimension or statistic is taken for the channel's, as old files have it.
+    /// Kept: without a current dimension or statistic, the description is the channel's, as old files have
+    /// it.
     template <auto Part, auto Field> static void part_description(self &r, const step &s) {
         if (r.*Part)
             copy_text((r.*Part)->*Field, s.text());
@@ -131,7 +132,7 @@ private:
     stat_descr *stat_ = nullptr;
 };
 
-// Behind the class, where the type of elements() is known
+// After the class, where the return type of elements() is known
 
 inline void chan_descr_reader::act(const step &step) {
     if (step.row == channel_row || channel_)

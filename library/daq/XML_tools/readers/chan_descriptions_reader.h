@@ -8,8 +8,8 @@
 
 namespace zeb5 {
 
-/// Reads what stands behind the root into `list`. `shift`: EVTYPE and DTYPE have numbers of types, to be
-/// turned into masks. `merges`: a channel whose property is in the list already is merged into that record.
+/// Reads what follows the root into `list`. `shift`: EVTYPE and DTYPE hold type numbers, which are turned
+/// into masks. `merges`: a channel whose property is in the list already is merged into that record.
 void read_chan_descriptions(document_steps &steps, channel_vector &list, bool shift, bool merges);
 
 } // namespace zeb5

@@ -49,7 +49,7 @@ chan_descr_2010 *channel_in_progress::find_or_append_as(std::string_view prop) {
 void channel_in_progress::append_as(std::string_view prop) {
     copy_text(channel_->prop_name, prop);
     list_.push_back(channel_);
-    (void)unlisted_.release(); // the list's from here on
+    (void)unlisted_.release(); // the list owns it from here on
 }
 
 } // namespace zeb5

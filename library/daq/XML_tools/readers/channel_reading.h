@@ -20,20 +20,20 @@ using channel_vector = std::vector<chan_descr_2010 *>;
 /// The differences between reading from memory and from a file.
 struct channel_variant {
     bool refuses_null_list;
-    bool merges_repeated_prop;   // of CHANDESCRIPTIONS, where the caller asks for it
-    bool shifts_daq_ev_type;     // of DAQvariables, where the caller asks for it
-    bool reports_untitled_bit;   // of DAQvariables, as the following
-    const char *no_bit_number;   // begins the report of a bit without a number
+    bool merges_repeated_prop; // under CHANDESCRIPTIONS, where the caller asks for it
+    bool shifts_daq_ev_type;   // under DAQvariables, where the caller asks for it
+    bool reports_untitled_bit; // under DAQvariables, like the two members below
+    const char *no_bit_number; // begins the report of a bit without a number
     void (*merge_daq)(chan_descr_2010 &entry, const chan_descr_2010 &channel); // of the same property
 };
 
-/// `entry` learns what the record of the same property says and it does not know itself.
+/// Fills what is 0 in `entry` from the record of the same property; the streams of both are ORed.
 void merge_unknown(chan_descr_2010 &entry, const chan_descr_2010 &channel);
 
-/// `entry` is then recorded wherever either was.
+/// ORs event types, data types and stream of the record of the same property into `entry`.
 void merge_all(chan_descr_2010 &entry, const chan_descr_2010 &channel);
 
-// Numbers of elements; `shift`: the text has the number of a type, to be turned into a mask
+// The number in an element's text; `shift`: it is a type number, which is turned into a mask
 
 inline std::int32_t to_int(std::string_view text) { return static_cast<std::int32_t>(to_number(text)); }
 std::uint32_t to_ev_type(std::string_view text, bool shift);
@@ -44,18 +44,18 @@ template <class Record> Record *append_new(std::vector<Record *> &parts, std::in
     return append_part(parts, count, owned<Record>(new Record{}));
 }
 
-/// The channel that elements go to, and its way into the caller's list.
+/// The channel that elements go to, until it is in the caller's list and complete.
 class channel_in_progress {
 public:
     explicit channel_in_progress(channel_vector &list) : list_(list), by_prop_(list) {}
 
-    /// From here on elements belong to a new channel; one that never got an identity is dropped.
+    /// From here on elements belong to a new channel; a channel that never got an identity is dropped.
     void begin() {
         channel_ = new chan_descr_2010;
         unlisted_.reset(channel_);
     }
 
-    /// What is left of the channel is of no interest.
+    /// Ignores the rest of the channel.
     void skip_rest() {
         channel_ = nullptr;
         unlisted_.reset();
@@ -65,8 +65,8 @@ public:
     chan_descr_2010 *operator->() const { return channel_; }
     chan_descr_2010 &operator*() const { return *channel_; }
 
-    /// The listed record that find_chan_entry() would give, without its walk through the list; null when
-    /// there is none, and the channel is appended under this name.
+    /// Returns the listed record that find_chan_entry() would return, without searching the list. When there
+    /// is none, appends the channel under this name and returns null.
     chan_descr_2010 *find_or_append_as(std::string_view prop);
 
     /// Names the channel and appends it. Kept: a further identity of a listed channel renames it and lists it

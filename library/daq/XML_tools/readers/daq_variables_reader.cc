@@ -44,8 +44,8 @@ private:
         r.dim_ = nullptr;
     }
 
-    /// Kept: other than PROP this merges whatever `delete_duplicated` says, as every DAQvariables reader
-    /// relies on.
+    /// Kept: unlike PROP, this merges whatever `delete_duplicated` says; users of every DAQvariables reader
+    /// rely on it.
     static void prop(self &r, const step &s) {
         if (chan_descr_2010 *const entry = r.channel_.find_or_append_as(s.text())) {
             r.variant_.merge_daq(*entry, *r.channel_);
@@ -100,9 +100,10 @@ private:
             copy_text(r.dim_->dim_name, s.text());
     }
 
-    /// The number in the one attribute of the current element that matters; a missing one is counted and
-    /// reported. Looked up and read once for each element: it may have thousands, or a million digits, and is
-    /// delivered again at each comment behind its start.
+    /// Returns the number in the one attribute of the current element that matters; counts and reports a
+    /// missing one. The attribute is looked up and read once for each element: an element may have thousands
+    /// of attributes, or a million digits in this one, and is delivered again at each comment after its start
+    /// tag.
     std::optional<std::int32_t> attribute(const step &step, const char *name, const char *complaint,
                                           const char *tag) {
         if (step.element != attribute_element_) {
@@ -113,7 +114,7 @@ private:
         if (attribute_)
             return attribute_;
         ++missing_attributes_;
-        std::string line = complaint; // in one piece, as standard error is not buffered
+        std::string line = complaint; // written in one piece, as standard error is not buffered
         line.append(name).append(" found for ").append(tag).append(" prop: ").append(channel_->prop_name);
         std::cerr << line + '\n';
         return std::nullopt;
@@ -153,7 +154,7 @@ private:
     int missing_attributes_ = 0;
 };
 
-// Behind the class, where the type of elements() is known
+// After the class, where the return type of elements() is known
 
 inline void daq_variables_reader::act(const step &step) {
     const element &found = elements().action(step.row);

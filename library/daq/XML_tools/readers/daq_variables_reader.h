@@ -8,8 +8,8 @@
 
 namespace zeb5 {
 
-/// Reads what stands behind the root into `list`. `shift`: evType has numbers of types, to be turned into
-/// masks where the variant does that. Returns the number of missing attributes, each of which was reported.
+/// Reads what follows the root into `list`. `shift`: evType holds type numbers, which are turned into masks
+/// where the variant does that. Returns the number of missing attributes, each of which was reported.
 int read_daq_variables(document_steps &steps, channel_vector &list, bool shift,
                        const channel_variant &variant);
 

@@ -54,8 +54,8 @@ private:
 };
 
 /// Reads one document; `source` is the text or the path. `walk(steps, root)` gets the root's name, walks the
-/// rest and returns the reader's status. The result is that status, or 1 when the document cannot be started,
-/// plus the number of reports; 1 for a null source.
+/// rest and returns the reader's status. Returns that status, or 1 when the document cannot be started, plus
+/// the number of reports. Returns 1 for a null source.
 template <class Document, class Walk> int walk_document(char *source, Walk walk) {
     if (!source)
         return 1;

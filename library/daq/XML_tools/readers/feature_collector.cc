@@ -7,12 +7,13 @@ namespace zeb5 {
 
 namespace {
 
-// Kept: the two markers are plain texts of the fields, and users of dump_nodes() see them. A file that says
-// one of them itself is read as if that text were still missing.
+// Kept: the two markers are plain texts of the fields, and users of dump_nodes() see them. Where a text of
+// the file itself equals a marker, it is treated as a missing text.
 constexpr std::string_view unknown = "Unknown"; // not yet given
 constexpr std::string_view waiting = "Waiting"; // expected from the next text or Name
 
-/// The field that each of MoreTags makes wait; text goes to the first that waits, in this order.
+/// The field that each of MoreTags sets to "Waiting". A text goes to the first field that waits, in this
+/// order.
 constexpr std::string ZEB5GigEFeature::*waiting_fields[MORE_TAGS_MAX] = {
     nullptr, // Kept: readers of the records see no trace of an Extension
     &ZEB5GigEFeature::extension,

@@ -66,7 +66,7 @@ private:
         for (const raw_attribute &attribute : scanner_.attributes()) {
             if (attribute.name != Attributes[ATTRIBUTE_NAME]) {
                 if (!other_attributes_.find(attribute.name))
-                    return false; // the DOM parser has a limit of such names
+                    return false; // the DOM parser limits the number of such names
             } else if (std::string *const field = collector_.field_for_name()) {
                 const auto name = text_.attribute(attribute.value, scanner_.encoding());
                 if (!name)

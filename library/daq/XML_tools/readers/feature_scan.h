@@ -1,7 +1,7 @@
 #ifndef ZEB5_FEATURE_SCAN_H
 #define ZEB5_FEATURE_SCAN_H
 
-/// Features from the tokens of a plain camera file: no tree is made of it.
+/// Reads features from the tokens of a plain camera file, without building a tree.
 
 #include <vector>
 

@@ -60,7 +60,7 @@ private:
     narrower narrower_;
 };
 
-/// One list of nodes and how far the walk has come in it.
+/// A list of nodes and the walk's place in it.
 class node_level {
 public:
     explicit node_level(DOMNode *first) : node_(first) {}
@@ -82,13 +82,13 @@ private:
     XMLSize_t index_ = 0;
 };
 
-/// Depth first, on a stack of its own: documents may be nested deeper than the thread's stack allows.
+/// Walks depth first, with a stack of its own: documents may be nested deeper than the thread's stack allows.
 class tree_walk {
 public:
     explicit tree_walk(std::vector<ZEB5GigEFeature *> &out) : collector_(out) {}
 
-    /// Whether a DOM exception ended the walk of `nodes` themselves. One below them ends the walk of the list
-    /// that it met.
+    /// Returns whether a DOM exception ended the walk of `nodes` itself. An exception below ends only the
+    /// walk of the list in which it occurred.
     bool failed(DOMNodeList *nodes) {
         bool stopped = go([&] { descend(nodes); });
         while (!levels_.empty()) {
@@ -100,7 +100,7 @@ public:
     }
 
 private:
-    /// Whether `action` met a DOM exception, which is reported.
+    /// Returns whether `action` threw a DOM exception, which is reported.
     template <class Action> static bool go(Action action) {
         try {
             action();
@@ -123,8 +123,8 @@ private:
     }
 
     void descend(DOMNodeList *nodes) {
-        // The children of a node are a list of this class: it counts from the first at every call, which
-        // would be 13 % of the instructions of reading a file
+        // The children of a node are a list of this class, which counts from the first child at every call.
+        // That would take 13 % of the instructions of reading a file
         if (typeid(*nodes) == typeid(DOMNodeListImpl)) {
             if (DOMNode *const first = nodes->item(0))
                 levels_.emplace_back(first);

@@ -1,8 +1,8 @@
 #ifndef ZEB5_FEATURE_TREE_H
 #define ZEB5_FEATURE_TREE_H
 
-/// Features from a document tree: dump_nodes() stands here. The tree's own exceptions have their texts here,
-/// too.
+/// Reads features from a document tree: dump_nodes() is implemented here. Also gives the texts of the tree's
+/// own exceptions.
 
 #include <optional>
 #include <string>
