@@ -12,7 +12,7 @@ struct event_type {
     ZEB5_EV_STRUCT_TYPE structure;
 };
 
-// The name is the enumerator itself, spelled once: a row cannot give a type the name of another.
+// The name is made from the enumerator, so a row cannot give a type the name of another.
 #define EVENT(enumerator, structure)                                                                         \
     { ZEB5_EV_##enumerator, #enumerator, ZEB5_EV_STRUCT_##structure }
 // clang-format off
@@ -49,7 +49,7 @@ const event_type event_types[] = {
     EVENT(29, UNDEF),
     EVENT(30, UNDEF),
     EVENT(31, UNDEF),
-    EVENT(EVMAX, UNKNOWN), // the end of the types, no type itself, yet it has a name
+    EVENT(EVMAX, UNKNOWN), // marks the end of the types, and has a name, too
 };
 // clang-format on
 #undef EVENT
@@ -119,7 +119,7 @@ const block_type block_types[] = {
 };
 #undef BLOCK
 
-/// Rows are found by their number, so their order does not matter. Null when there is none.
+/// Rows are found by their number, so their order does not matter. Returns null when there is none.
 template <class Row, std::size_t N> const Row *find_row(const Row (&rows)[N], int number) {
     for (const Row &row : rows)
         if (row.number == number)
@@ -127,8 +127,8 @@ template <class Row, std::size_t N> const Row *find_row(const Row (&rows)[N], in
     return nullptr;
 }
 
-/// The decimal form of a number that has no name. Every caller may keep it, so it is made once and never
-/// released, not even when the process ends: a destructor that runs later may still print it.
+/// The decimal form of a number that has no name. Any caller may keep the string, so it is made once and
+/// never released. At the end of the process, too, a destructor that runs later may still print it.
 const char *decimal_name(int number) {
     static std::mutex guard;
     static auto &names = *new std::map<int, std::string>;

@@ -119,7 +119,7 @@ struct time_stamp {
 
 /// Head of an XML channel-description blob inside a data block; the text follows it directly.
 #pragma GCC diagnostic push
-#pragma GCC diagnostic ignored "-Wpedantic" // the text after the head has no length of its own
+#pragma GCC diagnostic ignored "-Wpedantic" // the array of the text has no size
 struct __attribute__((packed)) zeb5_xml_chan_descr_header {
     std::uint32_t pattern; // 0xCDECDEF2 or 0xCDECDEF3
     std::int32_t length;   // bytes of the whole blob, these 8 included

@@ -1,9 +1,9 @@
 #ifndef ZEB5_EVENT_UTIL_H
 #define ZEB5_EVENT_UTIL_H
 
-/// Names and structure classes of event types and data block types. These three functions are resolved at
-/// run time: a process or a site that brings its own gets its own answers. The ones of libZEB5evutl may be
-/// called from several threads at once.
+/// Names and structure classes of event types and data block types. These three functions are resolved at run
+/// time: a process or a site can replace them with its own. Those of libZEB5evutl may be called from several
+/// threads at once.
 
 #include "event.h"
 #include "zeb5_export.h"
@@ -26,8 +26,8 @@ ZEB5_API const char *event_name_itoa(int ev_type);
 ZEB5_API const char *block_name_itoa(int block_type);
 
 /// Structure class of an event type, as a ZEB5_EV_STRUCT_TYPE: ML for the two _ML types, GLOBAL for 0 to 5,
-/// LOCAL for the other named types, UNDEF for 28 to 31, UNKNOWN for anything else. It is an int because a
-/// site's own library may answer values outside the enumeration.
+/// LOCAL for the other named types, UNDEF for 28 to 31, UNKNOWN for anything else. The result is an int
+/// because a site's own library may return values outside the enumeration.
 ZEB5_API int get_event_struct_type(int ev_type);
 
 #endif

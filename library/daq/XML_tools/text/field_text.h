@@ -9,14 +9,15 @@
 
 namespace zeb5 {
 
-/// Copies `text` into a fixed field, cut at its size less one; the rest of the field is left as it was.
+/// Copies `text` into a fixed field, cut to its size less one, and adds a NUL; the rest of the field is left
+/// as it was.
 template <std::size_t N> void copy_text(char (&field)[N], std::string_view text) {
     const std::size_t length = text.size() < N ? text.size() : N - 1;
     std::memcpy(field, text.data(), length);
     field[length] = '\0';
 }
 
-/// The text of a fixed field; all of it when somebody has overwritten its end.
+/// Returns the text of a fixed field; the whole field when somebody has overwritten the NUL.
 template <std::size_t N> std::string_view field_text(const char (&field)[N]) {
     return {field, strnlen(field, N)};
 }
@@ -25,7 +26,7 @@ template <std::size_t N, std::size_t M> void copy_text(char (&field)[N], const c
     copy_text(field, field_text(from));
 }
 
-/// A name, or what readers of written lists know for one that is not given.
+/// Returns the name, or for an empty one the text that readers of written lists know.
 template <std::size_t N> const char (&name_or_undefined(const char (&name)[N]))[N] {
     static constexpr char undefined[N] = "!!!UNDEFINED!!!";
     return name[0] ? name : undefined;

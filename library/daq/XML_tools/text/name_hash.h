@@ -1,7 +1,7 @@
 #ifndef ZEB5_NAME_HASH_H
 #define ZEB5_NAME_HASH_H
 
-/// Hash of a name. Eight bytes at a time: half of the instructions of std::hash, and inlined.
+/// Hashes a name, eight bytes at a time. This takes half of the instructions of std::hash and is inlined.
 
 #include <cstddef>
 #include <cstdint>
@@ -10,17 +10,17 @@
 
 namespace zeb5 {
 
-/// Each bit reaches both halves of the product, in a way that depends on the other bits.
+/// Each bit affects both halves of the product, in a way that depends on the other bits.
 inline std::size_t mixed(std::size_t key, std::size_t word) {
     __extension__ typedef unsigned __int128 two_words;
     const two_words product = static_cast<two_words>(key ^ word) * 0x9E3779B97F4A7C15;
     return static_cast<std::size_t>(product) ^ static_cast<std::size_t>(product >> 64);
 }
 
-/// Every bit of it may say where in a table the name belongs. With a `seed` that documents cannot know, such
-/// as where the table stands, nobody can make up names that all get one place. It is mixed in at the end too:
-/// half of an address is the same in all processes, and of one product that much is enough to choose names
-/// of eight bytes that stand side by side.
+/// Any bits of the hash may be used as the place in a table. With a `seed` that documents cannot know, such
+/// as the address of the table, nobody can choose names that all get the same place. The seed is mixed in
+/// twice, the second time at the end: half of an address is the same in all processes, and after one product
+/// that is enough to choose names of eight bytes that get neighbouring places.
 inline std::size_t name_hash(std::string_view name, std::size_t seed) {
     const auto word_at = [](const char *at) {
         std::size_t word;
@@ -40,8 +40,8 @@ inline std::size_t name_hash(std::string_view name, std::size_t seed) {
     return mixed(seed, mixed(key, word));
 }
 
-/// For the tables of the standard library, of names as the parser and as the records give them. Its seed is
-/// an address, which documents cannot know.
+/// For tables of the standard library, with names as the parser or as the records give them. The seed is an
+/// address, which documents cannot know.
 struct seeded_name_hash {
     std::size_t operator()(std::string_view name) const { return name_hash(name, seed); }
     std::size_t operator()(std::u16string_view name) const {

@@ -1,7 +1,7 @@
 #ifndef ZEB5_NAME_INDEX_H
 #define ZEB5_NAME_INDEX_H
 
-/// Look-up of records by a name that they hold, with the result of a linear search: the first one added.
+/// Look-up of records by name, with the result of a linear search: the first record added.
 
 #include <algorithm>
 #include <bit>
@@ -15,16 +15,17 @@
 namespace zeb5 {
 
 /// Hashes the records of a list by the text field `Name`. Nothing is copied: records must keep their places
-/// in the list, which may grow. A record whose name was changed is found under its new name once it is added
-/// again, and no longer under the old one.
+/// in the list, which may grow. A record whose name was changed is no longer found under the old name, and is
+/// found under the new one once it is added again.
 template <class Record, char (Record::*Name)[256]> class name_index {
 public:
-    /// Nothing of `list` is added yet; `expected`: about how much of it will be.
+    /// Adds nothing of `list` yet; `expected`: about how many records will be added.
     explicit name_index(const std::vector<Record *> &list, std::size_t expected = 0)
         : list_(list), slots_(std::bit_ceil(std::max<std::size_t>(64, 2 * expected + 2))) {}
 
-    /// The first record added whose name is exactly `name`; without one, null, after adding the record that
-    /// `append()` puts at the end of the list and that carries the name or what its field holds of it.
+    /// Returns the first record added whose name is exactly `name`. When there is none, `append()` must put a
+    /// record of this name, cut to its field, at the end of the list; that record is added, and null is
+    /// returned.
     template <class Append> Record *find_or_add(std::string_view name, Append append) {
         make_room();
         const std::uint32_t key = hash(name);
@@ -39,7 +40,8 @@ public:
         return nullptr;
     }
 
-    /// Adds the record at a place of the list, unless one of the same name is there; whether it was added.
+    /// Adds the record at a place of the list, unless one of the same name was added before. Returns whether
+    /// it was added.
     bool add(std::size_t place) {
         make_room();
         const std::string_view name = name_of(list_[place]);
@@ -51,10 +53,10 @@ public:
     }
 
 private:
-    /// Small, as the table is larger than the processor's cache from some ten thousand names on.
+    /// Slots are small, as from some ten thousand names on the table does not fit in the processor's cache.
     struct slot {
         std::uint32_t key;
-        std::uint32_t number; // of the record's place, from 1; 0: free
+        std::uint32_t number; // place of the record, from 1; 0: free slot
     };
 
     std::uint32_t hash(std::string_view name) const {
@@ -70,8 +72,9 @@ private:
         bool is_known; // whether the record of the name stands there
     };
 
-    /// Where the record of this name stands or would: in place of one that had the name and has another now,
-    /// as a document may name its records anew again and again, or in a free slot.
+    /// Returns the slot of the record of this name, or the slot for a new one: a free one, or that of a
+    /// record that had the name and has another now. Such slots are reused as a document may rename its
+    /// records again and again.
     position probe(std::string_view name, std::uint32_t key) const {
         std::size_t outdated = slots_.size();
         std::size_t i = key & (slots_.size() - 1);

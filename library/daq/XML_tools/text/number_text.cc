@@ -13,7 +13,7 @@ namespace zeb5 {
 
 namespace {
 
-/// Whether the text is nothing but digits of a number that fits, which is then in `field`.
+/// Reads a text that is nothing but the digits of a number that fits. Returns false for any other.
 bool read_plain(std::string_view text, std::uint32_t &field) {
     const bool is_hex = text.starts_with("0x");
     const char *const end = text.data() + text.size();
@@ -31,9 +31,9 @@ bool has_decimal_point() {
     return radix[0] == '.' && radix[1] == '\0';
 }
 
-/// Whether the text is nothing but digits, with a point or without, and its number is the quotient of two
-/// that a float holds exactly. Dividing them rounds once, in the mode of the thread, which is the C library's
-/// number to the bit; it is then in `field`.
+/// Reads a text that is nothing but digits, with or without a point, if its number is the quotient of two
+/// numbers that a float holds exactly. Dividing them rounds once, in the mode of the thread, so the result is
+/// that of the C library to the bit. Returns false for any other text.
 bool read_plain(std::string_view text, float &field) {
     constexpr std::size_t most_digits = 19; // these fit into 64 bits
     constexpr std::uint64_t most_exact = 1U << 24;
@@ -59,7 +59,7 @@ bool read_plain(std::string_view text, float &field) {
     }
     if (at != end)
         return false;
-    for (; digits > most_exact && decimals > 0 && digits % 10 == 0; --decimals) // our writer gives six
+    for (; digits > most_exact && decimals > 0 && digits % 10 == 0; --decimals) // our writer writes six
         digits /= 10;
     if (digits > most_exact || decimals >= std::size(powers_of_ten))
         return false;
@@ -73,7 +73,7 @@ long to_number(std::string_view text) {
     constexpr std::size_t safe_digits = 18; // no 18 digits overflow 64 bits
     const bool is_negative = text.starts_with('-');
     const std::string_view digits = text.substr(is_negative, safe_digits + 1);
-    unsigned long number = 0; // of one digit more, too
+    unsigned long number = 0; // one digit more fits, too
     std::size_t count = 0;
     for (; count < digits.size() && digits[count] >= '0' && digits[count] <= '9'; ++count)
         number = 10 * number + static_cast<unsigned long>(digits[count] - '0');

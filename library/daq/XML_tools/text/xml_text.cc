@@ -16,7 +16,7 @@ xml_text::xml_text(std::string text, std::size_t expected) : text_(std::move(tex
 std::string xml_text::take() {
     text_.resize(static_cast<std::size_t>(end_ - text_.data()));
     if (text_.capacity() / 2 > text_.size())
-        text_.shrink_to_fit(); // who keeps many small documents does not want their room
+        text_.shrink_to_fit(); // callers may keep many small documents
     return std::move(text_);
 }
 
@@ -41,8 +41,8 @@ char *xml_text::copy_blocks(char *at, const char *from, const char *end) {
 char *xml_text::copy_number(char *at, std::int32_t number) { return std::to_chars(at, at + 16, number).ptr; }
 
 void xml_text::grow() {
-    // A string fills its new room with NULs. So little at a time they stay in the processor's cache until
-    // text comes over them, and cost less than copying the text from elsewhere at the end.
+    // resize() fills the new room with NULs. In small steps these stay in the processor's cache until text
+    // overwrites them. That costs less than building the text elsewhere and copying it at the end.
     constexpr std::size_t step = 1536;
     const auto length = static_cast<std::size_t>(end_ - text_.data());
     text_.resize(length + part_room + step);

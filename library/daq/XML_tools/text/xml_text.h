@@ -3,8 +3,8 @@
 
 /// The text of a document while it is written: elements with a value, at a few copies each.
 ///
-/// Against appending to a string tag by tag this takes less than a tenth of the instructions: room is made
-/// once a part of a record, texts are copied 16 bytes at a time whatever their length, and numbers are
+/// This takes less than a tenth of the instructions of appending to a string tag by tag: room is made once
+/// for each part of a record, texts are copied 16 bytes at a time whatever their length, and numbers are
 /// formatted in place.
 
 #include <array>
@@ -19,7 +19,7 @@
 
 namespace zeb5 {
 
-/// A piece of text of at most 32 bytes, copied with that size whatever its length.
+/// A piece of text of at most 32 bytes. All 32 bytes are copied, whatever its length.
 class short_piece {
 public:
     static constexpr std::size_t room = 32;
@@ -62,7 +62,7 @@ template <const element_tags &Name> struct in_element {
     static constexpr const short_piece &end = Name.end;
 };
 
-/// One line: start tag, value, end tag.
+/// A line of start tag, value and end tag.
 template <const element_tags &Name, class Value>
 framed_value<in_element<Name>, Value> element(const Value &value) {
     return {value};
@@ -87,15 +87,15 @@ template <class... Around> consteval auto join() {
     return ends;
 }
 
-/// What stands before, between and behind values that always follow each other: the end of one is a single
-/// piece with the start of the next, which saves a tenth of the instructions of a channel.
+/// The pieces before, between and after values that always follow each other. The end of one value and the
+/// start of the next are a single piece, which saves a tenth of the instructions of a channel.
 template <class... Around> inline constexpr auto joined = join<Around...>();
 
-/// A growing text. Before every part of a record make_room(); one part is at most 15 texts of fixed
-/// fields and 20 numbers.
+/// A growing text. make_room() must be called before each part of a record; a part has at most 15 texts of
+/// fixed fields and 20 numbers.
 class xml_text {
 public:
-    /// Goes on in the memory of `text`, whose content it replaces; `expected`: about how long it becomes.
+    /// Uses the memory of `text`, whose content is replaced; `expected`: about how long the text becomes.
     explicit xml_text(std::string text = {}, std::size_t expected = 0);
     xml_text(const xml_text &) = delete;
     xml_text &operator=(const xml_text &) = delete;
@@ -105,10 +105,10 @@ public:
             grow();
     }
 
-    /// All of the text; nothing may be put behind it any more.
+    /// Returns the whole text; nothing may be added after that.
     std::string take();
 
-    // Kept: nothing is escaped; readers of these documents know only what stands between the tags
+    // Kept: nothing is escaped; readers of these documents see the values as they are
 
     void put(const short_piece &piece) { end_ = copy(end_, piece); }
     void put(std::string_view text);
@@ -139,8 +139,8 @@ private:
 
     static char *copy(char *at, const short_piece &piece) { return piece.copy_to(at); }
 
-    /// The text of a fixed field; all of it when somebody has overwritten its end. In blocks this takes a
-    /// quarter of the instructions of memccpy(); one block holds most texts.
+    /// Copies the text of a fixed field; the whole field when somebody has overwritten the NUL. In blocks
+    /// this takes a quarter of the instructions of memccpy(); most texts fit in one block.
     template <std::size_t N> static char *copy(char *at, const char (&field)[N]) {
         static_assert(N % block_bytes == 0, "the last block would reach beyond the field");
         if (const unsigned nuls = copy_block(at, field))
@@ -148,7 +148,7 @@ private:
         return copy_blocks(at + block_bytes, field + block_bytes, field + N);
     }
 
-    /// Copies a block; a bit for each of its bytes that is NUL.
+    /// Copies a block; returns a mask of its bytes that are NUL.
     static unsigned copy_block(char *at, const char *from) {
         const byte_block bytes = load_block(from);
         store_block(at, bytes);
@@ -171,7 +171,7 @@ private:
 
     std::string text_; // with room behind the end
     char *end_;
-    const char *last_with_room_; // where the end may be, at most, for a part to be put there
+    const char *last_with_room_; // from any later end a part might not fit
 };
 
 } // namespace zeb5
