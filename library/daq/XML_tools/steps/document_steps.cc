@@ -27,7 +27,7 @@ document_steps::document_steps(document &document) : document_(document) {
 
 void document_steps::set_rows(row_finder find_row) {
     find_row_ = find_row;
-    parser_element_ = 0; // the current element, too, means something else now
+    parser_element_ = 0; // the row of the current element, too, is looked up anew
     if (scanner_)
         scanner_->set_rows(find_row);
 }
@@ -44,18 +44,18 @@ std::optional<std::string_view> document_steps::attribute(const char *name) {
 
 int document_steps::error_count() { return document_.error_count() + failures_; }
 
-/// Behind the last step of the scanner, and for each step of the parser.
+/// Takes the step after the last one of the scanner, and every step of the parser.
 bool document_steps::next_otherwise() {
     if (!is_over_ && !has_handed_over_)
         is_over_ = !hand_over();
     return !is_over_ && next_of_parser();
 }
 
-/// Lets the parser take over from the scanner, behind the steps that the scanner delivered. Returns false
-/// when there is nothing left to do for the parser, or it cannot do it.
+/// Lets the parser take over from the scanner and passes over the steps that the scanner delivered. Returns
+/// false when nothing is left for the parser to do, or when the parser fails.
 bool document_steps::hand_over() {
     const bool has_finished = scanner_ && scanner_->has_finished();
-    const auto left = std::move(scanner_); // it may hold the platform until the parser does
+    const auto left = std::move(scanner_); // lives on here, as it may hold the platform until the parser does
     std::size_t delivered = left ? left->delivered() : 0;
     tell_lane_end(has_finished     ? lane_end::FINISHED
                   : delivered != 0 ? lane_end::LEFT_MIDWAY
@@ -63,7 +63,7 @@ bool document_steps::hand_over() {
     if (has_finished)
         return false;
     if (document_.reports_change() || !start_parser()) {
-        failures_ += delivered != 0; // a document that does not start has a result of its own
+        failures_ += delivered != 0; // if not even the root was delivered, walk_document() counts the failure
         return false;
     }
     has_handed_over_ = true;
@@ -80,7 +80,7 @@ bool document_steps::start_parser() {
     return has_started;
 }
 
-/// Takes a step of the parser that delivers a tag, into its own strings.
+/// Takes the next step of the parser that delivers a tag, and keeps its tag and value.
 bool document_steps::take_parser_step() {
     do
         if (const int result = document_.parse(&parser_tag_, &parser_value_); result != 0) {

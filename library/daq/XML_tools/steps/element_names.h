@@ -1,7 +1,7 @@
 #ifndef ZEB5_ELEMENT_NAMES_H
 #define ZEB5_ELEMENT_NAMES_H
 
-/// The element names of one document: each is looked up once, and recognised by one comparison from then on.
+/// The element names of one document: each is looked up once and from then on recognised by one comparison.
 
 #include <array>
 #include <cstddef>
@@ -17,20 +17,21 @@ namespace zeb5 {
 struct reader_row {
     static constexpr int none = -1;
 
-    int number = none;       // of the reader's row for the element
-    bool acts_alone = false; // also without a text
+    int number = none;       // of the reader's row of the element
+    bool acts_alone = false; // whether it acts without a text, too
 };
 
 /// Finds what an element name means.
 using row_finder = reader_row (*)(std::string_view name);
 
-/// One name. Nothing is cleared before use: a document has some twenty of the 128 that there is room for.
+/// One name. It is quick when it has at most 16 bytes and is not made slow. Entries are not cleared before
+/// use: a document has some twenty names, and there is room for 128.
 struct element_name {
     static constexpr std::size_t most_bytes = 31;
     static constexpr std::size_t most_quick_bytes = block_bytes;
 
     byte_block first_bytes; // of the name
-    unsigned quick_bits;    // one for each byte of the name; more than a block has for one that is not quick
+    unsigned quick_bits;    // one for each byte of the name; not quick: one beyond those of a block
     std::uint32_t length;
     reader_row row;
     element_name *next;        // the name of the start tag that followed this one last time
@@ -39,7 +40,8 @@ struct element_name {
 
     std::string_view text() const { return {bytes, length}; }
 
-    /// Whether these bytes, of which 16 can be read, begin with the name; false for one that is not quick.
+    /// Whether `text`, of which 16 bytes can be read, begins with the name; always false when the name is not
+    /// quick.
     bool quickly_begins(const char *text) const {
         return (top_bits(load_block(text) == first_bytes) & quick_bits) == quick_bits;
     }
@@ -56,7 +58,8 @@ struct element_name {
         }
     }
 
-    /// The quick name that these bytes begin with, if it is one that followed before; else null.
+    /// Returns the name that `text` begins with, if it is quick and one of the two noted as following; else
+    /// null.
     element_name *next_at(const char *text) {
         if (!next->quickly_begins(text)) {
             if (!next_before->quickly_begins(text))
@@ -69,10 +72,11 @@ struct element_name {
 
 class element_names {
 public:
-    /// From now on names have the rows of this reader, those that are known included.
+    /// From now on, the rows of names are those of this reader, also for names that are known already.
     void set_rows(row_finder find_row);
 
-    /// The entry of a name; null when it is too long or there are too many.
+    /// Returns the entry of a name, which is added if need be; null when the name is too long or there are
+    /// too many.
     element_name *find(std::string_view name);
 
 private:
@@ -82,7 +86,7 @@ private:
     element_name *add(std::string_view name);
 
     std::array<element_name, most_names> names_;
-    std::array<std::uint8_t, places> numbers_{}; // by hash: of the name, from 1; 0: free
+    std::array<std::uint8_t, places> numbers_{}; // by hash: number of the name, from 1; 0: free
     std::size_t count_ = 0;
     row_finder find_row_ = nullptr;
 };

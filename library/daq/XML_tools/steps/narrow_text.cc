@@ -13,12 +13,12 @@ namespace zeb5 {
 
 namespace {
 
-/// Whether a character is ASCII and no NUL.
+/// Whether a character is ASCII but not NUL.
 bool is_ascii(XMLCh character) { return static_cast<XMLCh>(character - 1) < 127; }
 
 using wide_block [[gnu::vector_size(16)]] = std::uint16_t; // clang has no vectors of char16_t
 
-/// Copies the eight characters at `i`; returns the bits of those that are not ASCII or a NUL.
+/// Copies the eight characters at `i`; returns a vector that is 0 if all of them are ASCII but not NUL.
 wide_block narrow_eight(const XMLCh *text, char *out, std::size_t i) {
     wide_block wide;
     std::memcpy(&wide, text + i, sizeof wide);
@@ -30,12 +30,12 @@ wide_block narrow_eight(const XMLCh *text, char *out, std::size_t i) {
     return (wide | (wide - one)) & beyond_ascii;
 }
 
-/// Narrows to `length` + 1 bytes; false when the text is not all ASCII or goes on behind its length.
+/// Narrows to `length` + 1 bytes. Returns false when the text is not all ASCII or does not end at `length`.
 bool narrow_ascii(const XMLCh *text, std::size_t length, char *out) {
     XMLCh odd = 0;
     if (length >= 8) {
         wide_block odd_block =
-            narrow_eight(text, out, length - 8); // once more what the last of the others has
+            narrow_eight(text, out, length - 8); // overlaps the last block of the loop below
         for (std::size_t i = 0; i + 8 < length; i += 8)
             odd_block |= narrow_eight(text, out, i);
         std::uint64_t halves[2];
@@ -51,9 +51,9 @@ bool narrow_ascii(const XMLCh *text, std::size_t length, char *out) {
     return odd == 0 && text[length] == 0;
 }
 
-/// Whether the default transcoder keeps ASCII, as far as this thread knows: one that was asked for every text
-/// would take 4 % of the instructions of reading through the XML library. The TLS model saves a call of the
-/// dynamic linker for each text.
+/// What this thread knows of the default transcoder. To call local_code_keeps_ascii() for every text would
+/// take 4 % of the instructions of reading through the XML library. The TLS model saves a call of the dynamic
+/// linker for each text.
 [[gnu::tls_model("initial-exec")]] thread_local enum {
     NOT_ASKED,
     KEEPS_ASCII,
@@ -78,8 +78,8 @@ std::string plain_message(const xercesc::XMLException &problem) {
 
 void forget_local_code() { thread_code = NOT_ASKED; }
 
-// Most texts need no transcoder, which takes two locks and some 1,000 instructions for each: reading through
-// the XML library would take half as long again
+// Most texts are narrowed without the transcoder, which takes two locks and some 1,000 instructions for each
+// text: with it, reading through the XML library would take half as long again
 
 char *narrow(const XMLCh *text, std::size_t length) {
     if (keeps_ascii()) {

@@ -1,7 +1,7 @@
 #ifndef ZEB5_NARROW_TEXT_H
 #define ZEB5_NARROW_TEXT_H
 
-/// UTF-16 to the narrow text that the readers hand out.
+/// Converts UTF-16 to the narrow text that the readers hand out.
 
 #include <cstddef>
 #include <memory>
@@ -22,25 +22,25 @@ using transcoded = std::unique_ptr<char, transcoded_release>;
 
 inline transcoded transcode(const XMLCh *text) { return transcoded(xercesc::XMLString::transcode(text)); }
 
-/// The message of an exception that says why the platform did not come up: there is no transcoder then, so
-/// what is not ASCII becomes a question mark.
+/// Returns the message of an exception that says why the platform did not start. There is no transcoder then,
+/// so each character that is not ASCII becomes a question mark.
 std::string plain_message(const xercesc::XMLException &problem);
 
-/// Called before a document is read, as the locale may have changed since the last one. A change of the
-/// locale while a document is read counts from the next document on.
+/// Must be called before a document is read, as the locale may have changed since the last one. A change of
+/// the locale while a document is read takes effect with the next document.
 void forget_local_code();
 
-// Both narrow as the default transcoder does, which the XML platform must be up for. `length` is what the
-// parser says of the null-terminated `text`; a text with a null inside ends there, as with the transcoder.
+// Both narrow as the default transcoder does, so the XML platform must be up. `length` is the parser's length
+// of the null-terminated `text`; a text with a null inside ends there, as with the transcoder.
 
-/// A copy that whoever has it releases with XMLString::release(), as that of XMLString::transcode(); null
-/// where the transcoder gives none.
+/// Returns a copy, which the caller releases with XMLString::release(), as XMLString::transcode() does; null
+/// where the transcoder returns null.
 char *narrow(const XMLCh *text, std::size_t length);
 
-/// Narrows one text after another into memory of its own, which does not go with the platform.
+/// Narrows one text after another into memory of its own, which stays valid when the platform goes down.
 class narrower {
 public:
-    /// The result is NUL-terminated and lasts until the next call; nothing where the transcoder gives none.
+    /// The result is NUL-terminated and lasts until the next call; nullopt where the transcoder returns null.
     std::optional<std::string_view> narrow(const XMLCh *text, std::size_t length);
 
 private:

@@ -11,7 +11,7 @@ bool is_xml_character(char32_t c) {
            (c >= 0x10000 && c < 0x110000);
 }
 
-/// The value of a digit; 16 for none.
+/// Returns the value of a hexadecimal digit; 16 for any other character.
 unsigned digit(char c) {
     if (c >= '0' && c <= '9')
         return static_cast<unsigned>(c - '0');
@@ -23,10 +23,10 @@ unsigned digit(char c) {
 }
 
 const char *read_number(const char *at, char32_t &character) {
-    constexpr int most_digits = 8; // no more fit into 32 bits
+    constexpr int most_digits = 8; // more do not fit into 32 bits
     const unsigned base = *at == 'x' ? 16 : 10;
     at += base == 16;
-    char32_t number = 0; // also of no digits, and no character
+    char32_t number = 0; // stays 0, which is no character, without digits
     for (int digits = 0; digit(*at) < base; ++at) {
         if (++digits > most_digits)
             return nullptr;

@@ -18,7 +18,7 @@ constexpr bool is_name_character(char c) {
     return is_name_start(c) || (c >= '0' && c <= '9') || c == '-' || c == '.';
 }
 
-/// Whether a character is none of a plain document: a control character, which XML does not allow.
+/// Whether a character may not stand in a plain document: a control character that XML does not allow.
 constexpr bool is_forbidden(char c) { return c >= 0 && c < ' ' && !is_space(c); }
 
 /// Marks the bytes of a block that are control characters, line ends included, or not ASCII.
@@ -26,8 +26,8 @@ inline signed_byte_block is_control_or_wide(byte_block block) {
     return reinterpret_cast<signed_byte_block>(block) < ' ';
 }
 
-/// The reference at `at`, which is an '&': one of the five names or the number of a character that XML
-/// allows. Sets `character` and returns the end; returns null for anything else.
+/// Reads the reference at `at`, which is an '&': one of the five named ones or the number of a character that
+/// XML allows. Sets `character` and returns the end of the reference; returns null for anything else.
 const char *read_reference(const char *at, char32_t &character);
 
 } // namespace zeb5

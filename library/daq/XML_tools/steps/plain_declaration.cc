@@ -15,8 +15,8 @@ struct label {
     plain_encoding encoding;
 };
 
-/// Encodings whose first 128 characters are those of ASCII, under names that the XML library takes without a
-/// word. Of most only these characters are plain.
+/// Encodings whose first 128 characters are those of ASCII, under names that the XML library accepts without
+/// a report. In those marked ASCII, only these characters are plain.
 constexpr label labels[] = {
     {"utf-8", plain_encoding::UTF_8},           {"utf8", plain_encoding::UTF_8},
     {"iso-8859-1", plain_encoding::ISO_8859_1}, {"iso8859-1", plain_encoding::ISO_8859_1},
@@ -56,7 +56,7 @@ public:
         return rest_.size() != before;
     }
 
-    /// A word in quotes, behind an equals sign; nullopt when that does not stand there.
+    /// Takes an equals sign and a value in quotes; returns nullopt when they are missing.
     std::optional<std::string_view> take_value() {
         take_space();
         if (!take("="))
@@ -84,7 +84,7 @@ plain_prologue read_declaration(const char *begin, const char *end) {
     const bool has_mark = text.take("\xEF\xBB\xBF");
     plain_prologue found{text.rest().data(), plain_encoding::UTF_8};
     if (!text.take("<?xml") || !text.take_space())
-        return found; // what begins with these letters in another way is a processing instruction
+        return found; // "<?xml" without a space after it begins a processing instruction
 
     static constexpr plain_prologue not_plain;
     if (!text.take("version") || text.take_value() != "1.0")

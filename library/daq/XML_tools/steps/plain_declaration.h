@@ -1,7 +1,7 @@
 #ifndef ZEB5_PLAIN_DECLARATION_H
 #define ZEB5_PLAIN_DECLARATION_H
 
-/// What a plain document begins with: a byte order mark or none, an XML declaration or none.
+/// What a plain document may begin with: a byte order mark and an XML declaration.
 
 #include "steps/plain_window.h"
 
@@ -12,7 +12,7 @@ struct plain_prologue {
     plain_encoding encoding = plain_encoding::UTF_8;
 };
 
-/// Reads the first bytes of a document; looks at none from `end` on.
+/// Reads the first bytes of a document, none from `end` on.
 plain_prologue read_declaration(const char *begin, const char *end);
 
 } // namespace zeb5

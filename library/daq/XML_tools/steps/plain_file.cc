@@ -42,7 +42,7 @@ bool is_same_content(const struct stat &a, const struct stat &b) {
 } // namespace
 
 plain_file::plain_file(const char *path) {
-    // A pipe or a device must not even be opened: that alone may have an effect on it
+    // A pipe or a device must not even be opened, as opening it may have an effect
     if (!is_plain_path(path) || stat(path, &status_) != 0 || !S_ISREG(status_.st_mode))
         return;
     fd_ = open(path, O_RDONLY | O_CLOEXEC | O_NOCTTY | O_NONBLOCK);
@@ -58,8 +58,8 @@ plain_file::~plain_file() {
 }
 
 long plain_file::read(char *to, std::size_t count, std::size_t offset) const {
-    // A file system may give less than was asked for. The XML library takes a first piece that is short for
-    // the beginning of a short document.
+    // A file system may return fewer bytes than it was asked for. The XML library would take a short first
+    // piece for the beginning of a short document.
     std::size_t done = 0;
     while (done < count) {
         const long got = pread(fd_, to + done, count - done, static_cast<off_t>(offset + done));

@@ -1,7 +1,7 @@
 #ifndef ZEB5_PLAIN_FILE_H
 #define ZEB5_PLAIN_FILE_H
 
-/// A regular file, opened once for whoever reads it.
+/// A regular file, opened once for all who read it.
 
 #include <cstddef>
 
@@ -9,12 +9,13 @@
 
 namespace zeb5 {
 
-/// Holds one open descriptor, so that the scanner and the XML library read the same file even if another one
-/// takes its path in between.
+/// Holds one open descriptor, so that the scanner and the XML library read the same file even if another file
+/// gets its path meanwhile.
 class plain_file {
 public:
-    /// Opens the file only if it is a regular one that is not empty, under a path that the XML library takes
-    /// as it stands: ASCII, no address, and no ".." behind a name, which the XML library shortens as text.
+    /// Opens the file only if it is regular and not empty, and if the XML library takes the path as it
+    /// stands: the path must be ASCII, be no URL, and have no ".." after a name, as the XML library shortens
+    /// such a path as text.
     explicit plain_file(const char *path);
     ~plain_file();
     plain_file(const plain_file &) = delete;
@@ -24,12 +25,12 @@ public:
     std::size_t size() const { return static_cast<std::size_t>(status_.st_size); }
 
     /// Reads `count` bytes from the place `offset`, or fewer at the end of the file. Returns the number of
-    /// bytes, or -1 when the file cannot be read or has changed.
+    /// bytes read, or -1 when the file cannot be read or has changed.
     long read(char *to, std::size_t count, std::size_t offset) const;
 
     /// Whether somebody has written to the file since it was opened: what was read may then be parts of two
-    /// documents. A new time stamp counts as a change. A change that keeps the size, within one tick of the
-    /// file system's clock, is not seen.
+    /// documents. A new time stamp counts as a change. A change that keeps the size is not seen within one
+    /// tick of the file system's clock.
     bool has_changed() const;
 
 private:

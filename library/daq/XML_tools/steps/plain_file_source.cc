@@ -19,7 +19,7 @@ public:
 
     XMLSize_t readBytes(XMLByte *to, XMLSize_t most) override {
         const long got = file_.read(reinterpret_cast<char *>(to), most, at_);
-        if (got < 0) // the words of the XML library for a file that cannot be read any further
+        if (got < 0) // as the XML library does when a file cannot be read any further
             ThrowXML(xercesc::XMLPlatformUtilsException, xercesc::XMLExcepts::File_CouldNotReadFromFile);
         at_ += static_cast<std::size_t>(got);
         return static_cast<XMLSize_t>(got);
@@ -30,7 +30,7 @@ private:
     std::size_t at_ = 0;
 };
 
-/// The path as the XML library takes it, until this ends.
+/// Holds the path in the XML library's characters while it lives.
 class wide_path {
 public:
     wide_path(const char *path, xercesc::MemoryManager &memory)

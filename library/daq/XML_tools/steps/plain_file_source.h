@@ -1,7 +1,7 @@
 #ifndef ZEB5_PLAIN_FILE_SOURCE_H
 #define ZEB5_PLAIN_FILE_SOURCE_H
 
-/// A file that is open already, as the XML library reads it.
+/// An input source for a file that is open already.
 
 #include <xercesc/framework/LocalFileInputSource.hpp>
 
@@ -9,8 +9,8 @@
 
 namespace zeb5 {
 
-/// Reads from the descriptor rather than from the path, at which another file may stand by now. Reports name
-/// the path as the XML library does.
+/// Reads from the descriptor, not from the path, which another file may have by now. Reports name the path as
+/// the XML library does.
 class plain_file_source final : public xercesc::LocalFileInputSource {
 public:
     /// `file` must outlive the source and what reads from it; `memory` is the parser's.

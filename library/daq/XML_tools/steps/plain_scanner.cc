@@ -14,13 +14,13 @@ const char *skip_space(const char *at, const char *limit) {
     return at;
 }
 
-/// Behind a line end and up to 16 blanks, which most texts are.
+/// Returns the place after a line end and up to 16 blanks; most texts are no more than these.
 const char *skip_indentation(const char *at) {
     return *at == '\n' ? at + 1 + std::countr_one(top_bits(load_block(at + 1) == ' ')) : at;
 }
 
-/// The end of the printable ASCII that an attribute's value begins with: its quote, a character that means
-/// something, or a place behind the limit.
+/// Returns the end of the printable ASCII that an attribute's value begins with: its quote, a character that
+/// means something, or a place behind the limit.
 const char *skip_plain_value(const char *at, const char *limit, char quote) {
     for (; at < limit; at += block_bytes) {
         const byte_block block = load_block(at);
@@ -31,7 +31,7 @@ const char *skip_plain_value(const char *at, const char *limit, char quote) {
     return at;
 }
 
-/// The end of a name in ASCII; `at` when there is none.
+/// Returns the end of a name in ASCII; `at` when there is none.
 const char *skip_name(const char *at, const char *limit) {
     if (!is_name_start(*at))
         return at;
@@ -40,13 +40,13 @@ const char *skip_name(const char *at, const char *limit) {
     return at;
 }
 
-/// Where the name of an element ends, or a place so far behind that it is too long.
+/// Returns the end of an element name; for one that is too long, a place that is too far away.
 const char *end_of_element_name(const char *at) { return skip_name(at, at + element_name::most_bytes + 1); }
 
 bool begins(const char *at, std::string_view text) { return std::string_view(at, text.size()) == text; }
 
-/// Looks for `end` from `at` on. Returns where it stands, null when a forbidden character comes before it,
-/// and `limit` when neither comes. Notes what is in between.
+/// Looks for `end` from `at` on. Returns its place, null when a forbidden character comes first, and `limit`
+/// when neither comes. Notes in `text` what stands in between.
 const char *find_end(const char *at, const char *limit, std::string_view end, raw_text &text) {
     for (; at < limit && !begins(at, end); ++at) {
         if (is_forbidden(*at))
@@ -84,8 +84,8 @@ plain_token plain_scanner::next() {
     }
 }
 
-/// Nothing that the scanner tells changes before the token is complete, as it is scanned again when more is
-/// loaded.
+/// Moves on only when the token is complete. An incomplete one is scanned again when more is loaded, so
+/// nothing that the scanner tells may change before.
 plain_token plain_scanner::take(plain_token token, const char *end) {
     if (end > limit_)
         return plain_token::MORE;
@@ -122,10 +122,10 @@ plain_token plain_scanner::scan_outside() {
         return scan_comment();
     if (at_[1] == '?')
         return scan_instruction();
-    return last_ ? plain_token::NOT_PLAIN : scan_start_tag(); // there is one root
+    return last_ ? plain_token::NOT_PLAIN : scan_start_tag(); // there is only one root
 }
 
-/// The entry of the name that stands at `at`; null when it is not plain.
+/// Returns the entry of the name at `at`; null when it is not plain.
 element_name *plain_scanner::name_at(const char *at) {
     element_name *const guess = last_ ? last_->next_at(at) : nullptr;
     if (guess && !is_name_character(at[guess->length]))
@@ -154,15 +154,15 @@ void plain_scanner::begin_element(element_name *name, bool is_empty) {
     if (last_)
         last_->set_next(name);
     else
-        name->make_slow(); // what follows the end of the root has to be looked at
+        name->make_slow(); // so that the root's end tag is not taken quickly: what follows it must be checked
     last_ = element_ = name;
     is_empty_ = is_empty;
     if (!is_empty)
         *++open_ = name;
 }
 
-/// Notes all attributes. Returns where the tag ends, at its '>' or '/', null when one is not plain, and the
-/// limit when the tag goes on there.
+/// Notes all attributes. Returns the tag's end, which is its '>' or '/', null when an attribute is not plain,
+/// and the limit when the tag reaches it.
 const char *plain_scanner::scan_attributes(const char *at) {
     attribute_count_ = 0;
     for (;;) {
@@ -179,8 +179,8 @@ const char *plain_scanner::scan_attributes(const char *at) {
     }
 }
 
-/// Notes an attribute. Returns its end, null when it is not plain, and a place behind the limit when it goes
-/// on there.
+/// Notes an attribute. Returns its end, null when it is not plain, and the limit or a place behind it when
+/// the attribute reaches that.
 const char *plain_scanner::scan_attribute(const char *at) {
     const char *const name_end = skip_name(at, limit_);
     if (name_end == at)
@@ -304,7 +304,7 @@ plain_token plain_scanner::scan_instruction() {
     const std::string_view name(target, target_end);
     if (target_end >= limit_)
         return plain_token::MORE;
-    // A target that begins with "xml" may be a declaration, where none may be
+    // A target that begins with "xml" may be an XML declaration, which must not stand here
     if (name.empty() || name.find(':') != name.npos || (name[0] | 0x20) == 'x')
         return plain_token::NOT_PLAIN;
     if (!is_space(*target_end) && !begins(target_end, "?>"))

@@ -1,11 +1,11 @@
 #ifndef ZEB5_PLAIN_SCANNER_H
 #define ZEB5_PLAIN_SCANNER_H
 
-/// The tokens of a plain document: its tags, texts and what else stands in it, one after the other.
+/// The tokens of a plain document, one after the other: tags, texts and all else that stands in it.
 ///
-/// Plain is what the scanner surely reads as the XML library does: a document in UTF-8, ISO-8859-1 or ASCII
-/// without declarations but the XML declaration, with names in ASCII. The scanner has no message of its own.
-/// At the first thing that is not plain, ill-formed documents included, it stops, and the XML library reads
+/// A document is plain when the scanner surely reads it as the XML library does: it is in UTF-8, ISO-8859-1
+/// or ASCII, has no declaration but the XML declaration, and has names in ASCII. The scanner has no messages
+/// of its own. It stops at the first thing that is not plain or not well-formed, and the XML library reads
 /// the document.
 
 #include <array>
@@ -21,12 +21,12 @@
 
 namespace zeb5 {
 
-/// A piece of the document as it stands there, and what is in it that has to be read in another way.
+/// A piece of the document, byte by byte, and a note of what in it must be converted.
 struct raw_text {
     const char *begin;
     const char *end;
     bool has_references;
-    bool has_line_ends; // carriage returns, which become line feeds; in attributes all white space, which
+    bool has_line_ends; // carriage returns, which become line feeds; in attributes, all white space, which
                         // becomes blanks
     bool has_wide;      // characters beyond ASCII
 
@@ -47,7 +47,7 @@ enum class plain_token {
     ASIDE,     // a comment or a processing instruction
     FINISHED,  // the document's end
     NOT_PLAIN, // or not readable
-    MORE       // never handed out: the token goes on behind the limit
+    MORE       // never handed out: the token reaches the limit
 };
 
 class plain_scanner {
@@ -56,20 +56,21 @@ public:
     plain_scanner(const plain_scanner &) = delete;
     plain_scanner &operator=(const plain_scanner &) = delete;
 
-    /// Reads what comes before all tokens, the declaration. Returns false when the document is not plain.
+    /// Reads the XML declaration, if there is one. Returns false when the document is not plain.
     bool start();
 
-    /// The next token. What is told of it lasts until the next call; names last as long as the scanner.
+    /// Returns the next token. Its details, below, last until the next call; names last as long as the
+    /// scanner.
     plain_token next();
 
     element_name &element() const { return *element_; }
-    /// Whether the start tag is the end tag, too; such an element has no token END.
+    /// Whether the tag is an empty-element tag, which has no token END.
     bool is_empty() const { return is_empty_; }
     std::span<const raw_attribute> attributes() const { return {attributes_.data(), attribute_count_}; }
     const raw_text &text() const { return text_; }
     plain_encoding encoding() const { return encoding_; }
 
-    /// Whether the root has not begun or has ended.
+    /// Whether the scanner is before or after the root.
     bool is_outside() const { return open_ == stack_.data(); }
 
     void set_rows(row_finder find) { names_.set_rows(find); }
@@ -77,7 +78,7 @@ public:
 protected:
     static constexpr std::size_t most_depth = 64;
 
-    /// The end of the printable ASCII text that `at` begins with: the place of a character that means
+    /// Returns the end of the printable ASCII text that `at` begins with: the place of a character that means
     /// something, or a place behind the limit.
     const char *skip_plain_text(const char *at) const {
         for (; at < limit_; at += block_bytes)
@@ -91,14 +92,14 @@ protected:
     element_name *last_ = nullptr;                     // of the last start tag
     const char *at_ = nullptr;                         // where the next token begins
     const char *limit_ = nullptr;                      // the window's
-    const char *quick_limit_ = nullptr; // a tag of a quick name that begins before it ends before the limit
+    const char *quick_limit_ = nullptr; // tags of quick names that begin before this end before the limit
 
 private:
     static constexpr std::size_t most_attributes = 16;
     static constexpr std::ptrdiff_t most_quick_tag = element_name::most_quick_bytes + 3;
 
-    /// A bit for each byte that ends a run of plain text: '<', '&', ']', control characters, and what is not
-    /// ASCII.
+    /// Returns a mask of the bytes that end a run of plain text: '<', '&', ']', control characters and what
+    /// is not ASCII.
     static unsigned stops_in(byte_block block) {
         return top_bits((block == '<') | (block == '&') | (block == ']') | is_control_or_wide(block));
     }

@@ -12,7 +12,7 @@ namespace zeb5 {
 
 namespace {
 
-/// The character that begins at `at`, which is moved behind it; the bytes have been checked.
+/// Returns the character at `at` and moves `at` to the next one. The bytes must have been checked.
 char32_t next_character(const char *&at, plain_encoding encoding) {
     const auto byte = static_cast<unsigned char>(*at++);
     if (byte < 0x80 || encoding != plain_encoding::UTF_8)
@@ -42,7 +42,7 @@ std::optional<std::string_view> plain_text::read(const raw_text &raw, plain_enco
         if (*at == '&' && where != IN_CDATA) {
             at = read_reference(at, character);
         } else if (*at == '\r') {
-            at += at[1] == '\n' ? 2 : 1; // what ends the text is no line end
+            at += at[1] == '\n' ? 2 : 1; // the byte after the text is no line end
             character = where == IN_ATTRIBUTE ? ' ' : '\n';
         } else if (where == IN_ATTRIBUTE && is_space(*at)) {
             ++at;
@@ -67,7 +67,7 @@ std::optional<std::string_view> plain_text::narrowed() {
             platform_hold::keep_for_thread();
         }
     } catch (const xercesc::XMLException &) {
-        return std::nullopt; // the XML library then says so itself
+        return std::nullopt; // the XML library will report it
     }
     const transcoded narrow = transcode(wide_.c_str());
     if (!narrow)

@@ -1,8 +1,8 @@
 #ifndef ZEB5_PLAIN_TEXT_H
 #define ZEB5_PLAIN_TEXT_H
 
-/// What the raw texts of a plain document say: references, line ends and characters beyond ASCII, as the XML
-/// library hands them out in the local code.
+/// Converts the raw texts of a plain document to the texts that the XML library hands out: it resolves
+/// references and line ends, and converts characters beyond ASCII to the local code.
 
 #include <optional>
 #include <string>
@@ -13,20 +13,20 @@
 
 namespace zeb5 {
 
-/// Reads raw texts of one document. What is returned lasts until the next call, and no longer than the raw
-/// text; it is nullopt where the local code has nothing for the text, or the platform does not come up, which
-/// gives the transcoder.
+/// Reads raw texts of one document. The result lasts until the next call, and no longer than the raw text. It
+/// is nullopt where the local code cannot represent the text, or where the platform, which has the
+/// transcoder, does not start.
 class plain_text {
 public:
-    /// Text of an element.
+    /// Reads the text of an element.
     std::optional<std::string_view> content(const raw_text &raw, plain_encoding encoding) {
         return raw.is_as_read() ? raw.bytes() : read(raw, encoding, IN_CONTENT);
     }
-    /// Value of an attribute.
+    /// Reads the value of an attribute.
     std::optional<std::string_view> attribute(const raw_text &raw, plain_encoding encoding) {
         return raw.is_as_read() ? raw.bytes() : read(raw, encoding, IN_ATTRIBUTE);
     }
-    /// CDATA section. An "&" is no reference there.
+    /// Reads a CDATA section, in which "&" begins no reference.
     std::optional<std::string_view> cdata(const raw_text &raw, plain_encoding encoding) {
         return raw.is_as_read() ? raw.bytes() : read(raw, encoding, IN_CDATA);
     }
@@ -42,7 +42,7 @@ private:
     std::optional<xml_platform> platform_; // once a text needs the transcoder
 };
 
-/// Blanks, tabs and line ends only, as they stand in the document.
+/// Whether a raw text has only blanks, tabs and line ends.
 bool is_white(std::string_view raw);
 
 } // namespace zeb5

@@ -10,7 +10,7 @@ namespace zeb5 {
 
 namespace {
 
-/// The end of the ASCII characters that `from` begins with.
+/// Returns the end of the ASCII characters that `from` begins with.
 const char *skip_ascii(const char *from, const char *end) {
     constexpr std::ptrdiff_t step = 4 * block_bytes;
     for (; end - from >= step; from += step) {
@@ -26,8 +26,8 @@ const char *skip_ascii(const char *from, const char *end) {
 
 bool continues(char c) { return (c & 0xC0) == 0x80; }
 
-/// The length of the character beyond ASCII at `from`; 0 for one that is cut off at the end, -1 for bytes
-/// that are no character of XML or that the XML library reads in a way of its own.
+/// Returns the length of the character beyond ASCII at `from`; 0 when it is cut off at the end, -1 for bytes
+/// that are no XML character or that the XML library reads in its own way.
 int length_of_character(const char *from, const char *end) {
     const auto byte = [from](int i) { return static_cast<unsigned char>(from[i]); };
     const int length = byte(0) < 0xC2   ? -1
@@ -57,17 +57,17 @@ bool plain_window::load() {
     return load_more(from);
 }
 
-/// Moves checked_ on to what is loaded; returns false when some of that is no character.
+/// Checks all that is loaded. Returns false when some of it is no character.
 bool plain_window::check() {
     if (encoding_ == plain_encoding::ISO_8859_1)
         checked_ = loaded_;
     while ((checked_ = skip_ascii(checked_, loaded_)) != loaded_) {
         if (encoding_ == plain_encoding::ASCII)
             return false;
-        do { // others like it follow more often than ASCII
+        do { // more characters beyond ASCII usually follow
             const int length = length_of_character(checked_, loaded_);
             if (length == 0)
-                return !end_; // the rest of it is not loaded yet
+                return !end_; // its other bytes are not loaded yet
             if (length < 0)
                 return false;
             checked_ += length;
@@ -118,8 +118,8 @@ bool memory_window::extend_to_end(const char *&from) {
 
 namespace {
 
-/// For a token that is not complete, what is checked ahead, and two parts, so that not each of them has to be
-/// moved.
+/// Holds an incomplete token, the bytes checked ahead, and two parts, so that the bytes need not be moved for
+/// every part.
 std::size_t largest_room() {
     return static_cast<std::size_t>(lane.most_token + lane.look_ahead) + 2 * lane.part;
 }
@@ -150,7 +150,7 @@ std::size_t file_window::free_room() const {
     return room_ - static_cast<std::size_t>(loaded_ - buffer_.get());
 }
 
-/// Moves what is still needed to the buffer's begin.
+/// Moves the bytes that are still needed to the beginning of the buffer.
 void file_window::make_room(const char *&from) {
     const std::ptrdiff_t gone = from - buffer_.get();
     std::memmove(buffer_.get(), from, static_cast<std::size_t>(loaded_ - from));

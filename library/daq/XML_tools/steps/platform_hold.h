@@ -1,7 +1,7 @@
 #ifndef ZEB5_PLATFORM_HOLD_H
 #define ZEB5_PLATFORM_HOLD_H
 
-/// Keeping the XML platform up from one reader to the next, once one of them needs it.
+/// Keeps the XML platform up from one reader to the next, once one of them needs it.
 
 #include <optional>
 
@@ -9,7 +9,7 @@
 
 namespace zeb5 {
 
-/// While it lives, the platform stays up that a reader of the same thread brings up.
+/// While an object lives, the platform stays up once a reader of the same thread has started it.
 class platform_hold {
 public:
     platform_hold();
@@ -17,7 +17,7 @@ public:
     platform_hold(const platform_hold &) = delete;
     platform_hold &operator=(const platform_hold &) = delete;
 
-    /// Called by whoever has brought the platform up.
+    /// Must be called by code that has started the platform.
     static void keep_for_thread();
 
 private:

@@ -1,7 +1,7 @@
 #ifndef ZEB5_SAX_STEP_HANDLERS_H
 #define ZEB5_SAX_STEP_HANDLERS_H
 
-/// What one step of a pull reader means, written once for the memory and the file variant.
+/// What one step of a pull reader does, written once for the memory and the file variant.
 
 #include <cstdint>
 #include <cstring>
@@ -24,7 +24,7 @@
 
 namespace zeb5 {
 
-/// The handlers' callbacks and the parsers' steps; a friend of both twins.
+/// The handlers' callbacks and the parsers' steps; a friend of the memory and of the file classes.
 struct sax_step_handlers {
     // Callbacks; Handlers is MemParseHandlers or FileParseHandlers
 
@@ -61,7 +61,7 @@ struct sax_step_handlers {
     static void report(Handlers &h, const char *kind, const xercesc::SAXParseException &problem) {
         const transcoded file = transcode(problem.getSystemId());
         const transcoded message = transcode(problem.getMessage());
-        // Kept: a null text sets the stream's fail state, as users of the stream see it with any null text
+        // Kept: a null text sets the stream's fail state, as the stream's users see it for any null text
         std::cerr << '\n'
                   << kind << " at (file " << file.get() << ", line " << problem.getLineNumber() << ", char "
                   << problem.getColumnNumber() << "): " << message.get() << std::endl;
@@ -76,7 +76,7 @@ struct sax_step_handlers {
         h.end_flag = false;
     }
 
-    // Strings and records. There may be no platform any more when there is nothing left to release.
+    // Strings and records. When nothing is left to release, the platform may be down.
 
     static void release(char *&text) {
         if (text)
@@ -96,7 +96,7 @@ struct sax_step_handlers {
 
     // Steps; Parser is SAX_Memory_Parser or SAX_File_Parser
 
-    /// Brings the platform up; null after a message when that fails.
+    /// Starts the platform; returns null after a message when that fails.
     static std::unique_ptr<xml_platform> open_platform() {
         try {
             auto platform = std::make_unique<xml_platform>();
@@ -112,14 +112,15 @@ struct sax_step_handlers {
         std::cerr << "Error during initialization! Message:\n" << plain_message(problem) << std::endl;
     }
 
-    /// A parser that holds the platform and reports to `handlers`, which must live as long as it parses.
+    /// Returns a parser that holds the platform and reports to `handlers`, which must live as long as it
+    /// parses.
     static std::unique_ptr<xercesc::SAXParser> create_parser(std::unique_ptr<xml_platform> platform,
                                                              xercesc::HandlerBase &handlers) {
         forget_local_code();
         auto parser = zeb5::create_parser<xercesc::SAXParser>(xercesc::SAXParser::Val_Auto);
         parser->setDocumentHandler(&handlers);
         parser->setErrorHandler(&handlers);
-        parser->setDTDHandler(&handlers); // without one the parser does not hear of entity declarations
+        parser->setDTDHandler(&handlers); // without one the parser is not told of entity declarations
         parser->platform = std::move(platform);
         return parser;
     }
@@ -156,7 +157,7 @@ struct sax_step_handlers {
         } catch (const xercesc::XMLException &) {
             throw; // the parser was not started, and says so each time
         } catch (...) {
-            p.gotMore = false; // Xerces has let go of the document: one more step of it would be a crash
+            p.gotMore = false; // Xerces has closed the document: one more step would crash
             throw;
         }
         if (!p.gotMore)
@@ -164,13 +165,14 @@ struct sax_step_handlers {
         return h.error_count;
     }
 
-    /// Start tags so far.
+    /// Number of start tags so far.
     template <class Parser> static std::uint32_t element_count(const Parser &p) {
         return handlers_of(p).fElementCount;
     }
 
     template <class Parser> static int parse(Parser &p, char **tag, char **value) {
-        // Before the step, as an exception may end it and what it drops must not be used any more
+        // Set before the step: an exception may end it, and the strings that it drops must not be used any
+        // more
         if (tag)
             *tag = nullptr;
         if (value)
@@ -203,7 +205,7 @@ private:
             return p.handler;
     }
 
-    /// Of an attribute.
+    /// Releases the record of an attribute.
     struct release_record {
         template <class Record> void operator()(Record *record) const {
             for (char **text : {&record->name, &record->type, &record->value})
@@ -220,11 +222,10 @@ private:
         record->type = narrow(attributes.getType(i));
         record->value = narrow(attributes.getValue(i));
         list.push_back(record.get());
-        (void)record.release(); // the list's from here on
+        (void)record.release(); // the list owns it from here on
     }
 
-    /// Whether a text begins with as many blanks, line feeds and tabs as the parser says that it has
-    /// characters; an empty one does.
+    /// Whether a text begins with exactly `length` blanks, line feeds and tabs; true for an empty one.
     static bool is_white_space(const char *text, XMLSize_t length) {
         XMLSize_t i = 0;
         while (text[i] == ' ' || text[i] == '\n' || text[i] == '\t')
@@ -234,7 +235,7 @@ private:
 
     static char *narrow(const XMLCh *text) { return zeb5::narrow(text, xercesc::XMLString::stringLen(text)); }
 
-    /// As create_parser() made it.
+    /// The parser's real type, as create_parser() made it.
     static bounded_parser<xercesc::SAXParser> &bounded(xercesc::SAXParser &parser) {
         return static_cast<bounded_parser<xercesc::SAXParser> &>(parser);
     }

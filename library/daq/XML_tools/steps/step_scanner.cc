@@ -8,8 +8,8 @@ namespace zeb5 {
 
 namespace {
 
-/// The place of the last reference of a text, where its last piece begins; null when a piece before or the
-/// last one is white space. Each reference begins a piece.
+/// Returns where the last piece of a text begins, which is at its last reference; null when any piece is
+/// white space. Each reference begins a piece.
 const char *last_piece(const raw_text &text) {
     const char *piece = text.begin;
     for (;;) {
@@ -18,7 +18,7 @@ const char *last_piece(const raw_text &text) {
         if (*piece == '&')
             rest = read_reference(piece, first);
         const char *const end = std::find(rest, text.end, '&');
-        const bool is_blank = first == ' ' || first == '\n' || first == '\t'; // of a reference, "\r" is none
+        const bool is_blank = first == ' ' || first == '\n' || first == '\t'; // "\r" by reference is not
         if (is_blank && is_white({rest, end}))
             return nullptr;
         if (end == text.end)
@@ -29,7 +29,7 @@ const char *last_piece(const raw_text &text) {
 
 } // namespace
 
-/// Takes whatever may stand in a plain document.
+/// Takes a step at anything that may stand in a plain document.
 step_scanner::outcome step_scanner::take_rare_step(step &taken) {
     switch (const plain_token token = next()) {
     case plain_token::START:
@@ -76,7 +76,7 @@ step_scanner::outcome step_scanner::take_text(plain_token token, step &taken) {
         last.begin = nullptr;
     if (!last.begin)
         return outcome::SILENT;
-    // Also for nobody: a text that the local code does not have is a step of another kind
+    // Read even if no reader wants it: a text that the local code cannot represent makes another step
     const auto value = token == plain_token::TEXT ? read_text_.content(last, encoding())
                                                   : read_text_.cdata(last, encoding());
     if (!value)
@@ -95,7 +95,7 @@ step_scanner::outcome step_scanner::deliver_alone(step &taken) const {
     return outcome::DELIVERED;
 }
 
-/// Copies the attributes; returns false if one of them cannot be read here.
+/// Copies the attributes; returns false if one of them cannot be converted.
 bool step_scanner::keep_attributes() {
     attribute_count_ = 0;
     for (const raw_attribute &raw : plain_scanner::attributes()) {
@@ -110,8 +110,8 @@ bool step_scanner::keep_attributes() {
     return true;
 }
 
-/// Behind the root's end. The XML library reports what is wrong there in the step of that end, which it then
-/// does not deliver.
+/// Called after the root's end. When something is wrong there, the XML library reports it in the step of that
+/// end tag, and does not deliver this step.
 bool step_scanner::is_followed_by_nothing() {
     plain_token token;
     do

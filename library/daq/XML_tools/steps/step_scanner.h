@@ -1,7 +1,7 @@
 #ifndef ZEB5_STEP_SCANNER_H
 #define ZEB5_STEP_SCANNER_H
 
-/// The steps of a plain document: those steps of the pull readers that deliver a tag.
+/// The steps of a plain document. They are those steps of the pull readers that deliver a tag.
 
 #include <cstdint>
 #include <optional>
@@ -28,11 +28,11 @@ class step_scanner : public plain_scanner {
 public:
     using plain_scanner::plain_scanner;
 
-    /// Takes the next step that delivers a tag and that means something to the reader. Returns false at the
+    /// Takes the next step that delivers a tag and means something to the reader. Returns false at the
     /// document's end, and when the document is not plain.
     bool next_step(step &taken);
 
-    /// Steps so far that delivered a tag.
+    /// Number of steps so far that delivered a tag.
     std::size_t delivered() const { return element_number_ + other_steps_; }
 
     /// Whether the document was plain up to its end.
@@ -68,12 +68,12 @@ private:
     }
     outcome deliver_alone(step &taken) const;
 
-    // Of the pull readers' current element, which is that of the last start tag
+    // About the current element of the pull readers, which is that of the last start tag
     bool is_held_ = false;             // whether steps deliver it
-    std::uint32_t element_number_ = 0; // so many steps delivered a start tag
-    std::size_t other_steps_ = 0;      // those that delivered a tag otherwise
+    std::uint32_t element_number_ = 0; // number of steps that delivered a start tag
+    std::size_t other_steps_ = 0;      // number of other steps that delivered a tag
     std::size_t attribute_count_ = 0;
-    std::vector<kept_attribute> attributes_; // the first attribute_count_; they outlast comments and text
+    std::vector<kept_attribute> attributes_; // the first attribute_count_; comments and text keep them
 
     bool has_finished_ = false;
     plain_text read_text_;
@@ -87,7 +87,7 @@ inline bool step_scanner::next_step(step &taken) {
     return came == outcome::DELIVERED;
 }
 
-/// Takes usual tags and texts, in a few instructions each. Returns false where something else stands.
+/// Takes usual tags and texts in a few instructions each. Returns false at anything else.
 inline bool step_scanner::take_usual_steps(step &taken) {
     const char *at = at_;
     while (at < quick_limit_) {
@@ -145,7 +145,7 @@ inline bool step_scanner::take_usual_steps(step &taken) {
     return false;
 }
 
-/// The end of a text without references and the like; null when it is something else.
+/// Returns the end of a text that needs no conversion; null for any other text.
 inline const char *step_scanner::end_of_text(const char *at) const {
     const char *end = skip_plain_text(at);
     while (end < limit_ && (*end == '\n' || *end == '\t'))
@@ -153,15 +153,15 @@ inline const char *step_scanner::end_of_text(const char *at) const {
     return end < limit_ && *end == '<' ? end : nullptr;
 }
 
-/// The end of white space; null when a text begins with it.
+/// Returns the end of white space; null when other text follows it.
 inline const char *step_scanner::end_of_blanks(const char *at) const {
     while (at < limit_ && (*at == '\n' || *at == ' ' || *at == '\t'))
         ++at;
     return at < limit_ && *at == '<' ? at : nullptr;
 }
 
-/// Behind an element that has a text and no more, which is then in `text`; null when it is something else.
-/// `at` is behind its start tag.
+/// Reads the rest of an element from `at`, after its start tag, if it holds nothing but a text. Sets `text`
+/// and returns the element's end; returns null for any other element.
 inline const char *step_scanner::end_of_leaf(const char *at, const element_name &name,
                                              std::string_view &text) const {
     if (*at <= ' ' || *at == '<')

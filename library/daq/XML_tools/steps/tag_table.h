@@ -1,8 +1,8 @@
 #ifndef ZEB5_TAG_TABLE_H
 #define ZEB5_TAG_TABLE_H
 
-/// Element name to action. A reader is a table of rows; the look-up takes one comparison whatever their
-/// number.
+/// Maps element names to actions. A reader is a table of rows; a look-up takes one comparison however many
+/// there are.
 
 #include <array>
 #include <cstddef>
@@ -16,7 +16,7 @@ namespace zeb5 {
 /// For hashing by multiplication: the top bits of the product are the slot.
 inline constexpr std::uint64_t golden_ratio = 0x9E3779B97F4A7C15;
 
-/// A name as two numbers, so that comparing these is comparing names.
+/// A name as two numbers. Comparing these is comparing the names.
 struct tag_key {
     static constexpr std::size_t bytes = 16;
 
@@ -26,7 +26,7 @@ struct tag_key {
     std::uint64_t high = 0;
 };
 
-/// The key of a name of 1 to 16 bytes: the bytes, zeros behind them, the first the lowest.
+/// Returns the key of a name of 1 to 16 bytes: the bytes followed by zeros, the first byte lowest.
 constexpr tag_key key_of(std::string_view tag) {
     tag_key key;
     for (std::size_t i = 0; i < tag.size(); ++i)
@@ -35,8 +35,8 @@ constexpr tag_key key_of(std::string_view tag) {
     return key;
 }
 
-/// The same in a few loads, which overlap: copying the bytes would be a call, 10 instructions more for each
-/// look-up. For little-endian processors, as byte_block.h is.
+/// The same with a few overlapping loads: copying the bytes would be a call, which takes 10 instructions more
+/// for each look-up. Works on little-endian processors, as byte_block.h does.
 inline tag_key loaded_key_of(std::string_view tag) {
     const auto load = [&tag]<class Word>(Word word, std::size_t from) {
         std::memcpy(&word, tag.data() + from, sizeof word);
@@ -58,7 +58,7 @@ template <class Action> struct tag_row {
     Action action;
 };
 
-/// Perfect hash over the rows, found when the library is compiled.
+/// A perfect hash over the rows, which is found when the library is compiled.
 template <class Action, std::size_t Rows> class tag_table {
 public:
     consteval tag_table(const tag_row<Action> (&rows)[Rows]) {
@@ -69,7 +69,7 @@ public:
                 throw std::logic_error("no factor tells these tags apart");
     }
 
-    /// Number of the row of exactly this tag, which has no NUL in it; -1 for none.
+    /// Returns the number of the row of exactly this tag, which must not hold a NUL; -1 for none.
     int row_of(std::string_view tag) const {
         if (tag.empty() || tag.size() > tag_key::bytes)
             return -1;
@@ -81,7 +81,7 @@ public:
     /// The action of a row by its number.
     const Action &action(int row) const { return actions_[static_cast<std::size_t>(row)]; }
 
-    /// The action of exactly this tag, or null.
+    /// Returns the action of exactly this tag, or null.
     const Action *find(std::string_view tag) const {
         const int row = row_of(tag);
         return row >= 0 ? &action(row) : nullptr;
@@ -89,11 +89,11 @@ public:
 
 private:
     struct slot {
-        tag_key key; // zero: free
+        tag_key key; // zero: free slot
         int row = 0;
     };
 
-    /// Most slots are free, so that a factor is soon found.
+    /// Most slots stay free, so that a factor is found soon.
     static constexpr unsigned slot_bits = Rows > 16 ? 7 : 5;
     static constexpr std::uint64_t most_factors = 20001;
 
