@@ -1,20 +1,20 @@
 #ifndef ZEB5_BENCH_BARE_H
 #define ZEB5_BENCH_BARE_H
 
-/// What the XML library alone takes, set as the readers set it and told to no one: the floor of every reader.
-/// The platform must be up.
+/// The XML library alone, with the settings of the readers and with handlers that do nothing. The platform
+/// must be up.
 
 #include <string>
 
 namespace bench {
 
-/// Number of parser steps.
+/// Return the number of parser steps.
 std::size_t bare_scan(const std::string &document);
 std::size_t bare_scan_file(const char *path);
 
 void bare_dom_file(const char *path);
 
-/// Brings the platform up and takes it down.
+/// Starts the platform and stops it.
 void bare_platform();
 
 } // namespace bench

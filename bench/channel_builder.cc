@@ -28,7 +28,7 @@ template <class Record> Record *append(std::vector<Record *> &parts, std::int32_
     return parts.back();
 }
 
-/// Rows by name; open addressing in a table four times their number.
+/// Finds rows by name, by open addressing in a table four times their number.
 class element_table {
 public:
     template <std::size_t Rows> explicit element_table(const channel_builder::element (&rows)[Rows]) {

@@ -1,8 +1,8 @@
 #ifndef ZEB5_BENCH_CHANNEL_BUILDER_H
 #define ZEB5_BENCH_CHANNEL_BUILDER_H
 
-/// What the readers on other XML libraries have in common: elements and their texts become the same records
-/// that this library makes. One look-up an element, no allocation but for the records.
+/// What the readers on other XML libraries have in common: from elements and their texts it makes the same
+/// records as this library. It takes one look-up for each element and allocates only the records.
 
 #include <memory>
 #include <string_view>
@@ -24,7 +24,7 @@ public:
 
     channel_builder(channel_list &list, dialect form) : list_(list), form_(form) {}
 
-    /// Null: the element is of no interest.
+    /// Returns null when the element is ignored.
     const element *find(std::string_view name) const;
 
     void start(const element &what, const char *attribute) {

@@ -40,8 +40,8 @@ void source::scan() {
         bare_scan(text_);
 }
 
-/// So many channels are read once in a process: each run takes new memory from the system, and pays for it.
-/// Otherwise that would depend on what else lies on the heap.
+/// From this many channels on, each run takes new memory from the system, as a process that reads such a list
+/// once does. Otherwise the time would depend on what else is on the heap.
 constexpr int channels_in_new_memory = 100000;
 
 contender reading(const std::string &name, int channels, std::function<void(channel_list &)> read,

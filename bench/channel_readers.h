@@ -1,7 +1,7 @@
 #ifndef ZEB5_BENCH_CHANNEL_READERS_H
 #define ZEB5_BENCH_CHANNEL_READERS_H
 
-/// Readers of channels as contenders, this library's first.
+/// Readers of channels as contenders; the first is this library's.
 
 #include <memory>
 
@@ -35,18 +35,18 @@ private:
     std::unique_ptr<document_file> file_;
 };
 
-/// Whether long lists, too, get the memory that the runs before have released.
+/// Whether long lists, too, get memory that earlier runs have released.
 inline bool keeps_memory = false;
 
-/// A contender that fills a list, which is released outside of the measurement.
+/// A contender that fills a list. The release of the list is not measured.
 contender reading(const std::string &name, int channels, std::function<void(channel_list &)> read,
                   double goal = 0);
 
-/// Throws when `read` makes other records than this library makes of the document.
+/// Throws when `read` does not make the same records from the document as this library.
 void require_same_records(source &document, const std::string &name,
                           const std::function<void(channel_list &)> &read);
 
-/// "2,000": numbers in titles.
+/// Formats a number for titles, as in "2,000".
 std::string grouped(int number);
 
 } // namespace bench

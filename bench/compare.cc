@@ -1,4 +1,5 @@
-/// Compares this library with the XML library alone and with the same work on others, in one table.
+/// Compares this library, in one table, with the XML library alone and with the same work done on other
+/// libraries.
 
 #include <algorithm>
 #include <climits>
@@ -22,7 +23,7 @@ using namespace bench;
 struct options {
     run_size size = FULL;
     bool markdown = false;
-    std::vector<std::string> parts; // of titles; none: all rows
+    std::vector<std::string> parts; // of titles of wanted rows; none: all rows
 };
 
 constexpr char usage[] =
@@ -71,8 +72,8 @@ void add_contest(table &out, const std::string &title, const contest &contest, c
     }
 }
 
-/// The allocator of the C library comes to this by itself once large blocks were freed; which rows do so
-/// first makes no difference then. Up to 64 MB that a run has released are there for the next, or all of it
+/// Sets what the allocator of the C library sets by itself once large blocks were freed, so that the order of
+/// the rows makes no difference. Up to 64 MB that one run has released can be used by the next, or all of it
 /// if memory is to be kept.
 void settle_allocator() {
     mallopt(M_MMAP_THRESHOLD, 32 << 20);
@@ -84,7 +85,7 @@ void add_all(table &out, const options &wanted) {
         const auto has = [&title](const std::string &part) { return title.find(part) != std::string::npos; };
         return wanted.parts.empty() || std::any_of(wanted.parts.begin(), wanted.parts.end(), has);
     };
-    // First, while this process is small: children begin with its size
+    // First, while this process is small, as children begin with its size
     for (const memory_rows &rows : reading_memory_rows(wanted.size))
         if (is_wanted(rows.title))
             for (const table_row &row : rows.measure(rows.title))

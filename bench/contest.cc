@@ -17,7 +17,7 @@ double now(clockid_t clock) {
     return static_cast<double>(time.tv_sec) + static_cast<double>(time.tv_nsec) * 1e-9;
 }
 
-/// Seconds of one run.
+/// Returns the seconds of one run.
 double timed_run(const contender &one, clockid_t clock) {
     if (one.before)
         one.before();
@@ -29,7 +29,7 @@ double timed_run(const contender &one, clockid_t clock) {
     return seconds;
 }
 
-/// Seconds a unit, over `runs` runs.
+/// Returns the seconds for one unit, over `runs` runs.
 double sample(const contender &one, int runs, clockid_t clock) {
     std::optional<xml_platform> platform;
     if (one.holds_platform)
@@ -72,7 +72,7 @@ std::vector<standing> hold(const contest &contest, const effort &effort) {
             break;
         for (std::size_t turn = 0; turn < count; ++turn) {
             const std::size_t i =
-                (turn + static_cast<std::size_t>(round)) % count; // each one is first in turn
+                (turn + static_cast<std::size_t>(round)) % count; // each contender is first in some round
             times[i].push_back(sample(contest.contenders[i], runs[i], clock));
         }
         for (std::size_t i = 0; i < count; ++i)

@@ -1,5 +1,5 @@
-/// Calls one reader or writer after the other under callgrind, each counted by itself, starting up excluded.
-/// bench/instructions runs this and reads what callgrind leaves.
+/// Calls one reader or writer after the other under callgrind, which counts each call separately and leaves
+/// out the start of the program. bench/instructions runs this and reads callgrind's files.
 
 #include <algorithm>
 #include <cstdio>
@@ -37,7 +37,7 @@ void require(bool done, const std::string &name) {
     std::exit(1);
 }
 
-/// `text`: a document of so many channels.
+/// `text`: a document of `channels` channels.
 void count_memory_reading(const std::string &name, int channels, std::string text) {
     const auto records = static_cast<std::size_t>(channels);
     own_channels of_memory;
@@ -93,7 +93,7 @@ void count_dictionary(const std::string &name, int entries, int (*read)(char *, 
 void count_camera(std::size_t bytes) {
     document_file file(camera_document(bytes));
     std::vector<ZEB5GigEFeature *> warm;
-    zeb5_fill_gige_descr(file.path(), &warm); // says how many features there are
+    zeb5_fill_gige_descr(file.path(), &warm); // gives the number of features
     std::vector<ZEB5GigEFeature *> list;
     count("camera", warm.size(), [&] { require(!zeb5_fill_gige_descr(file.path(), &list), "camera"); });
     count("camera-bare", list.size(), [&] { bare_dom_file(file.path()); });

@@ -41,7 +41,7 @@ void add_channels(channel_list &list, int channels) {
         channel->ev_type = 1U << ZEB5_EV_NORMAL;
         channel->dtype = 1U << ZEB5_BLOCK_SINGLE;
         channel->stream = 3;
-        channel->max_size = 16; // so that DAQvariables have the dimension, too
+        channel->max_size = 16; // gives DAQvariables the dimension, too
         auto dim = std::make_unique<dim_descr>();
         print(dim->dim_name, "%s", "time");
         print(dim->units, "%s", "us");

@@ -1,8 +1,8 @@
 #ifndef ZEB5_BENCH_DOCUMENTS_H
 #define ZEB5_BENCH_DOCUMENTS_H
 
-/// The documents that are read and the records that are written, all made here, the channels by the library's
-/// own writer.
+/// Makes the documents that are read and the records that are written. Channel documents come from the
+/// library's own writer.
 
 #include <string>
 #include <vector>
@@ -29,7 +29,7 @@ struct own_channels {
 /// Appends channels that all differ, each with one dimension.
 void add_channels(channel_list &list, int channels);
 
-/// 457 bytes and 72 parser steps a channel in CHANDESCRIPTIONS.
+/// In CHANDESCRIPTIONS, a channel has 457 bytes and 72 parser steps.
 std::string channel_document(int channels, dialect form);
 std::string written(channel_list &list, dialect form);
 
@@ -39,7 +39,7 @@ std::string dictionary_document(int entries);
 /// A camera's features, as many as fit into `bytes`.
 std::string camera_document(std::size_t bytes);
 
-/// A document as a file, which is gone with the object.
+/// A document as a file, which is removed with the object.
 class document_file {
 public:
     explicit document_file(const std::string &text);
@@ -47,7 +47,7 @@ public:
     document_file(const document_file &) = delete;
     document_file &operator=(const document_file &) = delete;
 
-    char *path() { return path_.data(); } // the readers take no const
+    char *path() { return path_.data(); } // not const, as the readers want it
 
 private:
     std::string path_;

@@ -6,7 +6,8 @@ namespace bench {
 
 namespace {
 
-// The fields of each record in one order, for keeping and for making it. `pass` knows what is done.
+// Goes through the fields of each record in one order, both for keeping and for making it; `pass` decides
+// which.
 
 template <class Pass> void fields(Pass &pass, bit_descr &bit) {
     pass.number(bit.bit);
@@ -81,7 +82,7 @@ public:
 
     template <class Number> void number(Number &number) { number = static_cast<Number>(*number_++); }
 
-    /// The field is of a new record, so that its NUL stands there.
+    /// The field belongs to a new record, so its NUL is there already.
     template <std::size_t N> void text(char (&field)[N]) {
         const std::size_t length = *length_++;
         std::memcpy(field, text_, length);

@@ -1,9 +1,9 @@
 #ifndef ZEB5_BENCH_KEPT_CHANNELS_H
 #define ZEB5_BENCH_KEPT_CHANNELS_H
 
-/// The same records alone, the floor of every reader of channels: records are made from what is known of them
-/// already. Numbers, lengths and texts lie one behind the other, about as many bytes as a document has, and
-/// no name of an element has to be found, no number to be read, no end of a text to be looked for.
+/// Makes the same records from data that was kept: no reader of channels can be faster. Numbers, lengths and
+/// texts stand one after the other, in about as many bytes as a document has. No element name is looked up,
+/// no number is parsed, and no end of a text is searched.
 
 #include <cstdint>
 #include <string>
@@ -17,7 +17,7 @@ class kept_channels {
 public:
     explicit kept_channels(const channel_list &list);
 
-    /// Makes all records anew, each as a reader has to make it, and appends them to `list`.
+    /// Makes all records anew, each as a reader must make it, and appends them to `list`.
     void make(channel_list &list) const;
 
 private:

@@ -38,7 +38,7 @@ struct filled_selector {
     }
 
     chan_selector selector;
-    own_channels read; // the same channels once more: asking for their names hands out none of the selector's
+    own_channels read; // a second copy of the channels, so that no name of the selector is handed out
 };
 
 int all_questions(filled_selector &filled) {
@@ -56,7 +56,7 @@ int all_questions(filled_selector &filled) {
     return answers;
 }
 
-/// A selector of its own for each run, so that the first question, which makes the index, counts, too.
+/// Each run has a selector of its own, so that the first question, which builds the index, counts, too.
 contender questions(int channels, double goal = 0) {
     const auto filled = std::make_shared<std::unique_ptr<filled_selector>>();
     return {.name = grouped(channels),
@@ -78,7 +78,7 @@ contest selector_growth(int most) {
 
 constexpr std::size_t names_asked = 100;
 
-/// Calls `ask` for names from everywhere in the list.
+/// Calls `ask` for names from all over the list.
 template <class Ask>
 contender asking(const std::string &name, filled_selector &filled, double goal, Ask ask) {
     return {.name = name,
@@ -99,7 +99,7 @@ const chan_descr_2010 *search(const channel_list &list, const char *name) {
     return found == list.end() ? nullptr : *found;
 }
 
-/// The first `handed_out` of so many channels were handed out.
+/// The names of the first `handed_out` of `channels` channels were handed out.
 contest selector_handed_out(int channels, int handed_out) {
     const auto filled = std::make_shared<filled_selector>(channels);
     for (int i = 0; i < handed_out; ++i)

@@ -22,9 +22,9 @@ struct measured_reader {
 
 constexpr double megabyte = 1 << 20;
 
-/// Megabytes of the table by which DAQvariables are looked up: a power of two of slots of eight bytes, at
-/// least half of them free. While it grows, the smaller table stands beside it, but then more than that is
-/// still to come of the records.
+/// Returns the megabytes of the table by which DAQvariables are looked up. It has slots of eight bytes, their
+/// number is a power of two, and at least half of them are free. While the table grows, the smaller one
+/// exists, too, but at that time the records still to come are larger than that.
 double index_of_names(int channels) {
     return 8.0 * std::bit_ceil(2U * static_cast<unsigned>(channels)) / megabyte;
 }
@@ -46,14 +46,14 @@ memory_use measure(const measured_reader &reader, source &document, source &smal
     own_channels records;
     return memory_used_by(
         [&] {
-            static const xml_platform platform; // the child's: it ends without destructors
+            static const xml_platform platform; // never destroyed: the child ends without destructors
             own_channels warm;
             reader.read(small, warm.list);
         },
         [&] { reader.read(document, records.list); });
 }
 
-constexpr int small_channels = 10; // what a parser needs for itself is seen there, too, and taken off
+constexpr int small_channels = 10; // shows what a parser needs for itself, which is subtracted
 
 std::vector<table_row> read_memory(const std::string &title, int channels, dialect form) {
     source document(channels, form, FILE_ON_DISK);

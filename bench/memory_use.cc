@@ -15,12 +15,12 @@
 
 namespace {
 
-/// The counting happens in a child with one thread; elsewhere it costs one look at `counting`.
+/// Counting happens in a child process with one thread; elsewhere it costs one check of `counting`.
 bool counting = false;
 bench::memory_use use;
 std::ptrdiff_t live = 0;
 
-// What the allocator keeps beside each block
+// What the allocator stores with each block
 constexpr std::size_t head = sizeof(std::size_t);
 
 void grow(void *block) {
@@ -86,7 +86,7 @@ namespace bench {
 
 namespace {
 
-/// A line of /proc/self/status, in bytes.
+/// Returns the value of a line of /proc/self/status in bytes.
 std::size_t status_line(const char *name) {
     std::ifstream status("/proc/self/status");
     for (std::string line; std::getline(status, line);)
@@ -96,8 +96,8 @@ std::size_t status_line(const char *name) {
 }
 
 memory_use measured(const std::function<void()> &work) {
-    malloc_trim(0); // else what is free already would take the records
-    std::ofstream("/proc/self/clear_refs") << 5 << std::flush; // the peak begins anew
+    malloc_trim(0); // else the records would go into free memory of the heap
+    std::ofstream("/proc/self/clear_refs") << 5 << std::flush; // resets the peak
     const std::size_t before = status_line("VmRSS");
     use = {};
     live = 0;

@@ -12,7 +12,7 @@ namespace bench {
 
 namespace {
 
-/// Text comes in pieces; it is whole when another tag comes.
+/// Text comes in pieces; it is complete when another tag comes.
 struct expat_walk {
     channel_builder builder;
     const channel_builder::element *open = nullptr;

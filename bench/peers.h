@@ -1,8 +1,8 @@
 #ifndef ZEB5_BENCH_PEERS_H
 #define ZEB5_BENCH_PEERS_H
 
-/// The same work done on other XML libraries, each used the way its manual shows. What they make is compared
-/// with what this library makes before anything is measured.
+/// The same work done with other XML libraries, each used as its manual shows. Before anything is measured,
+/// their results are compared with this library's.
 
 #include <string>
 #include <vector>
@@ -31,8 +31,8 @@ extern const channel_writer_peer fprintf_writer;
 extern const channel_writer_peer libxml2_writer;
 extern const channel_writer_peer pugixml_writer;
 
-/// A reader of camera files: whole tree, then the features. The generated files say of a feature nothing but
-/// name, tool tip and description.
+/// A reader of camera files, which builds the whole tree and then collects the features. A feature in the
+/// generated files has a name, a tool tip and a description only.
 using feature_list = std::vector<ZEB5GigEFeature *>;
 struct camera_peer {
     const char *name;

@@ -9,7 +9,7 @@ namespace bench {
 
 namespace {
 
-/// Most that this library may take, as a multiple of each of the others; 0: no goal.
+/// The most time that this library may take, as a multiple of each other one's time; 0: no goal.
 struct goals {
     double libxml2;
     double expat;

@@ -1,7 +1,8 @@
 #ifndef ZEB5_BENCH_ROWS_H
 #define ZEB5_BENCH_ROWS_H
 
-/// What is measured. Each group is made when its turn comes, so that only its own documents take memory.
+/// The rows that are measured. Each group is made when its turn comes, so that only its own documents take
+/// memory.
 
 #include <functional>
 #include <string>
@@ -12,7 +13,7 @@
 
 namespace bench {
 
-/// A contest and what it is called.
+/// A contest and its title.
 struct timed_rows {
     std::string title;
     std::function<contest()> make;

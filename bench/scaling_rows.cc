@@ -23,7 +23,7 @@ contest reading_growth(int most) {
     return result;
 }
 
-/// Calls on two threads, each with a list of its own.
+/// Calls `read` on two threads, each with a list of its own.
 contender on_two_threads(const char *name, int channels, std::function<void(channel_list &)> read) {
     const auto other = std::make_shared<own_channels>();
     contender two = reading(name, channels, [read, other](channel_list &list) {
@@ -38,8 +38,8 @@ contender on_two_threads(const char *name, int channels, std::function<void(chan
     return two;
 }
 
-/// Two threads do twice the work of one; it takes as long when they do not hinder each other. The bare scans
-/// show what the machine gives at that moment.
+/// Two threads do twice the work of one. If they do not slow each other down, they take as long as one. The
+/// bare scans show what the machine can do at that moment.
 contest threads(int channels) {
     const auto document = std::make_shared<source>(channels, CHANDESCRIPTIONS, MEMORY);
     const auto read = [document](channel_list &list) { document->read(list); };

@@ -1,7 +1,7 @@
 #ifndef ZEB5_BENCH_TABLE_H
 #define ZEB5_BENCH_TABLE_H
 
-/// The one table that all results go to.
+/// The table of all results.
 
 #include <string>
 #include <vector>
@@ -10,7 +10,7 @@ namespace bench {
 
 struct table_row {
     std::string what;   // what is done, on how much
-    std::string how;    // by whom
+    std::string how;    // which contender
     std::string result; // with its unit
     std::string ratio;  // of this library's result to this one
     std::string spread; // the middle half of the ratios
@@ -25,13 +25,13 @@ class table {
 public:
     explicit table(bool markdown) : markdown_(markdown) {}
 
-    /// A row is printed at once: a long run shows how far it is.
+    /// Prints the row at once, so that a long run shows its progress.
     void add(const table_row &row);
 
 private:
     bool markdown_;
     bool has_head_ = false;
-    std::string last_what_; // is not repeated
+    std::string last_what_; // not printed again in the next row
 };
 
 /// "ok" or "MISSED"; empty without a goal.

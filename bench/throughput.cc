@@ -1,4 +1,4 @@
-/// Readers and writers in records a second, for those who follow them with Google Benchmark's own tools.
+/// Measures readers and writers in records a second, for use with Google Benchmark's own tools.
 
 #include <algorithm>
 #include <cstdlib>

@@ -43,7 +43,7 @@ std::string spelled_document(int channels, spelling how, text_choice which) {
     const std::string written = channel_document(channels, CHANDESCRIPTIONS);
     std::string spelled;
     spelled.reserve(written.size() + written.size() / 8);
-    int texts = 0; // what begins with a letter behind a tag; numbers do not
+    int texts = 0; // texts that begin with a letter after a tag; numbers do not
     std::size_t at = 0;
     for (std::size_t end; (end = written.find('>', at)) != written.npos;) {
         const std::size_t tag = written.rfind('<', end) + 1;

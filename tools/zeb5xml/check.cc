@@ -26,7 +26,7 @@ std::string told(const document &source, const cut_value &value) {
            "...'\n";
 }
 
-/// One line for each finding; returns how many there are.
+/// Writes one line for each finding; returns their number.
 template <class Finding> size_t tell_all(const document &source, const std::vector<Finding> &findings) {
     for (const Finding &finding : findings)
         write_standard_output(told(source, finding));

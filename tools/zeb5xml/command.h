@@ -5,10 +5,10 @@
 
 #include <CLI/CLI.hpp>
 
-/// What a subcommand does once the command line has been read; returns an exit status.
+/// What a subcommand does after the command line was read; returns an exit status.
 using command_action = std::function<int()>;
 
-// Each declares the arguments of its subcommand and returns what to do with them.
+// Each declares the arguments of its subcommand and returns the subcommand's action.
 command_action declare_show(CLI::App &app);
 command_action declare_convert(CLI::App &app);
 command_action declare_select(CLI::App &app);

@@ -10,7 +10,7 @@
 
 namespace {
 
-/// Values are written without escaping: one that held `&` or `<` spoils the document.
+/// Values are written without escaping, so a value with `&` or `<` makes the document ill-formed.
 bool is_well_formed(std::string text) {
     int last = 0;
     held_output({1, 2}, [&] {

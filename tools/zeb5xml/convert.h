@@ -15,15 +15,16 @@ struct convert_options {
     std::string layout; // empty: not given
 };
 
-// Each reads the document and returns it in the form asked for. They throw failure; nothing is written then.
+// Each reads the document and returns it in the form asked for. Both throw failure, and nothing is written
+// then.
 std::string convert_channels(document &source, const convert_options &options);
 std::string convert_dictionary(document &source, const convert_options &options);
 
-/// Ends the conversion when the reader or the writer says that something went wrong.
+/// Both throw failure when the reader or the writer reported a problem.
 void require_read(const document &source, int problems);
 void require_written(const document &source, int result);
 
-/// Says that a document of this kind cannot be had in that form.
+/// Throws the failure that a document of this kind cannot be converted to that form.
 [[noreturn]] void refuse_form(const document &source, const std::string &kind, const std::string &form);
 
 #endif

@@ -27,7 +27,7 @@ template <class Layout> std::string converted(document &source, bool to_table) {
         result = to_table ? Layout::write(&list.entries, table.path(), TEXT_TABLE, nullptr)
                           : Layout::write(&list.entries, nullptr, XML_STRING, &xml);
     });
-    if (result != 0) // else it only says that the memory file was created and closed
+    if (result != 0) // else it has only the lines of creating and closing the memory file
         write_standard_error(readable_diagnostics(said, source.name));
     require_written(source, result);
     return to_table ? table.text() : xml;

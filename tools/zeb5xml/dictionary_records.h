@@ -10,7 +10,7 @@
 
 #include "parse_env_index_dictionary.h"
 
-/// Releases entries once each: a dictionary may hold an entry twice.
+/// Releases each entry once: a dictionary may hold an entry twice.
 template <class Record> void free_entries(std::vector<Record *> *list) {
     for (Record *entry : std::set<Record *>(list->begin(), list->end()))
         free(entry);

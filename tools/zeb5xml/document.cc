@@ -20,7 +20,7 @@ public:
         : fd_(path == "-" ? STDIN_FILENO : open(path.c_str(), O_RDONLY | O_CLOEXEC)) {}
     ~input_file() {
         if (fd_ > STDERR_FILENO)
-            close(fd_); // was only read
+            close(fd_); // only read, so a failure loses nothing
     }
     input_file(const input_file &) = delete;
     input_file &operator=(const input_file &) = delete;

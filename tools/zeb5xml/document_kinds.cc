@@ -34,7 +34,7 @@ struct event_family {
     static void clean(list *records) {
         for (record *entry : *records)
             for (zeb5_ev_sb_list *block : *entry->sb_list)
-                if (block->ch_list->empty()) { // the library leaves these alone
+                if (block->ch_list->empty()) { // the library does not release these
                     delete block->ch_list;
                     block->ch_list = nullptr;
                 }
@@ -42,9 +42,9 @@ struct event_family {
     }
 };
 
-struct dictionary_family : dictionary_2010 { // the layout that cuts no name of the classic one
+struct dictionary_family : dictionary_2010 { // the layout with room for all names of the classic one
     static void print(const list *records) {
-        list copy = *records; // the writer takes a list that it could change
+        list copy = *records; // the writer's parameter is not const
         write(&copy, nullptr, 0, nullptr);
     }
 };
@@ -56,7 +56,7 @@ struct camera_family {
         return zeb5_fill_gige_descr(path, records);
     } // true: failed
     static int read_text(char *text, list *records) {
-        memory_file file(text); // there is no reader of camera texts in memory
+        memory_file file(text); // there is no reader of camera documents in memory
         return read_file(file.path(), records);
     }
     static void print(const list *records) { zeb5_dump_gige_descr(records); }
@@ -89,7 +89,7 @@ const document_kind kinds[] = {
 };
 const document_kind camera_kind = {nullptr, CAMERA, "camera file", "features", make<camera_family>};
 
-/// Name of the root element; empty when there is none or the parser stumbled before or at it.
+/// Returns the name of the root element; empty when there is none or the parser reports an error up to it.
 std::string root_of(document &source) {
     return with_started_parser(source, [](auto &parser) {
         char *tag = nullptr;
@@ -100,7 +100,7 @@ std::string root_of(document &source) {
 
 bool holds_camera_features(document &source) {
     bool found = false;
-    held_output({1, 2}, [&] { // a document that is no camera file may well displease the reader
+    held_output({1, 2}, [&] { // the reader may report a document that is no camera file
         std::unique_ptr<record_list> features = camera_kind.make();
         found = features->read(source) == 0 && features->size() > 0;
     });

@@ -6,14 +6,14 @@
 
 #include "document.h"
 
-/// The records of one document, of whatever kind. Reading and listing write to the standard streams, as the
-/// library does.
+/// The records of one document of any kind. Reading and listing write to the standard streams, as the library
+/// does.
 class record_list {
 public:
     virtual ~record_list() = default;
 
-    /// Reads as a process of the data acquisition does, a regular file with the file reader. Returns 0, or
-    /// how many things went wrong; what was read before stays.
+    /// Reads as a process of the data acquisition does: a regular file with the file reader. Returns 0, or
+    /// the number of problems; records read before a problem stay.
     virtual int read(document &source) = 0;
     virtual void print() const = 0;
     virtual size_t size() const = 0;
@@ -23,14 +23,15 @@ public:
 enum kind_family { CHANNELS, EVENTS, DICTIONARY, CAMERA };
 
 struct document_kind {
-    const char *root; // root element; null: known by what the document holds
+    const char *root; // root element; null: recognised by the document's content
     kind_family family;
     const char *name;    // what messages call such a document
     const char *records; // and its records
     std::unique_ptr<record_list> (*make)();
 };
 
-/// What `source` is. Throws failure, with the parser's reports passed on, when it is nothing known.
+/// Returns the kind of `source`. When it is of no known kind, passes the parser's reports on and throws
+/// failure.
 const document_kind &kind_of(document &source);
 
 #endif

@@ -8,8 +8,8 @@
 #include "failure.h"
 #include "standard_streams.h"
 
-/// Does the same for every file: one that fails is told and the others follow. `work` returns an exit status;
-/// the result is the worst one. A failure of the output ends it all.
+/// Calls `work` for every file. A file that fails is reported, and the others follow. `work` returns an exit
+/// status; the result is the worst of all. A failure of the output ends the loop.
 template <class Work> int each_file(const std::vector<std::string> &files, Work &&work) {
     int status = STATUS_DONE;
     for (const std::string &path : files) {

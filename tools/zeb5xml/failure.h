@@ -4,7 +4,7 @@
 #include <stdexcept>
 #include <string>
 
-/// Exit statuses of the command; EXIT_STATUS_HELP tells the user.
+/// Exit statuses of the command; EXIT_STATUS_HELP describes them for the user.
 enum exit_status {
     STATUS_DONE = 0,
     STATUS_DOCUMENT = 1,
@@ -20,7 +20,8 @@ inline constexpr const char *EXIT_STATUS_HELP =
     "  3  output could not be written, or the system refused memory\n"
     "A reader that closes the pipe early ends the command silently.";
 
-/// Ends what the command is doing. The text says where and why, without the name of the command.
+/// An exception that ends the current work of the command. The text says where and why, without the name of
+/// the command.
 class failure : public std::runtime_error {
 public:
     failure(exit_status status, const std::string &text) : std::runtime_error(text), status_(status) {}

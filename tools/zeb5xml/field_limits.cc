@@ -61,7 +61,7 @@ template <size_t N> bool is_one_of(const char *tag, const char *const (&names)[N
     return false;
 }
 
-/// Its first bytes, not ending within a character.
+/// Returns the first bytes of a value, not cut within a character.
 std::string beginning_of(const std::string &value) {
     size_t end = std::min<size_t>(value.size(), 40);
     while (end > 0 && end < value.size() && (value[end] & 0xc0) == 0x80)

@@ -12,11 +12,11 @@ struct cut_value {
     std::string element;
     size_t length; // bytes
     size_t limit;
-    const char *where; // what else there is to say; may be empty
+    const char *where; // added to the message; may be empty
     std::string beginning;
 };
 
-/// Finds them in a document with this root element that is read without errors.
+/// Finds cut values in a document with this root element. The document must be readable without errors.
 std::vector<cut_value> find_cut_values(document &source, const std::string &root);
 
 #endif

@@ -23,7 +23,7 @@ const command commands[] = {
     {"check", "Tell what a process that reads the documents would miss", declare_check},
 };
 
-/// Help and version go to standard output, anything else is a wrong command line.
+/// Prints help and version to standard output; anything else is a wrong command line.
 int answer_parser(const CLI::App &app, const CLI::ParseError &error) {
     std::ostringstream out, err;
     if (app.exit(error, out, err) == 0) {
@@ -53,7 +53,7 @@ int run(int argc, char **argv) {
     } catch (const CLI::ParseError &error) {
         return answer_parser(app, error);
     }
-    xml_platform platform; // every reader starts and stops it; held here these are reference counts
+    xml_platform platform; // held here, so that readers need not start and stop it
     return chosen();
 }
 
@@ -66,7 +66,7 @@ int main(int argc, char **argv) {
         status = run(argc, argv);
         close_standard_output();
     } catch (const closed_pipe &) {
-        status = STATUS_OUTPUT; // only where SIGPIPE is ignored; it has ended the command elsewhere
+        status = STATUS_OUTPUT; // only when SIGPIPE is ignored; otherwise the signal ends the command
     } catch (const failure &problem) {
         tell(problem.what());
         status = problem.status();

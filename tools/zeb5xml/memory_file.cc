@@ -21,8 +21,8 @@ std::string memory_file::text() const {
     struct stat status;
     if (fstat(fd_, &status) != 0)
         throw std::system_error(errno, std::generic_category(), "memory file");
-    // The library's writers do not tell of a file that took a part only; such a one has no room for a byte
-    // more
+    // The library's writers do not report a file that took only a part of the text. Such a file has no room
+    // for one more byte
     if (pwrite(fd_, "", 1, status.st_size) != 1 || ftruncate(fd_, status.st_size) != 0)
         throw std::system_error(errno, std::generic_category(), "memory file");
     std::string all(static_cast<size_t>(status.st_size), '\0');

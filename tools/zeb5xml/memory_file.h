@@ -3,8 +3,7 @@
 
 #include <string>
 
-/// A file that exists only in memory: for what the library writes to, or reads from, a descriptor or a path
-/// only.
+/// A file that exists only in memory, for functions of the library that write to or read from files only.
 class memory_file {
 public:
     explicit memory_file(const std::string &text = "");
@@ -13,7 +12,7 @@ public:
     memory_file &operator=(const memory_file &) = delete;
 
     int descriptor() const { return fd_; }
-    /// A path that opens it in this process, as long as this object lives.
+    /// A path by which this process can open the file while this object lives.
     char *path() { return path_.data(); }
     std::string text() const;
 

@@ -19,7 +19,7 @@ namespace {
     throw failure(STATUS_OUTPUT, name + ": " + strerror(errno));
 }
 
-/// A descriptor whose close is checked where it matters.
+/// A descriptor; finish() closes it and checks the result.
 class open_file {
 public:
     open_file(int fd, const std::string &name) : fd_(fd), name_(name) {
@@ -46,7 +46,7 @@ private:
     std::string name_;
 };
 
-/// Where `path` leads to: the file behind symbolic links, which themselves stay as they are.
+/// Returns the file that `path` leads to through symbolic links, which stay as they are.
 std::filesystem::path target_of(const std::string &path) {
     std::filesystem::path target = path;
     std::error_code ignored;
@@ -61,7 +61,7 @@ mode_t mode_of_new_file() {
     return 0666 & ~mask;
 }
 
-/// A new file beside its target; gone again unless it took the target's place.
+/// A new file in the folder of its target. It is removed again unless it took the target's place.
 class replacement {
 public:
     replacement(const std::filesystem::path &target, mode_t mode, const std::string &name)
@@ -127,7 +127,7 @@ void write_output(const std::string &path, const std::string &text) {
         return write_standard_output(text);
     struct stat status;
     bool exists = stat(path.c_str(), &status) == 0;
-    if (!exists && errno != ENOENT) // links that go round in a circle, for one
+    if (!exists && errno != ENOENT) // symbolic links in a circle, for example
         fail(path);
     if (exists && !S_ISREG(status.st_mode)) { // a device or a pipe must not be replaced by a file
         open_file file(open(path.c_str(), O_WRONLY | O_CLOEXEC), path);
@@ -136,8 +136,8 @@ void write_output(const std::string &path, const std::string &text) {
     }
     if (exists && access(path.c_str(), W_OK) != 0)
         fail(path);
-    // without set-user-ID and set-group-ID: the new file may belong to somebody else, and would run in that
-    // name
+    // The set-user-ID and set-group-ID bits are left out: the new file may have another owner and would run
+    // as that user
     replacement(target_of(path), exists ? status.st_mode & 0777 : mode_of_new_file(), path)
         .put_in_place(text);
 }

@@ -24,13 +24,13 @@ struct select_options {
     bool tabs = false;
 };
 
-/// What the selector answers about one channel.
+/// The selector's answers about one channel.
 struct answers {
     std::string name;
     std::string property;
     std::uint32_t events;
     std::uint32_t data;
-    int slow; // 1, 0 or -1: no answer, the channel has no event type
+    int slow; // 1 or 0; -1: no answer, as the channel has no event type
     int ml;
     int subchannels;
 };
@@ -75,7 +75,7 @@ int select_channels(const select_options &options) {
     int status =
         each_file(options.files, [&](const std::string &path) { return read_source(selector, path); });
     text_table table = {{"CHANNEL", "PROPERTY", "EVENTS", "DATA", "SLOW", "ML", "SUB"}};
-    held_output({1, 2}, [&] { // it names each channel without event type, several times; the table shows them
+    held_output({1, 2}, [&] { // it reports each channel without event type several times; the table has them
         for (int i = 0; i < selector.size(); ++i)
             if (answers a = ask(selector, i); is_wanted(a, options))
                 table.push_back({a.name, a.property, event_names(a.events), block_names(a.data),
@@ -89,7 +89,7 @@ int select_channels(const select_options &options) {
     return status;
 }
 
-/// Lets pass what `number_of` knows.
+/// Accepts the texts that `number_of` knows.
 CLI::Validator known(int (*number_of)(const std::string &), const std::string &what) {
     return CLI::Validator(
         [=](const std::string &text) {

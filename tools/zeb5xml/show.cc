@@ -12,7 +12,7 @@
 
 namespace {
 
-/// Lists what could be read, even when the document is faulty: a process has these records too.
+/// Lists the records that could be read, even from a faulty document: a process would get them, too.
 int show(const std::string &path, bool with_heading) {
     document source = read_document(path);
     const document_kind &kind = kind_of(source);

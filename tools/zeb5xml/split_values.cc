@@ -4,7 +4,7 @@
 
 namespace {
 
-/// Walks over the mark-up of a document. Nothing is checked: the parser has done that.
+/// Walks over the mark-up of a document. It checks nothing, as the parser has done that.
 class markup_walk {
 public:
     explicit markup_walk(std::string_view xml) : xml_(xml) {}
@@ -38,7 +38,7 @@ private:
         bool opens = !starts_with("</");
         size_t name_end = std::min(xml_.find_first_of(" \t\r\n/>", at_ + 1), xml_.size());
         value_ = {line(), std::string(xml_.substr(at_ + 1, name_end - at_ - 1)), 0, ""};
-        inside_ = opens; // text behind a child's end is never reported to anybody
+        inside_ = opens; // no reader gets text after a child's end
         skip_tag();
         if (xml_[at_ - 2] == '/')
             inside_ = false;
@@ -62,7 +62,7 @@ private:
 
     void add_piece(bool blank) {
         ++pieces_;
-        if (!blank) { // blanks at the end are no loss, blanks in front cost the rest
+        if (!blank) { // nothing is lost by blanks at the end; blanks in front lose the rest
             value_.pieces = pieces_;
             value_.causes = causes_;
         }
@@ -103,7 +103,8 @@ private:
         at_ = std::min(at_ + 1, xml_.size());
     }
 
-    /// Declarations in an internal subset end with `>` too; only the one behind the bracket is the end.
+    /// Declarations in an internal subset end with `>`, too; only the `>` after the bracket ends the document
+    /// type.
     void skip_document_type() {
         int depth = 0;
         while (at_ < xml_.size()) {
@@ -131,7 +132,7 @@ private:
     int line_ = 1;
     std::string_view::difference_type counted_to_ = 0;
 
-    bool inside_ = false; // directly behind a start tag
+    bool inside_ = false; // directly after a start tag
     int pieces_ = 0;      // since the last tag
     std::string causes_;
     split_value value_{0, "", 0, ""};

@@ -5,7 +5,7 @@
 #include <string_view>
 #include <vector>
 
-/// The text of one element that a reader gets in pieces, of which it keeps only one.
+/// An element's text that a reader gets in pieces, of which it keeps only one.
 struct split_value {
     int line; // where the element starts, counted from 1
     std::string element;
@@ -13,7 +13,7 @@ struct split_value {
     std::string causes; // what stands between the pieces
 };
 
-/// Finds them in a well-formed document of an encoding that contains ASCII.
+/// Finds split values in a well-formed document whose encoding contains ASCII.
 std::vector<split_value> find_split_values(std::string_view xml);
 
 #endif

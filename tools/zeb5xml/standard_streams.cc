@@ -77,7 +77,7 @@ std::string readable_diagnostics(const std::string &text, const std::string &nam
 }
 
 void write_standard_error(const std::string &text) {
-    fwrite(text.data(), 1, text.size(), stderr); // there is nowhere left to report a failure
+    fwrite(text.data(), 1, text.size(), stderr); // a failure could not be reported anywhere
 }
 
 void tell(const std::string &text) { write_standard_error("zeb5xml: " + text + "\n"); }

@@ -7,12 +7,12 @@
 
 #include "memory_file.h"
 
-/// Opens what is closed of descriptors 0, 1 and 2, in a way that makes reading or writing them fail, so that
-/// no other file gets their number.
+/// Opens those of descriptors 0, 1 and 2 that are closed, so that no other file gets their number. Reading or
+/// writing them fails, as before.
 void occupy_standard_descriptors();
 
-/// Turns descriptors to a memory file while it lives: the library writes diagnostics and listings straight to
-/// standard output and standard error.
+/// Redirects descriptors to a memory file while it lives, as the library writes diagnostics and listings
+/// directly to standard output and standard error.
 class output_hold {
 public:
     explicit output_hold(std::initializer_list<int> descriptors);
@@ -20,7 +20,7 @@ public:
     output_hold(const output_hold &) = delete;
     output_hold &operator=(const output_hold &) = delete;
 
-    /// Ends the hold and returns what was written.
+    /// Ends the redirection and returns what was written.
     std::string release();
 
 private:
@@ -34,21 +34,21 @@ private:
     std::vector<held> held_;
 };
 
-/// What `code` writes to the descriptors.
+/// Returns what `code` writes to the descriptors.
 template <class Code> std::string held_output(std::initializer_list<int> descriptors, Code &&code) {
     output_hold hold(descriptors);
     code();
     return hold.release();
 }
 
-/// The lines that a user should see: without blank ones, and with `name` for the name that the library gives
-/// to a document in memory. Each line keeps its end.
+/// Returns the lines that a user should see: without blank lines, and with `name` in place of the name that
+/// the library gives a document in memory. Each line keeps its line end.
 std::string readable_diagnostics(const std::string &text, const std::string &name);
 
-/// Writes to standard error as it stands.
+/// Writes `text` unchanged to standard error.
 void write_standard_error(const std::string &text);
 
-/// One line on standard error, with the name of the command in front.
+/// Writes one line to standard error, with the name of the command in front.
 void tell(const std::string &text);
 
 /// Runs `code` and passes its diagnostics on to standard error.

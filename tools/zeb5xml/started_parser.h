@@ -7,8 +7,8 @@
 #include "SAX_Memory_Parser.h"
 #include "document.h"
 
-/// Starts the parser that can read the document and returns what `action` makes of it; an empty result when
-/// it cannot be started. `action` takes either parser and returns the same type for both.
+/// Starts the parser that can read the document and returns the result of `action(parser)`; an empty result
+/// when the parser cannot be started. `action` takes either parser and returns the same type for both.
 template <class Action> auto with_started_parser(document &source, Action &&action) {
     using result = decltype(action(std::declval<SAX_Memory_Parser &>()));
     if (source.has_nul()) {

@@ -4,7 +4,7 @@
 
 namespace {
 
-/// A cell on one line, whatever the document holds.
+/// Replaces control characters, so that a cell stays on one line.
 std::string plain(std::string cell) {
     for (char &c : cell)
         if ((c >= 0 && c < ' ') || c == 0x7f)

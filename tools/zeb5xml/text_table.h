@@ -4,13 +4,13 @@
 #include <string>
 #include <vector>
 
-/// Rows of cells, all of the same number, the first row being the heading.
+/// Rows with the same number of cells each; the first row is the heading.
 using text_table = std::vector<std::vector<std::string>>;
 
-/// Columns aligned for reading, two blanks between them; an empty cell shows "-".
+/// Returns aligned columns for people, with two blanks between them; an empty cell shows "-".
 std::string aligned(const text_table &table);
 
-/// Cells separated by one tab each, for programs; an empty cell is empty.
+/// Returns cells separated by single tabs for programs; an empty cell is empty.
 std::string tabbed(const text_table &table);
 
 #endif

@@ -4,9 +4,9 @@
 #include <cstdint>
 #include <string>
 
-/// Number of the event type (0 to 31) or data block type (0 to 62) given by number or by name, in any case
-/// and with or without its common prefix; -1 when there is none. Names are those of the event-utility
-/// library.
+/// Return the number of an event type (0 to 31) or data block type (0 to 62); -1 when there is none. The text
+/// is a number, or a name in upper or lower case, with or without its common prefix. Names are those of the
+/// event-utility library.
 int event_type_of(const std::string &text);
 int block_type_of(const std::string &text);
 
@@ -14,7 +14,7 @@ int block_type_of(const std::string &text);
 std::string event_names(std::uint32_t mask);
 std::string block_names(std::uint32_t dtype);
 
-/// Whether the data-type word carries the block type: bit 31 of the word selects types from 32 on.
+/// Whether the data-type word has the block type: bit 31 of the word selects types from 32 on.
 bool has_block(std::uint32_t dtype, int block_type);
 
 #endif

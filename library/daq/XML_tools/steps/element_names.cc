@@ -31,9 +31,9 @@ element_name *element_names::add(std::string_view name) {
     added.length = static_cast<std::uint32_t>(name.size());
     added.first_bytes = load_block(added.bytes);
     added.quick_bits = (1U << name.size()) - 1;
-    added.row =
-        find_row_ ? find_row_(name) : reader_row{.acts_alone = true}; // walk_document() takes the root's step
-    added.next = added.next_before = &names_[0];                      // a guess like any other
+    added.row = find_row_ ? find_row_(name)
+                          : reader_row{.acts_alone = true}; // the root's step goes to walk_document()
+    added.next = added.next_before = &names_[0];            // a guess like any other
     return &added;
 }
 
