@@ -1,7 +1,7 @@
-# What `cmake --install` puts where, so that find_package(ZEB5XML) gives ZEB5XML::ZEB5XML.
+# What `cmake --install` installs and where, so that find_package(ZEB5XML) defines ZEB5XML::ZEB5XML.
 include(CMakePackageConfigHelpers)
 
-# A folder of its own: names like event.h are taken by others.
+# The headers have a folder of their own, as names like event.h are common.
 set(zeb5_include_dir ${CMAKE_INSTALL_INCLUDEDIR}/ZEB5XML)
 set(zeb5_package_dir ${CMAKE_INSTALL_LIBDIR}/cmake/ZEB5XML)
 set(zeb5_public_headers
@@ -21,8 +21,8 @@ set(zeb5_public_headers
     library/daq/XML_tools/zeb5_gige_descr.h)
 install(FILES ${zeb5_public_headers} DESTINATION ${zeb5_include_dir})
 
-# A site's own event-utility library is installed by the site; the package and the libraries' own search path then
-# refer to the place that it had when this was built.
+# A site installs its own event-utility library by itself. The package and the search path in the libraries then refer
+# to the place that it had when they were built.
 set(zeb5_installed_libraries ZEB5XML)
 if(NOT ZEB5XML_EVUTL)
     list(APPEND zeb5_installed_libraries ZEB5evutl)

@@ -1,4 +1,4 @@
-# Sourced by the other scripts: goes to the root of the tree and has the functions that they share.
+# Sourced by the other scripts: changes to the root of the tree and defines the functions that they share.
 
 set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
@@ -10,7 +10,7 @@ build_packages=(build-essential cmake ninja-build libxerces-c-dev libcli11-dev l
 bench_packages=(libbenchmark-dev libxml2-dev libexpat1-dev libpugixml-dev valgrind)
 check_packages=(git clang clang-format clang-tidy valgrind)
 
-# Installs those of the named Debian packages that are missing; without any missing, no network is needed.
+# Installs those of the named Debian packages that are missing. When none is missing, no network is needed.
 need_packages() {
     local package missing=() as_root=()
     for package in "$@"; do
@@ -54,14 +54,14 @@ step() {
     echo "== $name: ok, $((SECONDS - begin)) s"
 }
 
-# figure NAME: the figure of that name, which a deep check left in build/deep/figures as "NAME VALUE"; 0 without one.
+# figure NAME: prints the figure that a deep check wrote to build/deep/figures as "NAME VALUE"; 0 without one.
 figure() {
     local value
     value=$(sed -n "s/^$1 //p" build/deep/figures 2>/dev/null) || true
     echo "${value:-0}"
 }
 
-# set_figure NAME VALUE: leaves a figure in place of an earlier one of that name.
+# set_figure NAME VALUE: writes a figure; it replaces an earlier one of that name.
 set_figure() {
     mkdir -p build/deep
     touch build/deep/figures

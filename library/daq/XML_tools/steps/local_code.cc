@@ -55,7 +55,7 @@ bool local_code_keeps_ascii() {
         return known->keeps_ascii;
     const bool answer = transcoder_keeps_ascii();
     const std::size_t count = known_count.load(std::memory_order_relaxed);
-    if (count < known_codes.size() && std::strlen(name) < sizeof local_code::name) { // else ask again
+    if (count < known_codes.size() && std::strlen(name) < sizeof local_code::name) { // else it is asked again
         std::strcpy(known_codes[count].name, name);
         known_codes[count].keeps_ascii = answer;
         known_count.store(count + 1, std::memory_order_release);

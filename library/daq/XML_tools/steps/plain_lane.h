@@ -21,7 +21,7 @@ struct lane_control {
     void (*watch)(lane_end) = nullptr;
 
     std::size_t part = std::size_t{1} << 16; // bytes that are loaded at a time
-    std::ptrdiff_t look_ahead = 1 << 16;     // bytes checked after those that may be scanned; at least 64
+    std::ptrdiff_t look_ahead = 1 << 16;     // bytes checked behind those that may be scanned; at least 64
     std::ptrdiff_t most_token = 1 << 16;     // bytes of the longest tag, text or comment that is plain
 };
 extern lane_control lane;
