@@ -47,7 +47,7 @@ int check(const std::string &path) {
             split = tell_all(source, find_split_values(source.text));
         std::vector<cut_value> cut_values;
         held_output({1, 2},
-                    [&] { cut_values = find_cut_values(source, kind.root); }); // reports were told above
+                    [&] { cut_values = find_cut_values(source, kind.root); }); // reports were shown above
         cut = tell_all(source, cut_values);
     }
     std::string summary = source.name + ": " + kind.name + ", " + counted(records->size(), kind.records);

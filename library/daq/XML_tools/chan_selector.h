@@ -35,8 +35,8 @@ public:
     /// none.
     int get_event_type(char *chan);
 
-    /// Returns the data-type word of the channel with this DAQ name, or 0 when there is none. Only when there
-    /// are no descriptions at all does a message go to standard output.
+    /// Returns the data-type word of the channel with this DAQ name, or 0 when there is none. A message goes
+    /// to standard output only when there are no descriptions at all.
     int get_data_type(char *chan);
 
     /// Return the DAQ name and the property name of a channel, or null. The result is the record's own

@@ -15,7 +15,7 @@ namespace {
 
 using namespace zeb5;
 
-// All that differs for channels between reading from memory and from a file stands here.
+// These are all differences between reading channels from memory and from a file.
 
 constexpr channel_variant memory_variant = {
     // Kept: callers of the file reader have always checked their list themselves

@@ -98,7 +98,7 @@ private:
 
     static void channel_list(self &r, const step &) {
         if (r.block_seen_)
-            r.in_channel_list_ = true; // Kept: lists may also give a CHAN behind their CHLIST
+            r.in_channel_list_ = true; // Kept: lists may also give a CHAN after their CHLIST
     }
 
     static void channel(self &r, const step &s) {

@@ -52,7 +52,7 @@ namespace {
 bool goes_by_property(std::uint32_t event_types) {
     for (; event_types; event_types &= event_types - 1) {
         const int structure = get_event_struct_type(std::countr_zero(event_types));
-        // Kept: a site's own classes 10 to 15 go by property, too, though the selector takes them for ML
+        // Kept: sites find their own classes 10 to 15 by property, too, though the selector takes them for ML
         if (structure != ZEB5_EV_STRUCT_LOCAL && structure != ZEB5_EV_STRUCT_ML)
             return true;
     }

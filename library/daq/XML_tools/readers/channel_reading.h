@@ -78,7 +78,7 @@ private:
     chan_descr_2010 *channel_ = nullptr;
     owned<chan_descr_2010> unlisted_; // owns it until it is listed
     name_index<chan_descr_2010, &chan_descr_2010::prop_name> by_prop_;
-    std::size_t indexed_ = 0; // how much of the list the index knows
+    std::size_t indexed_ = 0; // number of records of the list that the index covers
 };
 
 } // namespace zeb5

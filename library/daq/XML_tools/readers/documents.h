@@ -1,7 +1,7 @@
 #ifndef ZEB5_DOCUMENTS_H
 #define ZEB5_DOCUMENTS_H
 
-/// The two sources of a document: memory and file. All that differs between them for every reader stands
+/// The two sources of a document: memory and file. All differences between them that concern every reader are
 /// here.
 
 #include <cstdint>

@@ -45,7 +45,7 @@ public:
     }
 
 private:
-    /// Returns whether the file goes on.
+    /// Returns whether to continue with the next token.
     bool take(plain_token token) {
         switch (token) {
         case plain_token::START:

@@ -87,7 +87,7 @@ protected:
         return at;
     }
 
-    std::array<element_name *, most_depth + 1> stack_; // the first one stands for none
+    std::array<element_name *, most_depth + 1> stack_; // the first entry means that none is open
     element_name **open_ = stack_.data();              // the innermost open element
     element_name *last_ = nullptr;                     // of the last start tag
     const char *at_ = nullptr;                         // where the next token begins

@@ -76,7 +76,7 @@ step_scanner::outcome step_scanner::take_text(plain_token token, step &taken) {
         last.begin = nullptr;
     if (!last.begin)
         return outcome::SILENT;
-    // Read even if no reader wants it: a text that the local code cannot represent makes another step
+    // Read even if no reader wants it: a text that the local code cannot represent is a step of another kind
     const auto value = token == plain_token::TEXT ? read_text_.content(last, encoding())
                                                   : read_text_.cdata(last, encoding());
     if (!value)

@@ -14,8 +14,8 @@ long to_number(std::string_view text);
 
 // A text that holds no number leaves the field as it was.
 
-/// Works as sscanf() with " 0x%X " for a text that has an x, else with "%u". Kept: only a small x makes it
-/// hexadecimal; 0X1F is 0, as every consumer of event lists takes it
+/// Works as sscanf() with " 0x%X " for a text that has an x, else with "%u".
+/// Kept: only a small x makes it hexadecimal; 0X1F is 0, as every consumer of event lists takes it
 void read_unsigned(std::string_view text, std::uint32_t &field);
 
 /// Works as sscanf() with "%f": the decimal point is that of the locale, and rounding follows the thread's
