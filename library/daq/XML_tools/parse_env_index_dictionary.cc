@@ -56,8 +56,8 @@ private:
         r.entry_->index = -1;
     }
 
-    /// Kept: only `arrived` is reset. When it was the INDEX, a further INDEX lists the same entry again, and
-    /// a further PROP likewise, as users of the list know it.
+    /// Kept: only `arrived` is reset; the other of INDEX and PROP stays seen. So users of the list get the
+    /// same entry once more for a further one of `arrived`.
     void append(bool &arrived) {
         list_.push_back(entry_);
         (void)unlisted_.release(); // the list owns it from here on

@@ -33,8 +33,8 @@ void forget_local_code();
 // Both narrow as the default transcoder does, so the XML platform must be up. `length` is the parser's length
 // of the null-terminated `text`; a text with a null inside ends there, as with the transcoder.
 
-/// Returns a copy, which the caller releases with XMLString::release(), as XMLString::transcode() does; null
-/// where the transcoder returns null.
+/// Returns a copy, or null where the transcoder returns null. The caller releases it with
+/// XMLString::release(), like the result of XMLString::transcode().
 char *narrow(const XMLCh *text, std::size_t length);
 
 /// Narrows one text after another into memory of its own, which stays valid when the platform goes down.

@@ -26,7 +26,7 @@ const char *read_number(const char *at, char32_t &character) {
     constexpr int most_digits = 8; // more do not fit into 32 bits
     const unsigned base = *at == 'x' ? 16 : 10;
     at += base == 16;
-    char32_t number = 0; // stays 0, which is no character, without digits
+    char32_t number = 0; // without digits it stays 0, which is no character
     for (int digits = 0; digit(*at) < base; ++at) {
         if (++digits > most_digits)
             return nullptr;

@@ -40,7 +40,7 @@ const char *skip_name(const char *at, const char *limit) {
     return at;
 }
 
-/// Returns the end of an element name; for one that is too long, a place that is too far away.
+/// Returns the end of an element name; for one that is too long, a place beyond the longest allowed.
 const char *end_of_element_name(const char *at) { return skip_name(at, at + element_name::most_bytes + 1); }
 
 bool begins(const char *at, std::string_view text) { return std::string_view(at, text.size()) == text; }
@@ -84,8 +84,8 @@ plain_token plain_scanner::next() {
     }
 }
 
-/// Moves on only when the token is complete. An incomplete one is scanned again when more is loaded, so
-/// nothing that the scanner tells may change before.
+/// Moves on only when the token is complete. An incomplete one is scanned again when more is loaded, so the
+/// scanner's results must not change before.
 plain_token plain_scanner::take(plain_token token, const char *end) {
     if (end > limit_)
         return plain_token::MORE;

@@ -21,7 +21,7 @@
 
 namespace zeb5 {
 
-/// A piece of the document, byte by byte, and a note of what in it must be converted.
+/// A piece of the document as it stands there, and notes of what in it must be converted.
 struct raw_text {
     const char *begin;
     const char *end;
