@@ -105,6 +105,29 @@ std::string many_steps(const std::string &element, const std::string &attribute)
            element + ">";
 }
 
+/// Two to the power of `length` names that the unseeded hash of the XML library takes for one, with something
+/// before and behind each.
+std::string alike(unsigned length, const std::string &before, const std::string &behind) {
+    std::string all;
+    for (unsigned i = 0; i < 1U << length; ++i) {
+        all += before;
+        for (unsigned bit = 0; bit < length; ++bit)
+            all += i >> bit & 1 ? "az" : "bT"; // 38 times the first character and the second are the same sum
+        all += behind;
+    }
+    return all;
+}
+
+/// Entities from `l0` to `l9`, each of which is ten of the one before.
+const std::string laughs = "<!ENTITY l0 'lol'>" + [] {
+    std::string all;
+    for (int i = 1; i < 10; ++i)
+        all += "<!ENTITY l" + std::to_string(i) + " '" + times(10, "&l" + std::to_string(i - 1) + ";") + "'>";
+    return all;
+}();
+
+const std::string long_text = "<!ENTITY t '" + times(4000, "x") + "'>";
+
 struct hostile_case {
     const char *what;
     std::string document;
@@ -120,29 +143,20 @@ const hostile_case small_cases[] = {
      REFUSED, REFUSED},
     {"a default of some length for many elements",
      document(any + "<!ELEMENT a ANY><!ATTLIST a b CDATA '" + times(4000, "x") + "'>", times(1300, "<a/>")),
-     REFUSED, REFUSED},
+     READ, REFUSED},
     {"many lists of long defaults",
-     document(any + long_entity + numbered(200, "<!ATTLIST ROOT a", " CDATA '&e;&e;&e;&e;&e;'>")), REFUSED,
+     document(any + long_entity + numbered(200, "<!ATTLIST ROOT a", " CDATA '&e;&e;&e;&e;&e;'>")), READ,
      REFUSED},
-    {"many lists of empty defaults", document(any + numbered(205, "<!ATTLIST ROOT a", " CDATA ''>")), REFUSED,
-     REFUSED},
-    {"as many lists of empty defaults as may be",
-     document(any + numbered(204, "<!ATTLIST ROOT a", " CDATA ''>")), READ, READ},
+    {"many lists of empty defaults", document(any + numbered(205, "<!ATTLIST ROOT a", " CDATA ''>")), READ,
+     READ},
     {"lists of no attributes", document(any + times(400, "<!ATTLIST ROOT>")), READ, READ},
     {"elements of an entity",
      document(any + "<!ELEMENT a EMPTY><!ENTITY a '" + times(1000, "<a/>") + "'>", times(1000, "&a;")),
      REFUSED, REFUSED},
-    {"as many elements of an entity as may be",
-     document(any + "<!ELEMENT a EMPTY>" + elements, times(1000, "&a;")), READ, READ},
     {"attributes of an entity",
      document(any + "<!ELEMENT a ANY><!ENTITY a '<a" + numbered(500, " a", "=\"\"") + "/>'>",
               times(1000, "&a;")),
      REFUSED, REFUSED},
-    {"as many attributes of an entity as may be",
-     document(any + "<!ELEMENT a EMPTY><!ATTLIST a b CDATA #IMPLIED><!ENTITY a '" + times(56, "<a b=\"\"/>") +
-                  "'>",
-              times(1000, "&a;")),
-     READ, READ},
     {"defaults for elements of an entity",
      document(any + "<!ELEMENT a EMPTY><!ATTLIST a b CDATA '" + times(1000, "x") + "'>" + elements,
               times(1000, "&a;")),
@@ -150,8 +164,6 @@ const hostile_case small_cases[] = {
     {"an empty default for elements of an entity",
      document(any + "<!ELEMENT a EMPTY><!ATTLIST a b CDATA ''>" + elements, times(1000, "&a;")), REFUSED,
      REFUSED},
-    {"as many empty defaults for elements of an entity as may be",
-     document(any + "<!ELEMENT a EMPTY><!ATTLIST a b CDATA ''>" + elements, times(192, "&a;")), READ, READ},
     {"many empty defaults for elements of an entity",
      document(any + "<!ELEMENT a EMPTY><!ATTLIST a " + numbered(400, "a", " CDATA '' ") + ">" + elements,
               times(600, "&a;")),
@@ -159,7 +171,7 @@ const hostile_case small_cases[] = {
     {"many empty defaults for many elements",
      document(any + "<!ELEMENT a EMPTY><!ATTLIST a " + numbered(350, "a", " CDATA '' ") + ">",
               times(1000, "<a/>")),
-     REFUSED, REFUSED},
+     READ, REFUSED},
     {"some empty defaults for many elements",
      document(any + "<!ELEMENT a EMPTY><!ATTLIST a " + numbered(5, "a", " CDATA '' ") + ">",
               times(2400, "<a/>")),
@@ -168,15 +180,11 @@ const hostile_case small_cases[] = {
      document(any + "<!ELEMENT a EMPTY><!ATTLIST a " + numbered(300, "a", " CDATA #IMPLIED ") + ">" +
                   elements,
               times(900, "&a;")),
-     READ, READ},
+     REFUSED, REFUSED},
     {"elements of an entity, in a model of many names",
      document("<!ELEMENT ROOT (#PCDATA" + times(1000, "|a") + "|a)*><!ELEMENT a EMPTY>" + elements,
               times(900, "&a;")),
-     REFUSED, READ},
-    {"elements of an entity, in a model of as many names as may be",
-     document("<!ELEMENT ROOT (#PCDATA" + times(510, "|a") + "|a)*><!ELEMENT a EMPTY>" + elements,
-              times(900, "&a;")),
-     READ, READ},
+     REFUSED, REFUSED},
     {"defaults that elements of an entity do not take",
      document(any + long_entity + "<!ELEMENT a ANY><!ATTLIST a b CDATA '" + times(500, "&e;") +
                   "'><!ENTITY a '" + times(56, "<a b=\"\"/>") + "'>",
@@ -190,15 +198,15 @@ const hostile_case small_cases[] = {
      document(any + "<!ELEMENT a EMPTY><!ATTLIST a " + numbered(100, "a", " ID #IMPLIED ") +
                   "><!ENTITY a '<a" + numbered(100, " a", "=\"\"") + "/>'>",
               times(1000, "&a;")),
-     REFUSED, READ},
-    {"as much as may be of everything",
+     REFUSED, REFUSED},
+    {"much of everything",
      document("<!ATTLIST Int64 z CDATA 'x'><!ENTITY b '" + times(99, "<Int64/>x") + "'><!ENTITY % d '" +
                   times(252, " ") + "'><!ENTITY % e '" + times(15, "&#37;d;") + "'><!ENTITY a '" +
                   times(99, "<Float/>x") + "'>" + times(1500, "%e;"),
               times(200, "&b;") + times(780, "&a;")),
-     REFUSED, READ},
+     REFUSED, REFUSED},
     {"comments of an entity",
-     document(any + "<!ENTITY e '" + times(500, "<!---->") + "'>", times(1000, "&e;")), REFUSED, REFUSED},
+     document(any + "<!ENTITY e '" + times(500, "<!---->") + "'>", times(1000, "&e;")), READ, REFUSED},
     {"text of an entity", document(any + long_entity, times(15, "&e;")), READ, READ},
     {"declarations of a parameter entity",
      document(any + "<!ENTITY % e \"" + times(100, "<!ELEMENT a ANY>") + "\">" + times(2600, "%e;")), REFUSED,
@@ -215,18 +223,17 @@ const hostile_case small_cases[] = {
     {"blanks of a parameter entity",
      document("<!ENTITY % e '" + times(4000, " ") + "'>" + any + times(1900, "%e;")), READ, READ},
     {"entities within entities", document(any + chain(17, "", "&", "x"), times(62, "&e1;")), READ, READ},
-    {"entities within entities once more", document(any + chain(18, "", "&", "x")), REFUSED, REFUSED},
     {"ten of ten",
      document(any + "<!ENTITY a 'x'><!ENTITY b '" + times(10, "&a;") + "'><!ENTITY c '" + times(10, "&b;") +
               "'>"),
-     REFUSED, REFUSED},
+     READ, READ},
     {"entities within the entities of a default",
      document(any + chain(17, "", "&", "") + "<!ENTITY a '&e1;'><!ATTLIST ROOT a CDATA '" +
               times(2900, "&a;") + "'>"),
-     READ, READ},
+     REFUSED, REFUSED},
     {"parameter entities within parameter entities",
-     document(any + chain(17, "% ", "&#37;", " ") + "<!ENTITY % a '&#37;e1;'>" + times(2700, "%a;")), READ,
-     READ},
+     document(any + chain(17, "% ", "&#37;", " ") + "<!ENTITY % a '&#37;e1;'>" + times(2700, "%a;")), REFUSED,
+     REFUSED},
     {"a model of a parameter entity",
      document(any + "<!ENTITY % e \"<!ELEMENT a (#PCDATA" + times(1900, "|b") + ")*>\">" +
               times(1900, "%e;")),
@@ -236,9 +243,7 @@ const hostile_case small_cases[] = {
     {"one name or the other", document("<!ELEMENT ROOT (a" + numbered(1200, "|a", "") + ")*>"), REFUSED,
      READ},
     {"one of many names, each twice", document(twice(148)), REFUSED, READ},
-    {"one of as many names as may be, each twice", document(twice(147)), READ, READ},
     {"a repeated repetition", document(repetitions(1024)), REFUSED, READ},
-    {"a repetition repeated as often as may be", document(repetitions(1023)), READ, READ},
     {"an attribute of many values",
      document(any + "<!ATTLIST ROOT a (a" + numbered(1500, "|a", "") + ") #IMPLIED>"), READ, READ},
     {"many names", "<ROOT>" + numbered(1200, "<a", "/>") + "</ROOT>", READ, READ},
@@ -246,15 +251,11 @@ const hostile_case small_cases[] = {
     {"an identifier for each element",
      document(any + "<!ELEMENT a EMPTY><!ATTLIST a b ID #REQUIRED>", numbered(600, "<a b='i", "'/>")), READ,
      READ},
-    {"references to an identifier", references("<a c='" + times(32, "i ") + "'/><a c='i'/><a c='i'/>"),
-     REFUSED, READ},
-    {"as many references to an identifier as may be",
-     references("<a c='" + times(32, "i ") + "'/><a c='i'/>"), READ, READ},
+    {"references to an identifier", references("<a c='" + times(32, "i ") + "'/><a c='i'/><a c='i'/>"), READ,
+     READ},
     {"entities that are not declared, in an attribute",
      document("%p;" + any + "<!ENTITY e '" + times(16, "&x;") + "'>", "<a a='" + times(999, "&e;") + "'/>"),
      REFUSED, READ},
-    {"too many of these", document("%p;" + any + "<!ENTITY e '" + times(17, "&x;") + "'>", "&e;"), REFUSED,
-     REFUSED},
     {"a channel that is named anew again and again",
      document(any + "<!ELEMENT CHANNEL ANY><!ELEMENT PROP ANY><!ENTITY e '" +
                   times(25, "<PROP>a</PROP><PROP>b</PROP>") + "'>",
@@ -276,6 +277,54 @@ const hostile_case small_cases[] = {
     {"many entities", document(any + numbered(450, "<!ENTITY a", " '&a;'>")), READ, READ},
     {"a chain of entities",
      document(any + numbered(330, "<!ENTITY a", " '&b;&b;&b;&b;'>") + "<!ENTITY b ''>"), READ, READ},
+    {"entities of entities of entities, in content", document(any + laughs, "&l9;"), REFUSED, REFUSED},
+    {"entities of entities of entities, in an attribute", document(any + laughs, "<ROOT a='&l9;'/>"), REFUSED,
+     REFUSED},
+    {"entities of entities of entities, in a default",
+     document(any + laughs + "<!ATTLIST ROOT a CDATA '&l9;'>"), REFUSED, REFUSED},
+    {"a long text again and again", document(any + long_text, times(1900, "&t;")), READ, REFUSED},
+    {"a long text again and again, in an attribute",
+     document(any + long_text, "<ROOT a='" + times(1900, "&t;") + "'/>"), REFUSED, REFUSED},
+    {"a long text again and again and again",
+     document(any + long_text + "<!ENTITY u '" + times(500, "&t;") + "'>", times(1000, "&u;")), REFUSED,
+     REFUSED},
+    {"a long text again and again and again, in an attribute",
+     document(any + long_text + "<!ENTITY u '" + times(500, "&t;") + "'>",
+              "<ROOT a='" + times(1000, "&u;") + "'/>"),
+     REFUSED, REFUSED},
+    {"blanks of parameter entities",
+     document("<!ENTITY % e '" + times(3000, " ") + "'><!ENTITY % f '" + times(400, "&#37;e;") + "'>" + any +
+              times(1000, "%f;")),
+     REFUSED, REFUSED},
+    {"long entities of parameter entities",
+     document("<!ENTITY % e \"<!ENTITY a '" + times(3000, "x") + "'>\"><!ENTITY % f '" +
+              times(400, "&#37;e;") + "'>" + any + times(1000, "%f;")),
+     REFUSED, REFUSED},
+    {"lists of no attributes beside many, of a parameter entity",
+     document(any + "<!ELEMENT a EMPTY><!ATTLIST a " + numbered(200, "a", " CDATA #IMPLIED ") +
+              "><!ENTITY % e \"" + times(93, "<!ATTLIST a>") + "\">" + times(1300, "%e;")),
+     REFUSED, REFUSED},
+    {"channels of an entity",
+     document(any + "<!ELEMENT CHANNEL ANY><!ELEMENT PROP ANY><!ENTITY c '" +
+                  times(150, "<CHANNEL><PROP>p</PROP></CHANNEL>") + "'>",
+              times(1200, "&c;")),
+     REFUSED, REFUSED},
+    {"dimensions of an entity",
+     document(any + "<!ELEMENT CHANNEL ANY><!ELEMENT DIM ANY><!ELEMENT PROP ANY><!ENTITY c '" +
+                  times(300, "<DIM>1</DIM>") + "'>",
+              "<CHANNEL><PROP>x</PROP>" + times(1500, "&c;") + "</CHANNEL>"),
+     REFUSED, REFUSED},
+    {"features of an entity",
+     document(any + "<!ENTITY c '" + times(500, "<Float/>") + "'>", times(1200, "&c;")), REFUSED, REFUSED},
+    {"references to identifiers whose names meet in one place",
+     document(any + "<!ELEMENT a EMPTY><!ATTLIST a b ID #IMPLIED c IDREFS #IMPLIED><!ENTITY e '" +
+                  alike(7, "", " ") + "'><!ENTITY f '" + times(100, "&e;") + "'>",
+              alike(7, "<a b='", "'/>") + "<a c='" + times(1000, "&f;") + "'/>"),
+     REFUSED, REFUSED},
+    {"a model of many states",
+     document("<!ELEMENT a EMPTY><!ELEMENT b EMPTY><!ELEMENT ROOT ((a|b)*,a" + times(60, ",(a|b)") + ")>",
+              times(400, "<a/><b/>")),
+     REFUSED, READ},
     {"another file", document(any + "<!ENTITY e SYSTEM '/etc/passwd'>", "&e;"), REFUSED, REFUSED},
     {"another file by its address", document(any + "<!ENTITY e SYSTEM 'file:///etc/passwd'>", "&e;"), REFUSED,
      REFUSED},
@@ -395,40 +444,32 @@ const large_case large_cases[] = {
      [] { return document("<!ELEMENT ROOT " + times(100'000, "(a,") + "a" + times(100'000, ")") + ">"); },
      REFUSED, REFUSED},
     {"names in a row", [] { return document("<!ELEMENT ROOT (a" + times(100'000, ",a") + ")>"); }, REFUSED,
-     REFUSED},
-    {"models of many names", [] { return document(any + models_of_201_names(7)); }, REFUSED, READ},
-    {"as many models of many names as may be", [] { return document(any + models_of_201_names(6)); }, READ,
      READ},
+    {"models of many names", [] { return document(any + models_of_201_names(7)); }, READ, READ},
     {"models of few names",
-     [] { return document(any + mixed_models_of_7_names(8'192) + "<!ELEMENT e (a)>"); }, REFUSED, REFUSED},
-    {"as many models of few names as may be", [] { return document(any + mixed_models_of_7_names(8'192)); },
-     READ, READ},
-    {"declarations", [] { return document(any + numbered(16'384, "<!ELEMENT a", " EMPTY>")); }, REFUSED,
-     REFUSED},
-    {"as many declarations as may be",
-     [] { return document(any + numbered(16'383, "<!ELEMENT a", " EMPTY>")); }, READ, READ},
-    {"lists of defaults", [] { return document(any + lists_of_64_characters(5'035)); }, REFUSED, REFUSED},
-    {"as many lists of defaults as may be", [] { return document(any + lists_of_64_characters(5'034)); },
-     READ, READ},
-    {"elements with defaults", [] { return elements_with_defaults(255, 256); }, REFUSED, REFUSED},
-    {"elements with defaults that are free", [] { return elements_with_defaults(255, 255); }, READ, READ},
-    {"attributes that elements do not have", [] { return elements_without_attributes(1'025); }, REFUSED,
-     REFUSED},
-    {"as many attributes that elements do not have as may be",
-     [] { return elements_without_attributes(1'024); }, READ, READ},
-    {"values of an attribute", [] { return document(any + values(65'537)); }, REFUSED, REFUSED},
-    {"as many values of an attribute as may be", [] { return document(any + values(65'536)); }, READ, READ},
+     [] { return document(any + mixed_models_of_7_names(8'192) + "<!ELEMENT e (a)>"); }, REFUSED, READ},
+    {"declarations", [] { return document(any + numbered(16'384, "<!ELEMENT a", " EMPTY>")); }, READ, READ},
+    {"lists of defaults", [] { return document(any + lists_of_64_characters(5'035)); }, READ, READ},
+    {"elements with defaults", [] { return elements_with_defaults(255, 256); }, READ, REFUSED},
+    {"attributes that elements do not have", [] { return elements_without_attributes(1'025); }, READ, READ},
+    {"values of an attribute", [] { return document(any + values(65'537)); }, READ, READ},
     {"children in a model of many names", [] { return children_of_names(1'000); }, REFUSED, READ},
-    {"children in a model of as many names as may be", [] { return children_of_names(511); }, READ, READ},
     {"a million attributes", [] { return "<ROOT" + numbered(1'000'000, " a", "=''") + "/>"; }, READ, REFUSED},
-    {"names of elements once more", [] { return "<ROOT>" + numbered(32'768, "<a", "/>") + "</ROOT>"; }, READ,
+    {"names of elements", [] { return "<ROOT>" + numbered(32'768, "<a", "/>") + "</ROOT>"; }, REFUSED,
      REFUSED},
-    {"as many names of elements as may be",
-     [] { return "<ROOT>" + numbered(32'767, "<a", "/>") + "</ROOT>"; }, READ, READ},
-    {"names of attributes once more",
-     [] { return "<ROOT>" + numbered(32'768, "<a n='' a", "=''/>") + "</ROOT>"; }, READ, REFUSED},
-    {"as many names of attributes as may be",
-     [] { return "<ROOT>" + numbered(32'767, "<a n='' a", "=''/>") + "</ROOT>"; }, READ, READ},
+    {"names of attributes", [] { return "<ROOT>" + numbered(32'768, "<a n='' a", "=''/>") + "</ROOT>"; },
+     READ, REFUSED},
+    {"names of elements that meet in one place", [] { return "<ROOT>" + alike(15, "<", "/>") + "</ROOT>"; },
+     REFUSED, REFUSED},
+    {"names of attributes that meet in one place",
+     [] { return "<ROOT><!---->" + alike(15, "<a n='' ", "=''/>") + "</ROOT>"; }, READ, REFUSED},
+    {"names of entities that meet in one place",
+     [] { return document(any + alike(12, "<!ENTITY ", " 'x'>"), alike(12, "&", ";")); }, READ, READ},
+    {"identifiers that meet in one place",
+     [] {
+         return document(any + "<!ELEMENT a EMPTY><!ATTLIST a b ID #IMPLIED>", alike(13, "<a b='", "'/>"));
+     },
+     READ, READ},
     {"a long text", [] { return "<ROOT>" + std::string(50'000'000, 'x') + "</ROOT>"; }, READ, READ},
     {"a long name", [] { return "<ROOT><" + std::string(1'000'000, 'a') + "/></ROOT>"; }, READ, READ},
     {"a long attribute", [] { return "<ROOT a='" + std::string(5'000'000, 'x') + "'/>"; }, READ, READ},
@@ -441,7 +482,7 @@ const large_case large_cases[] = {
      READ},
     {"comments", [] { return "<ROOT>" + times(200'000, "<!---->") + "</ROOT>"; }, READ, READ},
     {"characters", [] { return "<ROOT>" + times(500'000, "&#65;") + "</ROOT>"; }, READ, READ},
-    {"attributes", [] { return "<ROOT" + numbered(30'000, " a", "=''") + "/>"; }, READ, READ},
+    {"attributes", [] { return "<ROOT" + numbered(30'000, " a", "=''") + "/>"; }, READ, REFUSED},
     // Plain to the scanner, or nearly so
     {"elements with all that may be plain",
      [] {
@@ -458,7 +499,7 @@ const large_case large_cases[] = {
 
 TEST(HostileDocuments, OfAnySizeAreReadOrRefused) {
     for (const large_case &row : large_cases)
-        expect_cheap({row.what, row.make_document(), row.by_sax, row.by_camera}, 10, 600);
+        expect_cheap({row.what, row.make_document(), row.by_sax, row.by_camera}, 10, 700);
 }
 
 } // namespace

@@ -11,6 +11,10 @@
 
 namespace {
 
+class no_meter : public zeb5::parse_meter {
+    void refuse(const char16_t *) override {}
+};
+
 /// Memory that knows which of its blocks are in use.
 class watched_memory : public xercesc::MemoryManager {
 public:
@@ -35,7 +39,8 @@ protected:
 };
 
 TEST_F(ParserMemory, ComesFromTheXmlLibrarysAndGoesBackToIt) {
-    zeb5::parser_memory memory;
+    no_meter meter;
+    zeb5::parser_memory memory{meter};
     void *const first = memory.allocate(1);
     void *const second = memory.allocate(0);
     void *const third = memory.allocate(1000);
@@ -51,7 +56,8 @@ TEST_F(ParserMemory, ComesFromTheXmlLibrarysAndGoesBackToIt) {
 
 TEST_F(ParserMemory, GoesBackWhereItCameFromWhenItIsNotGivenBack) {
     {
-        zeb5::parser_memory memory;
+        no_meter meter;
+        zeb5::parser_memory memory{meter};
         memory.allocate(1);
         memory.deallocate(memory.allocate(2));
         memory.allocate(3);
@@ -62,13 +68,15 @@ TEST_F(ParserMemory, GoesBackWhereItCameFromWhenItIsNotGivenBack) {
 }
 
 TEST_F(ParserMemory, IsAlignedForAnything) {
-    zeb5::parser_memory memory;
+    no_meter meter;
+    zeb5::parser_memory memory{meter};
     for (const XMLSize_t size : {1u, 7u, 24u})
         EXPECT_EQ(reinterpret_cast<std::uintptr_t>(memory.allocate(size)) % alignof(std::max_align_t), 0u);
 }
 
 TEST_F(ParserMemory, IsNotForExceptionsThatOutliveIt) {
-    zeb5::parser_memory memory;
+    no_meter meter;
+    zeb5::parser_memory memory{meter};
     EXPECT_EQ(memory.getExceptionMemoryManager(), &source);
 }
 

@@ -111,12 +111,12 @@ std::string repeated(const char *text, int count) {
 const std::string with_entity = "<!DOCTYPE r [<!ELEMENT r ANY><!ATTLIST r a CDATA #IMPLIED><!ENTITY e \"E\">"
                                 "<!ENTITY two \"&e;E\">]>";
 
-TYPED_TEST(SaxParserRefusal, MayExpandEntitiesAThousandTimes) {
+TYPED_TEST(SaxParserRefusal, MayExpandEntities) {
     const std::string documents[] = {
-        with_entity + "<r>" + repeated("&e;", 1000) + "</r>",
-        with_entity + "<r>" + repeated("&two;", 500) + "</r>",
-        with_entity + "<r a=\"" + repeated("&e;", 1000) + "\"/>",
-        with_entity + "<r a=\"" + repeated("&e;", 500) + "\">" + repeated("&e;", 500) + "</r>",
+        with_entity + "<r>" + repeated("&e;", 2000) + "</r>",
+        with_entity + "<r>" + repeated("&two;", 2000) + "</r>",
+        with_entity + "<r a=\"" + repeated("&e;", 2000) + "\"/>",
+        with_entity + "<r a=\"" + repeated("&e;", 2000) + "\">" + repeated("&e;", 2000) + "</r>",
         with_entity + "<r>" + repeated("&amp;&#65;&lt;", 2000) + "</r>", // these do not count
     };
     for (const auto &document : documents) {
@@ -129,148 +129,62 @@ TYPED_TEST(SaxParserRefusal, MayExpandEntitiesAThousandTimes) {
     }
 }
 
-TYPED_TEST(SaxParserRefusal, MayNotExpandThemOnceMore) {
-    const struct {
-        std::string content, steps;
-    } rows[] = {
-        {"<r>" + repeated("&e;", 1001) + "</r>", "r r[E]" + repeated(" ~", 999) + " 1"},
-        {"<r>" + repeated("&two;", 501) + "</r>", "r r[E]" + repeated(" ~", 999) + " 1"},
-        {"<r a=\"" + repeated("&e;", 1001) + "\"/>", "1"},
-        {"<r a=\"" + repeated("&e;", 500) + "\">" + repeated("&e;", 501) + "</r>",
-         "r r[E]" + repeated(" ~", 499) + " 1"},
-    };
-    for (const auto &row : rows) {
-        TypeParam source(with_entity + row.content);
-        const outcome seen = read(source);
-        EXPECT_EQ(seen.started, 0);
-        EXPECT_EQ(seen.count, 1);
-        EXPECT_TRUE(seen.steps_seen == row.steps)
-            << row.content.substr(0, 20) << seen.steps_seen.substr(0, 200);
-        EXPECT_EQ(without_column(seen.streams.err),
-                  "\nFatal Error at (file " + source.system_id() +
-                      ", line 1, char #): parser has encountered more than '1000' entity expansions in the "
-                      "document; this is the limit imposed by the application\n");
-    }
-}
-
-/// Entities, each of which is ten of the one before: the third is a hundred of the first.
+/// Entities, each of which is ten of the one before.
 std::string bomb(const std::string &kind, const std::string &reference_mark) {
     std::string all = "<!ENTITY " + kind + " e0 ' '>";
-    for (int i = 1; i < 3; ++i) {
+    for (int i = 1; i < 10; ++i) {
         const std::string one_before = reference_mark + "e" + std::to_string(i - 1) + ";";
         all += "<!ENTITY " + kind + " e" + std::to_string(i) + " '" + repeated(one_before.c_str(), 10) + "'>";
     }
     return all;
 }
 
-// Used or not: the XML library does not count what is used as a parameter or in a default.
-TYPED_TEST(SaxParserRefusal, MayNotDeclareEntitiesOfTooMuch) {
-    const std::string all[] = {
-        bomb("", "&"),
-        bomb("%", "&#37;"),
-        "<!ENTITY a '&a;'>",
-        "<!ENTITY a '&b;'><!ENTITY b '&a;'>",
-        "<!ENTITY a '" + std::string(4097, 'x') + "'>",
-    };
-    for (const std::string &entities : all) {
-        const std::string declared = "<!DOCTYPE r [<!ELEMENT r ANY>" + entities;
-        TypeParam source(declared + "]><r/>");
+/// A document of entities without end, and how its reports end.
+struct bomb_case {
+    const char *what;
+    std::string document;
+    const char *end;
+};
+
+const std::string any = "<!DOCTYPE r [<!ELEMENT r ANY>";
+const bomb_case bombs[] = {
+    {"in content", any + bomb("", "&") + "]><r>&e9;</r>", ""},
+    {"in an attribute", any + "<!ATTLIST r a CDATA ''>" + bomb("", "&") + "]><r a='&e9;'/>", ""},
+    {"in a default", any + bomb("", "&") + "<!ATTLIST r a CDATA '&e9;'>]><r/>", "scanFirst() failed\n"},
+    {"in declarations", any + bomb("%", "&#37;") + "%e9;]><r/>", "scanFirst() failed\n"},
+};
+
+TYPED_TEST(SaxParserRefusal, MayNotExpandEntitiesWithoutEnd) {
+    for (const bomb_case &row : bombs) {
+        TypeParam source(row.document);
         const outcome seen = read(source);
-        EXPECT_EQ(seen.started, 1) << entities;
-        EXPECT_EQ(seen.steps_seen, "") << entities;
-        EXPECT_EQ(seen.count, 1) << entities;
-        EXPECT_EQ(seen.streams.err,
-                  "\nFatal Error at (file " + source.system_id() + ", line 1, char " +
-                      std::to_string(declared.size() + 1) +
-                      "): The entities of this document stand for too much text\nscanFirst() failed\n")
-            << entities;
+        EXPECT_EQ(seen.count, 1) << row.what;
+        EXPECT_EQ(without_column(seen.streams.err),
+                  "\nFatal Error at (file " + source.system_id() +
+                      ", line 1, char #): This document takes more work than its length allows\n" + row.end)
+            << row.what;
     }
 }
 
-/// A content model with as many groups as a table of its states has bits.
-std::string content_model(int groups) {
-    return "<!DOCTYPE r [<!ELEMENT a EMPTY><!ELEMENT b EMPTY><!ELEMENT r ((a|b)*,a" +
-           repeated(",(a|b)", groups) + ")>]>";
-}
-
-TYPED_TEST(SaxParserRefusal, MayNotHaveAContentModelOfEndlessStates) {
-    const std::string good = "<r><a/>" + repeated("<b/>", 10) + "</r>";
-    TypeParam source(content_model(10) + good);
-    EXPECT_EQ(read(source).count, 0);
-    for (int groups : {11, 25, 500}) {
-        const std::string document = content_model(groups) + "<r/>";
-        TypeParam hostile(document);
-        const outcome seen = read(hostile);
-        EXPECT_EQ(seen.count, 1) << groups;
-        EXPECT_EQ(seen.streams.err, "\nFatal Error at (file " + hostile.system_id() + ", line 1, char " +
-                                        std::to_string(content_model(groups).size() - 1) +
-                                        "): The content models of this document have too many states\n"
-                                        "scanFirst() failed\n")
-            << groups;
-    }
-}
-
-/// The one report of a document whose root is declared by `model`, or "" when it is read.
-template <class Source> std::string report_of_model(const std::string &model, const std::string &content) {
-    const std::string declared = "<!DOCTYPE r [<!ELEMENT a EMPTY><!ELEMENT r " + model + ">";
-    Source source(declared + "]><r>" + content + "</r>");
+TYPED_TEST(SaxParserRefusal, MayDeclareEntitiesWithoutEndThatAreNotUsed) {
+    TypeParam source(any + bomb("", "&") + bomb("%", "&#37;") + "<!ENTITY a '&b;'><!ENTITY b '&a;'>]><r/>");
     const outcome seen = read(source);
-    EXPECT_EQ(seen.count, seen.streams.err.empty() ? 0 : 1);
-    return replace_all(seen.streams.err,
-                       "\nFatal Error at (file " + source.system_id() + ", line 1, char " +
-                           std::to_string(declared.size() + 1) + "): ",
-                       "");
+    EXPECT_EQ(seen.steps_seen, "r ~ -1");
+    EXPECT_EQ(seen.streams.err, "");
 }
 
-// Such a model once overflowed the stack at 50,000 levels
-TYPED_TEST(SaxParserRefusal, MayNotHaveAContentModelOfEndlessDepth) {
-    const auto model = [](int marks) { return repeated("(", marks) + "a" + repeated(")*", marks); };
-    EXPECT_EQ(report_of_model<TypeParam>(model(1000), "<a/>"), "");
-    EXPECT_EQ(report_of_model<TypeParam>(model(1100), "<a/>"),
-              "The content models of this document have too many states\nscanFirst() failed\n");
-}
-
-// 500 bytes of references stood for gigabytes of default values
-TYPED_TEST(SaxParserRefusal, MayNotHaveDefaultsOfEndlessText) {
-    const std::string declared = "<!DOCTYPE r [<!ELEMENT r ANY><!ENTITY e '" + repeated("x", 4096) +
-                                 "'><!ATTLIST r a CDATA '" + repeated("&e;", 1000) + "'>]>";
-    TypeParam once(declared + "<r/>");
-    const outcome seen = read(once);
+TYPED_TEST(SaxParserRefusal, MayNotUseEntitiesThatNameEachOther) {
+    TypeParam source(any + "<!ENTITY a '&b;'><!ENTITY b '&a;'>]><r>&a;</r>");
+    const outcome seen = read(source);
     EXPECT_EQ(seen.count, 1);
-    EXPECT_EQ(without_column(seen.streams.err),
-              "\nFatal Error at (file " + once.system_id() +
-                  ", line 1, char #): The declarations of this document, with the default values that they "
-                  "give, are too long\nscanFirst() failed\n");
+    EXPECT_EQ(without_column(seen.streams.err), "\nFatal Error at (file " + source.system_id() +
+                                                    ", line 1, char #): recursive entity expansion 'a'\n");
 }
 
 TYPED_TEST(SaxParserRefusal, MayGiveShortDefaultsToAnyNumberOfElements) {
     TypeParam source("<!DOCTYPE r [<!ELEMENT r ANY><!ATTLIST r a CDATA '" + repeated("x", 64) + "'>]><r>" +
                      repeated("<r/>", 100000) + "</r>");
     EXPECT_EQ(read(source).count, 0);
-}
-
-/// The reports of a document with two attributes of a type, which name an identifier and an entity that is no
-/// text; the name has `length` characters.
-template <class Source> std::string reports_of_references(const std::string &type, std::size_t length) {
-    const std::string name(length, 'n');
-    Source source("<!DOCTYPE r [<!ELEMENT r ANY><!NOTATION n SYSTEM 'n'><!ENTITY " + name +
-                  " SYSTEM 'u' NDATA n><!ATTLIST r i ID #IMPLIED a " + type + " #IMPLIED>]><r i='" + name +
-                  "' a='" + name + "'><r a='" + name + "'/></r>");
-    const outcome seen = read(source);
-    EXPECT_EQ(seen.count, seen.streams.err.empty() ? 0 : 1);
-    return replace_all(without_column(seen.streams.err),
-                       "\nFatal Error at (file " + source.system_id() + ", line 1, char #): ", "");
-}
-
-TYPED_TEST(SaxParserRefusal, MayReferToIdentifiersAndEntitiesInSomeThousandCharacters) {
-    for (const char *type : {"IDREF", "IDREFS", "ENTITY", "ENTITIES"}) {
-        EXPECT_EQ(reports_of_references<TypeParam>(type, 32'768), "") << type;
-        EXPECT_EQ(reports_of_references<TypeParam>(type, 32'769),
-                  "The attributes of this document have too many references\n")
-            << type;
-    }
-    for (const char *type : {"CDATA", "NMTOKEN", "NMTOKENS"})
-        EXPECT_EQ(reports_of_references<TypeParam>(type, 32'769), "") << type;
 }
 
 TYPED_TEST(SaxParserRefusal, MayRepeatNamesInItsContentModels) {

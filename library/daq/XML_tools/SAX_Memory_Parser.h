@@ -15,19 +15,11 @@
 ///
 /// Documents are self-contained: an external entity or DTD to which one refers is never opened, and the
 /// reference is an error. A path is the caller's: Xerces opens one that looks like an address as an address.
-/// So is what goes beyond these limits; the size of the document itself is the caller's to bound.
-///  - 1,000 expansions of entities in content and attributes
-///  - 16 references to entities, declared or not, in one entity and in what it refers to
-///  - 4,096 characters of one entity, and as many of all that it refers to, each "<" and "=" counting for 32
-///    more
-///  - 1,024 names, groups and marks of a content model; 65,536 names of all content models, and 262,144
-///    entries in their tables of states
-///  - 1,024 attributes that declarations give one element, and 65,536 characters of the values that one of
-///    them may choose from
-///  - 4,194,304 characters of default values, each time that one is declared, or copied for another list of
-///    attributes or an element, and then with its name and 192 more; every declaration counts for 256.
-///    Defaults of an element that come to 896 or less are free, unless it stands in an entity.
-///  - 65,536 characters of attributes that refer to identifiers or to entities that are no text
+///
+/// A document that asks for far more work or memory than its length allows is refused with an error, and so
+/// is one with more than 4,096 names of elements or with a content model of more than 512 names, groups and
+/// marks. SECURITY.md has all limits; honest documents do not meet them. The caller limits the size of the
+/// document itself. A thread needs 128 KB of stack to read whatever document.
 ///
 /// Each parser reads one document, on one thread; parsers on several threads may run at the same time.
 

@@ -13,7 +13,7 @@
 #include <xercesc/util/OutOfMemoryException.hpp>
 #include <xercesc/util/XMLException.hpp>
 
-#include "limits/xml_hardening.h"
+#include "limits/bounded_parser.h"
 #include "readers/feature_collector.h"
 #include "readers/feature_scan.h"
 #include "readers/feature_tree.h"
@@ -61,8 +61,8 @@ std::unique_ptr<XercesDOMParser> parse_file(const char *file_name) {
         auto parser = zeb5::create_parser<XercesDOMParser>(XercesDOMParser::Val_Never);
         parser->setErrorHandler(&errors);
         parser->setCreateEntityReferenceNodes(false);
-        if (const auto source = parser->files.source_of(file_name))
-            parser->parse(*source);
+        if (const auto source = parser->streams.source_of(file_name))
+            parser->parse(zeb5::metered_source(*source, parser->streams));
         else
             parser->parse(file_name);
         parser->setErrorHandler(nullptr);

@@ -92,7 +92,8 @@ void write_bit(xml_text &out, const bit_descr &bit) {
 
 void write_stat(xml_text &out, const stat_descr &stat) {
     out.make_room();
-    out.put(opening<chan_descr_tag<TAG_PART, OF_STAT>>(stat.stat), element<chan_descr_tag<TAG_PART_NAME, OF_STAT>>(stat.stat_name),
+    out.put(opening<chan_descr_tag<TAG_PART, OF_STAT>>(stat.stat),
+            element<chan_descr_tag<TAG_PART_NAME, OF_STAT>>(stat.stat_name),
             element<chan_descr_tag<TAG_UNITS, OF_STAT>>(stat.units),
             element<chan_descr_tag<TAG_PART_DESCR, OF_STAT>>(stat.stat_desc));
     out.close(chan_descr_tag<TAG_PART, OF_STAT>);
@@ -100,8 +101,10 @@ void write_stat(xml_text &out, const stat_descr &stat) {
 
 void write_dim(xml_text &out, const dim_descr &dim, const dim_params *axes) {
     out.make_room();
-    out.put(opening<chan_descr_tag<TAG_PART, OF_DIM>>(dim.dim), element<chan_descr_tag<TAG_PART_NAME, OF_DIM>>(dim.dim_name),
-            element<chan_descr_tag<TAG_UNITS, OF_DIM>>(dim.units), element<chan_descr_tag<TAG_PART_DESCR, OF_DIM>>(dim.dim_desc));
+    out.put(opening<chan_descr_tag<TAG_PART, OF_DIM>>(dim.dim),
+            element<chan_descr_tag<TAG_PART_NAME, OF_DIM>>(dim.dim_name),
+            element<chan_descr_tag<TAG_UNITS, OF_DIM>>(dim.units),
+            element<chan_descr_tag<TAG_PART_DESCR, OF_DIM>>(dim.dim_desc));
     for_each_part(dim.stats, [&](const stat_descr &stat) { write_stat(out, stat); });
     out.make_room();
     if (axes)
@@ -130,12 +133,18 @@ void write_chan_descr(xml_text &out, const chan_descr_2010 &channel, list_positi
                       const axes_of_channels &all_axes) {
     out.make_room();
     out.open(chan_descr_tag<TAG_CHANNEL>);
-    out.put(element<chan_descr_tag<TAG_STREAM>>(channel.stream), element<chan_descr_tag<TAG_EVTYPE>>(channel.ev_type),
-            element<chan_descr_tag<TAG_DTYPE>>(channel.dtype), element<chan_descr_tag<TAG_DB_KEY>>(channel.db_key),
-            element<chan_descr_tag<TAG_COUNT>>(channel.count), element<chan_descr_tag<TAG_SB_NAME>>(channel.sb_name),
-            element<chan_descr_tag<TAG_PROP>>(channel.prop_name), element<chan_descr_tag<TAG_NAME>>(name_or_undefined(channel.daq_name)),
-            element<chan_descr_tag<TAG_SETPOINT>>(channel.set_point), element<chan_descr_tag<TAG_SUBSYSTEM>>(channel.subsystem),
-            element<chan_descr_tag<TAG_UNITS>>(channel.units), element<chan_descr_tag<TAG_DESC>>(channel.prop_desc),
+    out.put(element<chan_descr_tag<TAG_STREAM>>(channel.stream),
+            element<chan_descr_tag<TAG_EVTYPE>>(channel.ev_type),
+            element<chan_descr_tag<TAG_DTYPE>>(channel.dtype),
+            element<chan_descr_tag<TAG_DB_KEY>>(channel.db_key),
+            element<chan_descr_tag<TAG_COUNT>>(channel.count),
+            element<chan_descr_tag<TAG_SB_NAME>>(channel.sb_name),
+            element<chan_descr_tag<TAG_PROP>>(channel.prop_name),
+            element<chan_descr_tag<TAG_NAME>>(name_or_undefined(channel.daq_name)),
+            element<chan_descr_tag<TAG_SETPOINT>>(channel.set_point),
+            element<chan_descr_tag<TAG_SUBSYSTEM>>(channel.subsystem),
+            element<chan_descr_tag<TAG_UNITS>>(channel.units),
+            element<chan_descr_tag<TAG_DESC>>(channel.prop_desc),
             element<chan_descr_tag<TAG_SIZE>>(channel.max_size));
     for_each_part(channel.bits, [&](const bit_descr &bit) { write_bit(out, bit); });
     const dim_params *const axes = all_axes.find(name_or_undefined(channel.daq_name));

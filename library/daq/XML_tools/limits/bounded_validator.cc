@@ -1,14 +1,15 @@
 #include "limits/bounded_validator.h"
 
-#include <xercesc/framework/XMLErrorCodes.hpp>
+#include <algorithm>
+#include <string_view>
+
 #include <xercesc/internal/XMLScanner.hpp>
-#include <xercesc/util/XMLString.hpp>
 
 namespace zeb5 {
 
 namespace {
 
-bool are_references(xercesc::XMLAttDef::AttTypes type) {
+bool has_references(xercesc::XMLAttDef::AttTypes type) {
     using xercesc::XMLAttDef;
     return type == XMLAttDef::IDRef || type == XMLAttDef::IDRefs || type == XMLAttDef::Entity ||
            type == XMLAttDef::Entities;
@@ -18,11 +19,10 @@ bool are_references(xercesc::XMLAttDef::AttTypes type) {
 
 void bounded_validator::validateAttrValue(const xercesc::XMLAttDef *attribute, const XMLCh *value,
                                           bool is_declaration, const xercesc::XMLElementDecl *element) {
-    if (are_references(attribute->getType())) {
-        characters_ += xercesc::XMLString::stringLen(value);
-        if (characters_ > most_characters)
-            getScanner()->emitError(xercesc::XMLErrs::XMLException_Fatal,
-                                    u"The attributes of this document have too many references");
+    if (has_references(attribute->getType())) {
+        const std::u16string_view text(value);
+        const auto names = static_cast<price>(1 + std::count(text.begin(), text.end(), u' '));
+        meter_.spend(names * (attribute_price + reference_price * getScanner()->getIDRefList()->getCount()));
     }
     DTDValidator::validateAttrValue(attribute, value, is_declaration, element);
 }

@@ -8,8 +8,9 @@ parser_memory::~parser_memory() {
 }
 
 void *parser_memory::allocate(XMLSize_t size) {
-    auto *const added = static_cast<link *>(source_.allocate(sizeof(link) + size));
-    *added = {&blocks_, blocks_.behind};
+    meter_.take(size);
+    auto *const added = static_cast<block *>(source_.allocate(sizeof(block) + size));
+    *added = {&blocks_, blocks_.behind, size};
     blocks_.behind = added->behind->before = added;
     return added + 1;
 }
@@ -17,7 +18,8 @@ void *parser_memory::allocate(XMLSize_t size) {
 void parser_memory::deallocate(void *memory) {
     if (!memory)
         return;
-    link *const gone = static_cast<link *>(memory) - 1;
+    block *const gone = static_cast<block *>(memory) - 1;
+    meter_.give_back(gone->size);
     gone->before->behind = gone->behind;
     gone->behind->before = gone->before;
     source_.deallocate(gone);

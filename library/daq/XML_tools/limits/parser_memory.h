@@ -8,6 +8,8 @@
 #include <xercesc/framework/MemoryManager.hpp>
 #include <xercesc/util/PlatformUtils.hpp>
 
+#include "limits/parse_meter.h"
+
 namespace zeb5 {
 
 /// Memory of one parser, from the XML library's own manager; all of it is given back at the latest when this
@@ -15,7 +17,8 @@ namespace zeb5 {
 /// size, and much of what it was making when memory runs out.
 class parser_memory final : public xercesc::MemoryManager {
 public:
-    parser_memory() = default;
+    /// `meter` must outlive this.
+    explicit parser_memory(parse_meter &meter) : meter_(meter) {}
     ~parser_memory() override;
     parser_memory(const parser_memory &) = delete;
     parser_memory &operator=(const parser_memory &) = delete;
@@ -28,14 +31,15 @@ public:
 
 private:
     /// Stands before each block that is in use; they form a ring.
-    struct link {
-        link *before;
-        link *behind;
+    struct alignas(std::max_align_t) block {
+        block *before;
+        block *behind;
+        std::size_t size;
     };
-    static_assert(sizeof(link) % alignof(std::max_align_t) == 0, "blocks would not be aligned");
 
+    parse_meter &meter_;
     xercesc::MemoryManager &source_ = *xercesc::XMLPlatformUtils::fgMemoryManager;
-    link blocks_{&blocks_, &blocks_};
+    block blocks_{&blocks_, &blocks_, 0};
 };
 
 } // namespace zeb5

@@ -6,8 +6,7 @@
 
 namespace zeb5 {
 
-template <class Parser>
-std::optional<std::string_view> parsed_document<Parser>::attribute(const char *name) {
+template <class Parser> std::optional<std::string_view> parsed_document<Parser>::attribute(const char *name) {
     char *value = nullptr;
     sax_step_handlers::get_attr(*parser_, name, &value);
     return value ? std::optional<std::string_view>(value) : std::nullopt;

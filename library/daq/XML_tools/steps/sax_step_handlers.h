@@ -16,7 +16,7 @@
 #include <xercesc/sax/SAXParseException.hpp>
 #include <xercesc/util/XMLException.hpp>
 
-#include "limits/xml_hardening.h"
+#include "limits/bounded_parser.h"
 #include "steps/narrow_text.h"
 #include "steps/plain_file_source.h"
 #include "steps/platform_hold.h"
@@ -241,16 +241,17 @@ private:
     }
 
     static bool parse_first(xercesc::SAXParser &parser, const char *path, xercesc::XMLPScanToken &token) {
-        const auto source = bounded(parser).files.source_of(path);
-        return source ? parser.parseFirst(*source, token) : parser.parseFirst(path, token);
+        const auto source = bounded(parser).streams.source_of(path);
+        return source ? parse_first(parser, *source, token) : parser.parseFirst(path, token);
     }
     static bool parse_first(xercesc::SAXParser &parser, const opened_file &opened,
                             xercesc::XMLPScanToken &token) {
-        return parser.parseFirst(plain_file_source(opened.path, opened.file, bounded(parser).memory), token);
+        const plain_file_source source(opened.path, opened.file, bounded(parser).memory);
+        return parse_first(parser, source, token);
     }
     static bool parse_first(xercesc::SAXParser &parser, const xercesc::InputSource &source,
                             xercesc::XMLPScanToken &token) {
-        return parser.parseFirst(source, token);
+        return parser.parseFirst(metered_source(source, bounded(parser).streams), token);
     }
 };
 

@@ -1,0 +1,211 @@
+#ifndef ZEB5_BOUNDED_PARSER_H
+#define ZEB5_BOUNDED_PARSER_H
+
+/// The XML library's parsers, made to refuse what limits.h says, and to leave nothing behind.
+///
+/// A document is self-contained: an external entity or DTD is reported as missing and never opened, whether
+/// file or network address.
+
+#include <memory>
+#include <string>
+#include <type_traits>
+#include <unordered_set>
+#include <utility>
+
+#include <xercesc/framework/XMLAttr.hpp>
+#include <xercesc/framework/XMLValidator.hpp>
+#include <xercesc/internal/XMLScanner.hpp>
+#include <xercesc/util/RefVectorOf.hpp>
+#include <xercesc/validators/DTD/DTDAttDef.hpp>
+#include <xercesc/validators/DTD/DTDElementDecl.hpp>
+#include <xercesc/validators/DTD/DTDEntityDecl.hpp>
+
+#include "limits/bounded_validator.h"
+#include "limits/parse_meter.h"
+#include "limits/parser_memory.h"
+#include "limits/parser_streams.h"
+#include "text/name_hash.h"
+#include "xml_platform.h"
+
+XERCES_CPP_NAMESPACE_BEGIN
+class SAXParser;
+class XercesDOMParser;
+XERCES_CPP_NAMESPACE_END
+
+namespace zeb5 {
+
+/// What a parser has of memory and streams, and its meter; a base of the parser, so that they are there
+/// before it and after it.
+struct parser_belongings : parse_meter {
+    std::unique_ptr<xml_platform> platform; // null: whoever uses the parser holds it
+    parser_memory memory{*this};
+    parser_streams streams{*this, memory};
+};
+
+/// Names, groups and marks of a declared element's content model.
+std::size_t nodes_of_model(const xercesc::DTDElementDecl &element);
+
+// Prices of what has parts
+
+price price_of_attribute(const xercesc::DTDAttDef &declaration);
+price price_of_declared_attributes(const xercesc::XMLElementDecl &element);
+price price_of_element(const xercesc::XMLElementDecl &element,
+                       const xercesc::RefVectorOf<xercesc::XMLAttr> &attributes, XMLSize_t count);
+
+/// Of those that the parser of a tree keeps.
+class attribute_names {
+public:
+    /// Notes the names of an element's attributes; returns how many different ones there are so far.
+    std::size_t add(const xercesc::RefVectorOf<xercesc::XMLAttr> &attributes, XMLSize_t count);
+
+private:
+    std::u16string last_;
+    std::unordered_set<std::u16string, seeded_name_hash> names_;
+};
+
+/// The parser of a tree would keep a table of identifiers, which takes the square of their number when they
+/// are alike.
+void forget_identifiers(const xercesc::RefVectorOf<xercesc::XMLAttr> &attributes, XMLSize_t count);
+
+template <class Parser> class bounded_parser final : public parser_belongings, public Parser {
+public:
+    bounded_parser() : Parser(create_validator(*this), &memory) {
+        if constexpr (is_sax) // which tells only a validator of its own making whom to report to
+            const_cast<xercesc::XMLValidator &>(this->getValidator()).setErrorReporter(this);
+    }
+
+    // Not in memory of the platform, as the base class would have it: that is gone when the parser is
+    static void *operator new(std::size_t size) { return ::operator new(size); }
+    static void operator delete(void *memory) { ::operator delete(memory); }
+
+private:
+    /// Only the SAX parser validates.
+    static constexpr bool is_sax = std::is_same_v<Parser, xercesc::SAXParser>;
+
+    /// The parser's to delete.
+    static xercesc::XMLValidator *create_validator(parser_belongings &own) {
+        if constexpr (is_sax)
+            return new (&own.memory) bounded_validator(own);
+        else
+            return nullptr;
+    }
+
+    void resetDocument() override {
+        begin();
+        has_refused_ = false;
+        declarations_ = 0;
+        names_ = {};
+        Parser::resetDocument();
+    }
+
+    void error(const unsigned code, const XMLCh *const domain, const xercesc::XMLErrorReporter::ErrTypes type,
+               const XMLCh *const text, const XMLCh *const system_id, const XMLCh *const public_id,
+               const XMLFileLoc line, const XMLFileLoc column) override {
+        Parser::error(code, domain, type, text, system_id, public_id, line, column);
+        if (type != xercesc::XMLErrorReporter::ErrType_Fatal)
+            spend(report_price);
+    }
+
+    void elementDecl(const xercesc::DTDElementDecl &element, const bool is_ignored) override {
+        Parser::elementDecl(element, is_ignored);
+        const std::size_t nodes = nodes_of_model(element);
+        if (is_sax && nodes > most_model_nodes)
+            refuse(u"A content model of this document has too many names");
+        declare(is_sax ? nodes * nodes * validated_model_price : nodes * model_node_price);
+    }
+
+    void attDef(const xercesc::DTDElementDecl &element, const xercesc::DTDAttDef &attribute,
+                const bool is_ignored) override {
+        Parser::attDef(element, attribute, is_ignored);
+        declare(price_of_attribute(attribute));
+    }
+
+    void entityDecl(const xercesc::DTDEntityDecl &entity, const bool is_parameter,
+                    const bool is_ignored) override {
+        Parser::entityDecl(entity, is_parameter, is_ignored);
+        declare(character_price * entity.getValueLen());
+    }
+
+    void notationDecl(const xercesc::XMLNotationDecl &notation, const bool is_ignored) override {
+        Parser::notationDecl(notation, is_ignored);
+        declare(0);
+    }
+
+    void endAttList(const xercesc::DTDElementDecl &element) override {
+        spend(price_of_declared_attributes(element));
+        Parser::endAttList(element);
+    }
+
+    void doctypeWhitespace(const XMLCh *const text, const XMLSize_t length) override {
+        spend(character_price * length);
+        Parser::doctypeWhitespace(text, length);
+    }
+
+    void doctypeComment(const XMLCh *const comment) override {
+        spend(character_price * xercesc::XMLString::stringLen(comment));
+        Parser::doctypeComment(comment);
+    }
+
+    void doctypePI(const XMLCh *const target, const XMLCh *const data) override {
+        spend(character_price * xercesc::XMLString::stringLen(data));
+        Parser::doctypePI(target, data);
+    }
+
+    /// The parser of a tree would keep its declarations as a text, too.
+    void startIntSubset() override {}
+
+    void startEntityReference(const xercesc::XMLEntityDecl &entity) override {
+        spend(character_price * entity.getValueLen());
+        Parser::startEntityReference(entity);
+    }
+
+    void startElement(const xercesc::XMLElementDecl &element, const unsigned uri, const XMLCh *const prefix,
+                      const xercesc::RefVectorOf<xercesc::XMLAttr> &attributes, const XMLSize_t count,
+                      const bool is_empty, const bool is_root) override {
+        spend(price_of_element(element, attributes, count));
+        if (element.getId() > most_names)
+            refuse_names();
+        if constexpr (!is_sax) {
+            if (names_.add(attributes, count) > most_names)
+                refuse_names();
+            forget_identifiers(attributes, count);
+        }
+        Parser::startElement(element, uri, prefix, attributes, count, is_empty, is_root);
+    }
+
+    void declare(price more) { spend(declaration_price + crowding_price * ++declarations_ + more); }
+
+    void refuse_names() { refuse(u"This document has too many names"); }
+
+    void refuse(const char16_t *reason) override {
+        if (std::exchange(has_refused_, true))
+            return; // the report needs memory itself
+        xercesc::XMLScanner *scanner;
+        if constexpr (is_sax)
+            scanner = const_cast<xercesc::XMLScanner *>(&this->getScanner());
+        else
+            scanner = this->getScanner();
+        scanner->emitError(xercesc::XMLErrs::XMLException_Fatal, reason); // does not return
+    }
+
+    bool has_refused_ = false;
+    price declarations_ = 0;
+    attribute_names names_; // of the parser of a tree
+};
+
+/// Creates a parser that reads as the system's documents are meant: no validation but by `scheme`, no
+/// namespaces, no schemas, and bounded.
+template <class Parser>
+std::unique_ptr<bounded_parser<Parser>> create_parser(typename Parser::ValSchemes scheme) {
+    auto parser = std::make_unique<bounded_parser<Parser>>();
+    parser->setValidationScheme(scheme);
+    parser->setDoNamespaces(false);
+    parser->setDoSchema(false);
+    parser->setValidationSchemaFullChecking(false);
+    parser->setDisableDefaultEntityResolution(true);
+    return parser;
+}
+
+} // namespace zeb5
+
+#endif

@@ -1,0 +1,93 @@
+#ifndef ZEB5_LIMITS_H
+#define ZEB5_LIMITS_H
+
+/// Every limit of a document that the XML library reads.
+///
+/// What a document makes a parser do has a price. The document is refused when the sum of the prices exceeds
+/// both free_work and work_per_byte times its own length, as far as it was read: an honest document writes
+/// down what it asks for.
+
+#include <cstddef>
+#include <cstdint>
+
+namespace zeb5 {
+
+/// A price of 1 is about a nanosecond of a processor, or a tenth of a byte of memory that stays.
+using price = std::uint64_t;
+
+/// Work that any document may ask for: up to half a second. It keeps a document of 10,000 bytes below a
+/// second and 100 MB.
+inline constexpr price free_work = 400'000'000;
+
+/// Work for each byte of the document. References to a short entity, one behind the other, cost 4,600 a byte.
+/// A channel of 40 bytes whose 32 named and described bits are one entity costs 10,800 a byte. A document
+/// that is made for this limit takes up to 12 s for each megabyte.
+inline constexpr price work_per_byte = 12'000;
+
+/// Memory, in bytes, that the parser of any document may hold.
+inline constexpr std::size_t free_memory = std::size_t{24} << 20;
+
+/// Memory for each byte of the document. The tree of a camera file that is all short attributes takes 100
+/// bytes for each of its own; one whose features have 15 children by an entity takes 500.
+inline constexpr std::size_t memory_per_byte = 600;
+
+// The prices
+
+/// Of an element. It includes the record that a reader makes of it: a channel takes 1,600 bytes, and at least
+/// two elements.
+inline constexpr price element_price = 4'500;
+
+/// Of each attribute that is declared for an element, at each such element and at the end of each list of its
+/// attributes: the parser walks through them.
+inline constexpr price declared_attribute_price = 40;
+
+/// Of an attribute that an element has, written or by default, beside the characters of its name and value.
+inline constexpr price attribute_price = 400;
+
+/// Of a character: of attributes, declarations, expanded entities, and of blanks, comments and instructions
+/// between declarations.
+inline constexpr price character_price = 10;
+
+/// Of a declaration, beside its characters.
+inline constexpr price declaration_price = 2'000;
+
+/// Of a declaration, for each one before it: a document can choose names that the parser's tables keep in one
+/// list.
+inline constexpr price crowding_price = 2;
+
+/// Of each pair of the values of an enumerated type: a parser that validates compares them all.
+inline constexpr price compared_value_price = 4;
+
+/// Of a name, group or mark of a content model.
+inline constexpr price model_node_price = 500;
+
+/// Of each pair of these, for a parser that validates: it walks through all of them for each.
+inline constexpr price validated_model_price = 5;
+
+/// Of each name in an IDREF, IDREFS, ENTITY or ENTITIES attribute, for each identifier that the parser knows:
+/// a document can choose identifiers that the parser's table keeps in one list.
+inline constexpr price reference_price = 6;
+
+/// Of a warning or an error.
+inline constexpr price report_price = 8'000;
+
+/// Bytes of memory that cost 1 when the parser asks for them, whether it keeps them or not. The parser makes
+/// a reader of 164,032 bytes each time that it expands an entity, in content, attributes and declarations, so
+/// an expansion costs 13,669.
+inline constexpr std::size_t bytes_per_price = 12;
+
+// What no price bounds
+
+/// Different names of elements, and in a camera file that the DOM parser reads as many of attributes. The
+/// parsers keep them in tables that do not grow. 4,096 names that such a table keeps in one list take 0.2 s;
+/// the most that was seen in a camera file is 69.
+inline constexpr std::size_t most_names = 4096;
+
+/// Names, groups and marks of one content model, for a parser that validates. It walks through the model by
+/// recursion, which takes 190 bytes of the stack for each, and makes a table of its states, of which there
+/// may be very many: each takes the square of this number.
+inline constexpr std::size_t most_model_nodes = 512;
+
+} // namespace zeb5
+
+#endif
