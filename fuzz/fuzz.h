@@ -7,15 +7,14 @@
 #include <cstddef>
 #include <cstdint>
 #include <cstdlib>
-#include <stdexcept>
 #include <string>
 #include <string_view>
 #include <vector>
 
 #include <fcntl.h>
-#include <sys/mman.h>
 #include <unistd.h>
 
+#include "support/memory_file.h"
 #include "xml_platform.h"
 
 /// A document, and behind it the bytes that choose what is done with it: taken from the end, so that any
@@ -48,44 +47,6 @@ public:
 
 private:
     std::string_view rest_;
-};
-
-/// A file in memory, whose path stays the same from content to content.
-class memory_file {
-public:
-    memory_file()
-        : fd_(memfd_create("zeb5_fuzz", MFD_CLOEXEC)), path_("/proc/self/fd/" + std::to_string(fd_)) {
-        if (fd_ < 0)
-            throw std::runtime_error("no file in memory");
-    }
-    ~memory_file() { close(fd_); }
-    memory_file(const memory_file &) = delete;
-    memory_file &operator=(const memory_file &) = delete;
-
-    int fd() const { return fd_; }
-    char *path() { return path_.data(); }
-
-    /// Gives it new content; returns its path.
-    char *holding(std::string_view content) {
-        if (ftruncate(fd_, 0) != 0 ||
-            pwrite(fd_, content.data(), content.size(), 0) != static_cast<ssize_t>(content.size()))
-            throw std::runtime_error("cannot write to a file in memory");
-        return path();
-    }
-
-    /// Its content; empties it.
-    std::string take() {
-        std::string content(static_cast<std::size_t>(lseek(fd_, 0, SEEK_END)), '\0');
-        if (pread(fd_, content.data(), content.size(), 0) != static_cast<ssize_t>(content.size()) ||
-            ftruncate(fd_, 0) != 0)
-            throw std::runtime_error("cannot read a file in memory");
-        lseek(fd_, 0, SEEK_SET);
-        return content;
-    }
-
-private:
-    int fd_;
-    std::string path_;
 };
 
 /// The path of the process's one file, which now holds the document.

@@ -51,7 +51,7 @@ bool is_ascii(std::string_view text) {
 /// What `read` gives both ways; parts of the document that are loaded at a time are small if they may be.
 template <class Read> void compare(const char *what, bool small_parts, Read read) {
     std::string seen[2];
-    messages told[2];
+    captured told[2];
     for (const reading_way way : both_ways) {
         const way_in_use used(way);
         if (small_parts)

@@ -64,7 +64,7 @@ std::string plain_way_of_steps(reader_form form, char *source) {
 
 void compare_steps(reader_form form, char *source) {
     const std::string seen = library_steps(form, source);
-    const messages told = take_messages();
+    const captured told = take_messages();
     expect_same("steps", seen, plain_way_of_steps(form, source));
     expect_same("reports", told.err, take_messages().err);
 }
@@ -73,9 +73,9 @@ void compare_channels(reader_form form, char *source, bool shift, bool delete_du
     channel_list seen, plain;
     const auto read = form == READ_FILE ? parse_descr_list_readf : parse_descr_list_read;
     const int result = read(source, seen, shift, delete_duplicated);
-    const messages told = take_messages();
+    const captured told = take_messages();
     const int expected = plain_channels(form, source, plain.records, shift, delete_duplicated).read();
-    const messages expected_told = take_messages();
+    const captured expected_told = take_messages();
     expect_same("results", std::to_string(result), std::to_string(expected));
     expect_same("channels", describe(seen.records), describe(plain.records));
     expect_same("reports", told.err, expected_told.err);

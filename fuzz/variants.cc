@@ -24,10 +24,10 @@ struct two_forms {
 };
 
 /// What a call tells, its result included.
-template <class Call> messages told_by(Call &&call) {
+template <class Call> captured told_by(Call &&call) {
     take_messages();
     const int result = call();
-    messages told = take_messages();
+    captured told = take_messages();
     told.err = "result " + std::to_string(result) + '\n' + told.err;
     return told;
 }
@@ -37,14 +37,14 @@ std::string with_one_name(const two_forms &forms, const std::string &text) {
     return replace_all(replace_all(text, forms.path, "DOCUMENT"), "my_mem_info", "DOCUMENT");
 }
 
-void expect_same(const two_forms &forms, const messages &memory, const messages &file) {
+void expect_same(const two_forms &forms, const captured &memory, const captured &file) {
     ::expect_same("results or reports", with_one_name(forms, memory.err), with_one_name(forms, file.err));
     ::expect_same("outputs", memory.out, file.out);
 }
 
 template <class Memory, class File> void compare(two_forms &forms, Memory memory, File file) {
-    const messages of_memory = told_by([&] { return memory(forms.text.data()); });
-    const messages of_file = told_by([&] { return file(forms.path); });
+    const captured of_memory = told_by([&] { return memory(forms.text.data()); });
+    const captured of_file = told_by([&] { return file(forms.path); });
     expect_same(forms, of_memory, of_file);
 }
 
@@ -61,10 +61,10 @@ bool is_daq_variables(std::vector<char> text) {
 void compare_channels(two_forms &forms, bool shift, bool delete_duplicated) {
     const bool daq = is_daq_variables(forms.text);
     channel_list memory, file;
-    messages of_memory = told_by([&] {
+    captured of_memory = told_by([&] {
         return parse_descr_list_read(forms.text.data(), memory, shift && !daq, delete_duplicated && daq);
     });
-    const messages of_file =
+    const captured of_file =
         told_by([&] { return parse_descr_list_readf(forms.path, file, shift, delete_duplicated); });
     if (daq) {
         of_memory.out.clear();
@@ -87,7 +87,7 @@ void compare_events(two_forms &forms) {
         [&](char *path) { return zeb5_parse_ev_list_readf(path, &file.entries); });
     take_messages();
     zeb5_print_ev_list(&memory.entries);
-    const messages of_memory = take_messages();
+    const captured of_memory = take_messages();
     zeb5_print_ev_list(&file.entries);
     expect_same(forms, of_memory, take_messages());
 }

@@ -10,9 +10,9 @@
 
 #include <gtest/gtest.h>
 
+#include "support/capture.h"
 #include "support/channel_records.h"
 #include "support/env_dictionary_records.h"
-#include "support/silence.h"
 #include "support/test_files.h"
 
 namespace {

@@ -19,10 +19,10 @@
 
 #include <unistd.h>
 
+#include "support/capture.h"
 #include "support/descriptors.h"
 #include "support/every_reader.h"
 #include "support/sanitized.h"
-#include "support/silence.h"
 #include "xml_platform.h"
 
 namespace {

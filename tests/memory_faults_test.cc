@@ -9,12 +9,12 @@
 #include <gtest/gtest.h>
 
 #include "attr_tags_functions.h"
+#include "support/capture.h"
 #include "support/descriptors.h"
 #include "support/env_dictionary_readers.h"
 #include "support/every_reader.h"
 #include "support/failing_memory.h"
 #include "support/lane.h"
-#include "support/overheard.h"
 #include "support/sanitized.h"
 
 namespace {
@@ -64,17 +64,23 @@ bool is_left_behind(const holdings &before, const holdings &after, bool failed_i
            (of_xml != 0 && !(failed_in_xml && of_xml == 2));
 }
 
+/// The line that says what could not be done; "" when none does.
+const char *line_of_failure(const captured &said) {
+    for (const char *const line : {"unable to open primary document entity",
+                                   "Failed to allocate memory for zeb5_env_index_dictionary_entry"})
+        if ((said.out + said.err).find(line) != std::string::npos)
+            return line;
+    return "";
+}
+
 /// `call` makes one call and gives its outcome; everything of it is gone when the outcome is. A line that
 /// says what could not be done tells of it, as an exception does.
 template <class Call> tally fail_everywhere(xml_memory &of_xml, mode how, Call call) {
-    overheard words;
     const auto run = [&] {
-        words.begin();
-        auto outcome = call();
+        reading outcome;
+        const captured said = capture([&] { outcome = call(); });
         if (!*outcome.thrown)
-            outcome.thrown =
-                words.first_said_of({"unable to open primary document entity",
-                                     "Failed to allocate memory for zeb5_env_index_dictionary_entry"});
+            outcome.thrown = line_of_failure(said);
         return outcome;
     };
     tally seen;
@@ -226,7 +232,7 @@ std::string written_sizes(const std::string &path, off_t to_descriptor, const st
 void expect_writer_recovers(xml_memory &of_xml, const std::string &name, const writing &write) {
     const temporary_folder folder;
     std::string path = folder / "out.xml";
-    const descriptor target;
+    const memory_file target;
     const struct {
         const char *name;
         int fd;
@@ -286,10 +292,10 @@ TEST_F(MemoryFaults, LeaveTheConversionOfChannelsAsItWas) {
                 });
 }
 
-template <class Layout> class DictionaryMemoryFaults : public MemoryFaults {};
-TYPED_TEST_SUITE(DictionaryMemoryFaults, both_layouts);
+template <class Layout> class MemoryFaultsOfDictionaries : public MemoryFaults {};
+TYPED_TEST_SUITE(MemoryFaultsOfDictionaries, both_layouts);
 
-TYPED_TEST(DictionaryMemoryFaults, LeaveTheWriterAndItsListAsTheyWere) {
+TYPED_TEST(MemoryFaultsOfDictionaries, LeaveTheWriterAndItsListAsTheyWere) {
     dictionary<TypeParam> list;
     list.add(1, "A/B", 0.5F);
     list.add(2, "A/C");
@@ -302,7 +308,7 @@ TYPED_TEST(DictionaryMemoryFaults, LeaveTheWriterAndItsListAsTheyWere) {
     EXPECT_EQ(describe(list.entries), before);
 }
 
-TYPED_TEST(DictionaryMemoryFaults, LeaveTheConversionAsItWas) {
+TYPED_TEST(MemoryFaultsOfDictionaries, LeaveTheConversionAsItWas) {
     std::string text = good_documents[DICTIONARY];
     for (const int write_mode : write_modes)
         expect_writer_recovers(this->platform.of_xml, "mode " + std::to_string(write_mode),

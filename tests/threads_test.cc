@@ -13,8 +13,8 @@
 
 #include <gtest/gtest.h>
 
+#include "support/capture.h"
 #include "support/every_reader.h"
-#include "support/silence.h"
 #include "xml_platform.h"
 
 namespace {

@@ -73,7 +73,7 @@ TEST(ChanDescrWriterDestinations, EachCombinationGetsWhatItsModeWrites) {
                 const std::string document = mode == xml_document ? sample_document(format) : "";
                 sample_list list;
                 const temporary_file file("what was in the file before, longer than some of the outputs");
-                const descriptor target;
+                const memory_file target;
                 std::string text = "before ";
                 const std::string since = local_date();
                 const size_t opened = open_descriptors();
@@ -106,7 +106,7 @@ TEST(ChanDescrWriterDestinations, EachCombinationGetsWhatItsModeWrites) {
 TEST(ChanDescrWriterDestinations, TheSameDateLineGoesToEveryDestinationWhenThereIsAFile) {
     sample_list list;
     const temporary_file file;
-    const descriptor target;
+    const memory_file target;
     std::string text;
     EXPECT_EQ(dump(list, &file.path(), xml_document, chandescriptions, target.fd(), &text).result, 0);
     EXPECT_EQ(text, file.text());
@@ -185,7 +185,7 @@ TEST(ChanDescrWriterDestinations, AnUnknownFormatIsRefusedInEveryModeBeforeAnyth
             const temporary_folder folder;
             const std::string new_path = folder / "new.xml", bad_path = folder / "missing/new.xml";
             for (const std::string *path : {&old_file.path(), &new_path, &bad_path}) {
-                const descriptor target;
+                const memory_file target;
                 std::string text = "before";
                 const dump_outcome seen = dump(list, path, mode, format, target.fd(), &text);
                 EXPECT_EQ(seen.result, 2);
@@ -239,7 +239,7 @@ void expect_failed_open(const std::string &path, int error) {
         for (int mode : all_modes)
             for (int format : {chandescriptions, daqvariables}) {
                 SCOPED_TRACE(path.substr(0, 100) + ", " + writer.name + ", " + case_name(mode, format));
-                const descriptor target;
+                const memory_file target;
                 std::string text = "before";
                 const size_t opened = open_descriptors();
                 const dump_outcome seen = writer.write(path, mode, format, target.fd(), &text);
@@ -280,7 +280,7 @@ TEST(ChanDescrWriterDestinations, AFullFileIsNotReported) {
                 channel_list list;
                 for (int i = 0; i < channels; ++i)
                     list.add(make_channel(std::to_string(i).c_str()));
-                const descriptor target;
+                const memory_file target;
                 std::string text;
                 const dump_outcome seen = dump(list, &full, mode, format, target.fd(), &text);
                 EXPECT_EQ(seen.result, 0);

@@ -13,6 +13,7 @@
 #include <fcntl.h>
 
 #include "support/chan_descr_writing.h"
+#include "support/element.h"
 
 namespace {
 
@@ -28,6 +29,7 @@ std::string print(const char *format, ...) {
 }
 
 template <size_t N> std::string text_of(const char (&field)[N]) { return {field, strnlen(field, N)}; }
+const std::string &text_of(const std::string &text) { return text; }
 std::string text_of(std::int32_t number) { return print("%d", number); }
 std::string text_of(std::uint32_t mask) { return print("%d", static_cast<std::int32_t>(mask)); }
 std::string text_of(float number) { return print("%e", static_cast<double>(number)); }
@@ -36,33 +38,29 @@ std::string daq_name(const chan_descr_2010 &c) {
     return c.daq_name[0] ? text_of(c.daq_name) : "!!!UNDEFINED!!!";
 }
 
-std::string element(const std::string &tag, const std::string &value) {
-    return '<' + tag + '>' + value + "</" + tag + ">\n";
+template <class Value> std::string line(const std::string &tag, const Value &value) {
+    return element_line(tag, text_of(value));
 }
-template <class Value> std::string element(const std::string &tag, const Value &value) {
-    return element(tag, text_of(value));
-}
-template <class Value> std::string element_if(bool wanted, const std::string &tag, Value value) {
-    return wanted ? element(tag, value) : "";
+template <class Value> std::string line_if(bool wanted, const std::string &tag, Value value) {
+    return wanted ? line(tag, value) : "";
 }
 
 std::string spectrum_lines(const zeb5_spect_header_2010 &s) {
-    return element("DIM_START", s.start) + element("DIM_INC", s.inc) + element("DIM_NDATA", s.ndata) +
-           element("DIM_GROUPS", s.groups) + element("DIM_GROUP_INC", s.group_inc);
+    return line("DIM_START", s.start) + line("DIM_INC", s.inc) + line("DIM_NDATA", s.ndata) +
+           line("DIM_GROUPS", s.groups) + line("DIM_GROUP_INC", s.group_inc);
 }
 
 std::string image_lines(const zeb5_image_ext_frame_head &h) {
-    return element("DIM_XSTART", h.x_start) + element("DIM_WIDTH", h.aoi_width >= 1 ? h.aoi_width : h.width) +
-           element_if(h.hbin > 0, "DIM_XBIN", h.hbin) + element("DIM_YSTART", h.y_start) +
-           element("DIM_HEIGHT", h.aoi_height >= 1 ? h.aoi_height : h.height) +
-           element_if(h.vbin > 0, "DIM_YBIN", h.vbin) + element_if(h.bpp > 0, "DIM_BPP", h.bpp) +
-           element_if(h.ebitpp > 0, "DIM_EBITPP", h.ebitpp) +
-           element_if(h.ispare4 != -1, "DIM_UNSIGNED", h.ispare4) +
-           element_if(h.fspare2 > 0.0F, "DIM_START", h.fspare2) +
-           element_if(h.fspare3 > 0.0F, "DIM_INC", h.fspare3) +
-           element_if(h.ispare3 > 0, "DIM_NDATA", h.ispare3) +
-           element_if(h.ispare2 > 0, "DIM_GROUPS", h.ispare2) +
-           element_if(h.fspare4 > 0.0F, "DIM_GROUP_INC", h.fspare4);
+    return line("DIM_XSTART", h.x_start) + line("DIM_WIDTH", h.aoi_width >= 1 ? h.aoi_width : h.width) +
+           line_if(h.hbin > 0, "DIM_XBIN", h.hbin) + line("DIM_YSTART", h.y_start) +
+           line("DIM_HEIGHT", h.aoi_height >= 1 ? h.aoi_height : h.height) +
+           line_if(h.vbin > 0, "DIM_YBIN", h.vbin) + line_if(h.bpp > 0, "DIM_BPP", h.bpp) +
+           line_if(h.ebitpp > 0, "DIM_EBITPP", h.ebitpp) +
+           line_if(h.ispare4 != -1, "DIM_UNSIGNED", h.ispare4) +
+           line_if(h.fspare2 > 0.0F, "DIM_START", h.fspare2) +
+           line_if(h.fspare3 > 0.0F, "DIM_INC", h.fspare3) + line_if(h.ispare3 > 0, "DIM_NDATA", h.ispare3) +
+           line_if(h.ispare2 > 0, "DIM_GROUPS", h.ispare2) +
+           line_if(h.fspare4 > 0.0F, "DIM_GROUP_INC", h.fspare4);
 }
 
 std::string axis_lines(const dim_params *axes, int dim, size_t head) {
@@ -75,21 +73,20 @@ std::string axis_lines(const dim_params *axes, int dim, size_t head) {
 }
 
 std::string channel_lines(const chan_descr_2010 &c, size_t position, const dim_params *axes) {
-    std::string lines = "<CHANNEL>\n" + element("STREAM", c.stream) + element("EVTYPE", c.ev_type) +
-                        element("DTYPE", c.dtype) + element("DB_KEY", c.db_key) + element("COUNT", c.count) +
-                        element("SB_NAME", c.sb_name) + element("PROP", c.prop_name) +
-                        element("NAME", daq_name(c)) + element("SETPOINT", c.set_point) +
-                        element("SUBSYSTEM", c.subsystem) + element("UNITS", c.units) +
-                        element("DESC", c.prop_desc) + element("SIZE", c.max_size);
+    std::string lines = "<CHANNEL>\n" + line("STREAM", c.stream) + line("EVTYPE", c.ev_type) +
+                        line("DTYPE", c.dtype) + line("DB_KEY", c.db_key) + line("COUNT", c.count) +
+                        line("SB_NAME", c.sb_name) + line("PROP", c.prop_name) + line("NAME", daq_name(c)) +
+                        line("SETPOINT", c.set_point) + line("SUBSYSTEM", c.subsystem) +
+                        line("UNITS", c.units) + line("DESC", c.prop_desc) + line("SIZE", c.max_size);
     for (const bit_descr *b : c.bits)
-        lines += "<BIT>" + text_of(b->bit) + "\n" + element("BIT_NAME", b->bit_name) +
-                 element("BIT_DESCR", b->bit_desc) + "</BIT>\n";
+        lines += "<BIT>" + text_of(b->bit) + "\n" + line("BIT_NAME", b->bit_name) +
+                 line("BIT_DESCR", b->bit_desc) + "</BIT>\n";
     for (const dim_descr *d : c.dims) {
-        lines += "<DIM>" + text_of(d->dim) + "\n" + element("DIM_NAME", d->dim_name) +
-                 element("DIM_UNITS", d->units) + element("DIM_DESCR", d->dim_desc);
+        lines += "<DIM>" + text_of(d->dim) + "\n" + line("DIM_NAME", d->dim_name) +
+                 line("DIM_UNITS", d->units) + line("DIM_DESCR", d->dim_desc);
         for (const stat_descr *s : d->stats)
-            lines += "<STAT>" + text_of(s->stat) + "\n" + element("STAT_NAME", s->stat_name) +
-                     element("STAT_UNITS", s->units) + element("STAT_DESCR", s->stat_desc) + "</STAT>\n";
+            lines += "<STAT>" + text_of(s->stat) + "\n" + line("STAT_NAME", s->stat_name) +
+                     line("STAT_UNITS", s->units) + line("STAT_DESCR", s->stat_desc) + "</STAT>\n";
         lines += axis_lines(axes, d->dim, static_cast<size_t>(d->dim)) + "</DIM>\n";
     }
     for (std::int32_t j = 0; c.dims.empty() && axes && j < axes->num; ++j)
@@ -99,21 +96,21 @@ std::string channel_lines(const chan_descr_2010 &c, size_t position, const dim_p
 
 std::string variable_lines(const chan_descr_2010 &c) {
     const std::string kind = c.max_size != 1 ? "DaqFloatMatrix" : c.bits.empty() ? "DaqFloat" : "DaqBits";
-    std::string lines = "<" + kind + ">\n" + element("evType", c.ev_type) + element("orvin", c.prop_name) +
-                        element("daqName", daq_name(c)) + element("DBKey", c.db_key) +
-                        element("setPoint", c.set_point) + element("sbName", c.sb_name) +
-                        element("subSystem", c.subsystem) + element("description", c.prop_desc) +
-                        element("units", c.units);
+    std::string lines = "<" + kind + ">\n" + line("evType", c.ev_type) + line("orvin", c.prop_name) +
+                        line("daqName", daq_name(c)) + line("DBKey", c.db_key) +
+                        line("setPoint", c.set_point) + line("sbName", c.sb_name) +
+                        line("subSystem", c.subsystem) + line("description", c.prop_desc) +
+                        line("units", c.units);
     if (c.max_size > 1)
-        lines += element("firstIndex", 0) + element("lastIndex", c.max_size - 1);
+        lines += line("firstIndex", 0) + line("lastIndex", c.max_size - 1);
     for (const bit_descr *b : c.bits)
         lines += "<bitTitle bit=\"" + text_of(b->bit) + "\">" + text_of(b->bit_desc) + "</bitTitle>\n";
     for (const dim_descr *d : c.dims)
-        lines += "<dimension id=\"" + text_of(d->dim) + "\">\n" + element("name", d->dim_name) +
-                 element("description", d->dim_desc) + element("units", d->units) + "</dimension>\n";
+        lines += "<dimension id=\"" + text_of(d->dim) + "\">\n" + line("name", d->dim_name) +
+                 line("description", d->dim_desc) + line("units", d->units) + "</dimension>\n";
     const int structure = get_event_struct_type(static_cast<int>(c.ev_type));
     const bool own = structure == ZEB5_EV_STRUCT_LOCAL || structure == ZEB5_EV_STRUCT_ML;
-    return lines + element("freq", own ? -1 : 1) + "</" + kind + ">\n";
+    return lines + line("freq", own ? -1 : 1) + "</" + kind + ">\n";
 }
 
 using axes_list = std::vector<dim_params *>;

@@ -9,6 +9,7 @@
 
 #include "support/channel_records.h"
 #include "support/descr_readers.h"
+#include "support/element.h"
 #include "xml_platform.h"
 
 namespace {
@@ -20,10 +21,6 @@ std::string document(const std::string &body) {
 /// A channel whose elements come before its PROP and therefore before the record enters the list.
 std::string channel(const std::string &elements, const char *prop = "ORVIN/A") {
     return "<CHANNEL>" + elements + "<PROP>" + prop + "</PROP></CHANNEL>";
-}
-
-std::string element(const std::string &tag, const std::string &text) {
-    return '<' + tag + '>' + text + "</" + tag + '>';
 }
 
 using change = std::function<void(chan_descr_2010 *)>;

@@ -8,15 +8,12 @@
 
 #include "support/channel_records.h"
 #include "support/descr_readers.h"
+#include "support/element.h"
 #include "xml_platform.h"
 
 namespace {
 
 std::string document(const std::string &body) { return "<DAQvariables>" + body + "</DAQvariables>\n"; }
-
-std::string element(const std::string &tag, const std::string &text) {
-    return '<' + tag + '>' + text + "</" + tag + '>';
-}
 
 /// A channel of one kind whose property stands first.
 std::string channel(const std::string &kind, const std::string &elements) {

@@ -7,6 +7,7 @@
 
 #include "support/channel_records.h"
 #include "support/descr_readers.h"
+#include "support/element.h"
 #include "xml_platform.h"
 
 namespace {
@@ -54,7 +55,7 @@ TEST(ParseChanDescrErrors, RefuseAnyOtherRoot) {
                                  "r"};
     for (const std::string root : roots) {
         const std::string body = "<CHANNEL><PROP>ORVIN/A</PROP></CHANNEL>";
-        expect_report('<' + root + '>' + body + "</" + root + '>', {1, wrong_root(root)});
+        expect_report(element(root, body), {1, wrong_root(root)});
         expect_report('<' + root + "/>", {1, wrong_root(root)});
         expect_report("<?xml version=\"1.0\"?>\n<!-- c -->\n<" + root + "></" + root + '>',
                       {1, wrong_root(root)});

@@ -33,7 +33,7 @@ TYPED_TEST(EnvIndexDictionaryWriterConversion, EachDestinationGetsWhatItsModeWri
             const bool to_file = combination & 1, to_fd = combination & 2;
             SCOPED_TRACE("mode " + std::to_string(mode) + (to_file ? " file" : "") + (to_fd ? " fd" : ""));
             const temporary_file file("old content");
-            const descriptor target;
+            const memory_file target;
             const std::string since = local_date();
 
             const dump_outcome seen = convert_dictionary<TypeParam>(source, to_file ? &file.path() : nullptr,

@@ -47,7 +47,7 @@ TYPED_TEST(EnvIndexDictionaryWriterDestinations, EachCombinationGetsWhatItsModeW
             sample_dictionary<TypeParam> list;
             const std::string old_content = "what was in the file before, longer than some of the outputs";
             const temporary_file file(old_content);
-            const descriptor target;
+            const memory_file target;
             std::string text = "before";
             const std::string since = local_date();
             const std::size_t opened = open_descriptors();
@@ -97,7 +97,7 @@ TYPED_TEST(EnvIndexDictionaryWriterDestinations, AnEmptyListGivesAnEmptyDocument
 
 TYPED_TEST(EnvIndexDictionaryWriterDestinations, NoEntriesNeedNowhereToGoAsLines) {
     dictionary<TypeParam> list;
-    const descriptor target;
+    const memory_file target;
     std::string text = "before";
     const dump_outcome seen =
         dump_dictionary<TypeParam>(&list.entries, nullptr, text_lines, target.fd(), &text);
@@ -160,7 +160,7 @@ template <class Layout> void expect_failed_open(const std::string &path, int err
     for (const auto &writer : sample_writers<Layout>)
         for (int mode : all_dictionary_modes) {
             SCOPED_TRACE(path.substr(0, 100) + ", " + writer.name + ", mode " + std::to_string(mode));
-            const descriptor target;
+            const memory_file target;
             std::string text = "before";
             const std::size_t opened = open_descriptors();
             const dump_outcome seen = writer.write(path, mode, target.fd(), &text);
@@ -217,7 +217,7 @@ TYPED_TEST(EnvIndexDictionaryWriterDestinations, AFullFileIsNotReported) {
             SCOPED_TRACE("mode " + std::to_string(mode) + ", entries " + std::to_string(entries));
             dictionary<TypeParam> list;
             add_many(list, entries);
-            const descriptor target;
+            const memory_file target;
             const std::size_t opened = open_descriptors();
             const dump_outcome seen =
                 dump_dictionary<TypeParam>(&list.entries, &full, mode, target.fd(), nullptr);

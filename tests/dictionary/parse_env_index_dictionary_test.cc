@@ -9,16 +9,13 @@
 
 #include <gtest/gtest.h>
 
+#include "support/element.h"
 #include "support/env_dictionary_readers.h"
 #include "xml_platform.h"
 
 namespace {
 
 std::string envindexdict(const std::string &body) { return "<ENVINDEXDICT>" + body + "</ENVINDEXDICT>"; }
-
-std::string element(const std::string &tag, const std::string &text) {
-    return '<' + tag + '>' + text + "</" + tag + '>';
-}
 
 std::string letters(std::size_t length) {
     std::string text;

@@ -8,6 +8,7 @@
 
 #include <gtest/gtest.h>
 
+#include "support/element.h"
 #include "support/event_list_records.h"
 #include "xml_platform.h"
 
@@ -96,7 +97,7 @@ TEST(ParseEvListSequences, AreReadAsTheFlagsSay) {
         model rules(wanted);
         std::string document = "<BMR>";
         const auto add = [&](const random_element &e) {
-            document += std::string("<") + e.tag + '>' + (e.text ? e.text : "") + "</" + e.tag + '>';
+            document += element(e.tag, e.text ? e.text : "");
             rules.step(e.tag, std::nullopt);
             // the end tag delivers an element without text again
             rules.step(e.tag, e.text ? std::optional<std::string>(e.text) : std::nullopt);

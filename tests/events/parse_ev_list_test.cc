@@ -6,16 +6,13 @@
 
 #include <gtest/gtest.h>
 
+#include "support/element.h"
 #include "support/event_list_readers.h"
 #include "xml_platform.h"
 
 namespace {
 
 std::string bmr(const std::string &body) { return "<BMR>" + body + "</BMR>"; }
-
-std::string element(const std::string &tag, const std::string &text) {
-    return '<' + tag + '>' + text + "</" + tag + '>';
-}
 
 const char ordinary_list[] = R"(<?xml version="1.0" encoding="ISO-8859-1" ?>
 <!-- what the display wants -->

@@ -1,67 +1,72 @@
 #ifndef CAPTURE_H
 #define CAPTURE_H
 
-/// What a piece of code writes to the process's two standard streams, whole.
+/// What a piece of code writes to the process's two standard streams: caught whole, or thrown away.
 
 #include <cstdio>
 #include <iostream>
 #include <stdexcept>
 #include <string>
+
+#include <fcntl.h>
 #include <unistd.h>
+
+#include "support/memory_file.h"
 
 struct captured {
     std::string out;
     std::string err;
 };
 
-/// One descriptor turned to a temporary file while this lives.
-class redirected_stream {
-public:
-    redirected_stream(int fd, FILE *stream) : fd_(fd), stream_(stream), file_(tmpfile()), saved_(dup(fd)) {
-        if (!file_ || saved_ < 0)
-            throw std::runtime_error("cannot redirect a standard stream");
-        fflush(stream_);
-        dup2(fileno(file_), fd_);
-    }
-    ~redirected_stream() {
-        if (file_)
-            (void)text();
-    }
-    redirected_stream(const redirected_stream &) = delete;
-    redirected_stream &operator=(const redirected_stream &) = delete;
+inline void flush_streams() {
+    std::cout.flush();
+    std::cerr.flush();
+    std::fflush(stdout);
+}
 
-    /// Ends the redirection and returns what was written.
-    std::string text() {
-        fflush(stream_);
-        dup2(saved_, fd_);
-        close(saved_);
-        std::string all(static_cast<size_t>(lseek(fileno(file_), 0, SEEK_END)), '\0');
-        lseek(fileno(file_), 0, SEEK_SET);
-        if (read(fileno(file_), all.data(), all.size()) != static_cast<ssize_t>(all.size()))
-            throw std::runtime_error("cannot read back what was captured");
-        fclose(file_);
-        file_ = nullptr;
-        return all;
+/// Both standard streams go to other descriptors while this lives.
+class turned_streams {
+public:
+    turned_streams(int out, int err) : out_(dup(STDOUT_FILENO)), err_(dup(STDERR_FILENO)) {
+        flush_streams();
+        if (out_ < 0 || err_ < 0 || dup2(out, STDOUT_FILENO) < 0 || dup2(err, STDERR_FILENO) < 0)
+            throw std::runtime_error("cannot turn the standard streams elsewhere");
     }
+    ~turned_streams() {
+        flush_streams();
+        dup2(out_, STDOUT_FILENO);
+        dup2(err_, STDERR_FILENO);
+        close(out_);
+        close(err_);
+    }
+    turned_streams(const turned_streams &) = delete;
+    turned_streams &operator=(const turned_streams &) = delete;
 
 private:
-    int fd_;
-    FILE *stream_;
-    FILE *file_;
-    int saved_;
+    int out_, err_;
 };
 
 /// Runs `code` and returns what it wrote. Exceptions pass through with the streams restored.
 template <class Code> captured capture(Code &&code) {
-    redirected_stream out(STDOUT_FILENO, stdout);
-    redirected_stream err(STDERR_FILENO, stderr);
-    code();
-    std::cout.flush();
-    std::cerr.flush();
-    captured seen;
-    seen.err = err.text();
-    seen.out = out.text();
-    return seen;
+    memory_file out, err;
+    {
+        const turned_streams turned(out.fd(), err.fd());
+        code();
+    }
+    return {out.take(), err.take()};
 }
+
+/// All that the library says goes nowhere while this lives: thousands of calls tell the same.
+class silence {
+public:
+    silence() = default;
+    ~silence() { close(nowhere_); }
+    silence(const silence &) = delete;
+    silence &operator=(const silence &) = delete;
+
+private:
+    const int nowhere_ = open("/dev/null", O_WRONLY | O_CLOEXEC);
+    const turned_streams turned_{nowhere_, nowhere_};
+};
 
 #endif

@@ -1,31 +1,13 @@
 #ifndef DESCRIPTORS_H
 #define DESCRIPTORS_H
 
-/// Descriptors as destinations, good and bad ones.
+/// Which descriptors the process has open, and a number that none has.
 
 #include <filesystem>
 #include <iterator>
-#include <string>
 
 #include <fcntl.h>
 #include <unistd.h>
-
-#include "support/test_files.h"
-
-/// A destination that is a descriptor: what was written to it can be read back.
-class descriptor {
-public:
-    descriptor() : fd_(open(file_.c_path(), O_WRONLY | O_CLOEXEC)) {}
-    ~descriptor() { close(fd_); }
-    descriptor(const descriptor &) = delete;
-    descriptor &operator=(const descriptor &) = delete;
-    int fd() const { return fd_; }
-    std::string text() const { return file_.text(); }
-
-private:
-    temporary_file file_;
-    int fd_;
-};
 
 /// The number that the next descriptor gets. Takes no memory.
 inline int first_free_descriptor() {

@@ -10,8 +10,8 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include "support/capture.h"
 #include "support/reader_forms.h"
-#include "support/silence.h"
 
 namespace {
 

@@ -10,6 +10,7 @@
 #include "SAX_File_Parser.h"
 #include "SAX_Memory_Parser.h"
 #include "support/capture.h"
+#include "support/reader_forms.h"
 #include "support/test_files.h"
 
 /// A document read from memory.
@@ -82,11 +83,8 @@ template <class Source> outcome read(Source &source) {
 }
 
 /// `text` with every "<FILE>" replaced by `name`.
-inline std::string with_file(std::string text, const std::string &name) {
-    const std::string place = "<FILE>";
-    for (size_t at = 0; (at = text.find(place, at)) != std::string::npos; at += name.size())
-        text.replace(at, place.size(), name);
-    return text;
+inline std::string with_file(const std::string &text, const std::string &name) {
+    return replace_all(text, "<FILE>", name);
 }
 
 #endif

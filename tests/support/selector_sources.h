@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "chan_selector.h"
+#include "support/element.h"
 #include "support/test_files.h"
 
 /// One channel of a document.
@@ -20,20 +21,16 @@ struct channel_source {
     int dims = 0;
 };
 
-inline std::string element(const std::string &tag, const std::string &text) {
-    return "<" + tag + ">" + text + "</" + tag + ">\n";
-}
-
 inline std::string channel_document(const std::vector<channel_source> &channels) {
     std::string text;
     for (const channel_source &c : channels) {
-        std::string one = element("EVTYPE", std::to_string(c.ev_type)) + element("PROP", c.prop) +
-                          element("NAME", c.daq) + element("DTYPE", std::to_string(c.dtype));
+        std::string one = element_line("EVTYPE", std::to_string(c.ev_type)) + element_line("PROP", c.prop) +
+                          element_line("NAME", c.daq) + element_line("DTYPE", std::to_string(c.dtype));
         for (int i = 0; i < c.dims; ++i)
-            one += element("DIM", std::to_string(i));
-        text += element("CHANNEL", one);
+            one += element_line("DIM", std::to_string(i));
+        text += element_line("CHANNEL", one);
     }
-    return element("CHANDESCRIPTIONS", text);
+    return element_line("CHANDESCRIPTIONS", text);
 }
 
 inline const std::string ill_formed_document =

@@ -13,6 +13,7 @@
 #include <gtest/gtest.h>
 #include <locale.h>
 
+#include "support/element.h"
 #include "support/env_dictionary_records.h"
 #include "support/event_list_records.h"
 #include "support/locales.h"
@@ -163,7 +164,7 @@ TEST_P(NumberText, OfAnEventListIsReadAsTheCLibraryReadsIt) {
         texts.push_back(random_text(random) + '0');
         document += "<EVENT><TYPE>3</TYPE>";
         for (const std::string tag : {"TMASK", "PRIORITY", "MINTIMESEC", "MINTIMEUSEC"})
-            document += '<' + tag + '>' + texts.back() + "</" + tag + '>';
+            document += element(tag, texts.back());
         document += "</EVENT>";
     }
     document += "</BMR>";
