@@ -12,7 +12,7 @@
 namespace {
 
 class no_meter : public zeb5::parse_meter {
-    void refuse(const char16_t *) override {}
+    void end_with(const char16_t *) override {}
 };
 
 /// Memory that knows which of its blocks are in use.

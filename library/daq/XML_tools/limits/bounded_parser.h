@@ -40,6 +40,7 @@ struct parser_belongings : parse_meter {
     std::unique_ptr<xml_platform> platform; // null: whoever uses the parser holds it
     parser_memory memory{*this};
     parser_streams streams{*this, memory};
+    bool is_under_way = false; // a pull reader is in the middle of a document
 };
 
 /// Names, groups and marks of a declared element's content model.
@@ -90,20 +91,27 @@ private:
             return nullptr;
     }
 
-    void resetDocument() override {
-        begin();
-        has_refused_ = false;
+    // A refusal would leave the parser's first call as it is before startDocument()
+
+    void startDocument() override {
         declarations_ = 0;
         names_ = {};
-        Parser::resetDocument();
+        charge();
+        Parser::startDocument();
+    }
+
+    void endDocument() override {
+        stop_charging();
+        Parser::endDocument();
     }
 
     void error(const unsigned code, const XMLCh *const domain, const xercesc::XMLErrorReporter::ErrTypes type,
                const XMLCh *const text, const XMLCh *const system_id, const XMLCh *const public_id,
                const XMLFileLoc line, const XMLFileLoc column) override {
+        if (type == xercesc::XMLErrorReporter::ErrType_Fatal)
+            stop_charging(); // it is the last one
         Parser::error(code, domain, type, text, system_id, public_id, line, column);
-        if (type != xercesc::XMLErrorReporter::ErrType_Fatal)
-            spend(report_price);
+        spend(report_price);
     }
 
     void elementDecl(const xercesc::DTDElementDecl &element, const bool is_ignored) override {
@@ -177,9 +185,7 @@ private:
 
     void refuse_names() { refuse(u"This document has too many names"); }
 
-    void refuse(const char16_t *reason) override {
-        if (std::exchange(has_refused_, true))
-            return; // the report needs memory itself
+    void end_with(const char16_t *reason) override {
         xercesc::XMLScanner *scanner;
         if constexpr (is_sax)
             scanner = const_cast<xercesc::XMLScanner *>(&this->getScanner());
@@ -188,7 +194,6 @@ private:
         scanner->emitError(xercesc::XMLErrs::XMLException_Fatal, reason); // does not return
     }
 
-    bool has_refused_ = false;
     price declarations_ = 0;
     attribute_names names_; // of the parser of a tree
 };

@@ -134,7 +134,12 @@ struct sax_step_handlers {
     /// `source` is an input source, a path or an opened file.
     template <class Parser, class Source> static int start(Parser &p, const Source &source) {
         try {
-            if (parse_first(*p.parser, source, p.token))
+            own_parser &parser = bounded(*p.parser);
+            if (std::exchange(parser.is_under_way, false))
+                parser.parseReset(p.token);
+            parser.begin();
+            parser.is_under_way = parse_first(parser, source, p.token);
+            if (parser.is_under_way)
                 return 0;
             std::cerr << "scanFirst() failed\n";
         } catch (const xercesc::XMLException &problem) {
@@ -157,11 +162,14 @@ struct sax_step_handlers {
         } catch (const xercesc::XMLException &) {
             throw; // the parser was not started, and says so each time
         } catch (...) {
-            p.gotMore = false; // Xerces has closed the document: one more step would crash
+            // Xerces has closed the document: one more step would crash
+            p.gotMore = bounded(*p.parser).is_under_way = false;
             throw;
         }
-        if (!p.gotMore)
+        if (!p.gotMore) {
             p.parser->parseReset(p.token);
+            bounded(*p.parser).is_under_way = false;
+        }
         return h.error_count;
     }
 
@@ -235,23 +243,22 @@ private:
 
     static char *narrow(const XMLCh *text) { return zeb5::narrow(text, xercesc::XMLString::stringLen(text)); }
 
-    /// The parser's real type, as create_parser() made it.
-    static bounded_parser<xercesc::SAXParser> &bounded(xercesc::SAXParser &parser) {
-        return static_cast<bounded_parser<xercesc::SAXParser> &>(parser);
-    }
+    using own_parser = bounded_parser<xercesc::SAXParser>;
 
-    static bool parse_first(xercesc::SAXParser &parser, const char *path, xercesc::XMLPScanToken &token) {
-        const auto source = bounded(parser).streams.source_of(path);
+    /// Returns the parser as create_parser() made it.
+    static own_parser &bounded(xercesc::SAXParser &parser) { return static_cast<own_parser &>(parser); }
+
+    static bool parse_first(own_parser &parser, const char *path, xercesc::XMLPScanToken &token) {
+        const auto source = parser.streams.source_of(path);
         return source ? parse_first(parser, *source, token) : parser.parseFirst(path, token);
     }
-    static bool parse_first(xercesc::SAXParser &parser, const opened_file &opened,
-                            xercesc::XMLPScanToken &token) {
-        const plain_file_source source(opened.path, opened.file, bounded(parser).memory);
+    static bool parse_first(own_parser &parser, const opened_file &opened, xercesc::XMLPScanToken &token) {
+        const plain_file_source source(opened.path, opened.file, parser.memory);
         return parse_first(parser, source, token);
     }
-    static bool parse_first(xercesc::SAXParser &parser, const xercesc::InputSource &source,
+    static bool parse_first(own_parser &parser, const xercesc::InputSource &source,
                             xercesc::XMLPScanToken &token) {
-        return parser.parseFirst(metered_source(source, bounded(parser).streams), token);
+        return parser.parseFirst(metered_source(source, parser.streams), token);
     }
 };
 
