@@ -101,12 +101,10 @@ public:
         if (!is_daq && file_)
             add_iso_date(date);
         xml_text out(std::move(text), 512 * list_.size()); // a record has 250 bytes and its texts
-        out.make_room();
         out.put(declaration);
         out.open(root);
         out.put(date);
         write_records(out);
-        out.make_room();
         out.close(root);
         out.line_end();
         return out.take();

@@ -84,29 +84,24 @@ void write_axis(xml_text &out, const dim_params &axes, std::int32_t dim) {
 }
 
 void write_bit(xml_text &out, const bit_descr &bit) {
-    out.make_room();
     out.put(opening<chan_descr_tag<TAG_PART>>(bit.bit), element<chan_descr_tag<TAG_PART_NAME>>(bit.bit_name),
-            element<chan_descr_tag<TAG_PART_DESCR>>(bit.bit_desc));
-    out.close(chan_descr_tag<TAG_PART>);
+            element<chan_descr_tag<TAG_PART_DESCR>>(bit.bit_desc), closing<chan_descr_tag<TAG_PART>>());
 }
 
 void write_stat(xml_text &out, const stat_descr &stat) {
-    out.make_room();
     out.put(opening<chan_descr_tag<TAG_PART, OF_STAT>>(stat.stat),
             element<chan_descr_tag<TAG_PART_NAME, OF_STAT>>(stat.stat_name),
             element<chan_descr_tag<TAG_UNITS, OF_STAT>>(stat.units),
-            element<chan_descr_tag<TAG_PART_DESCR, OF_STAT>>(stat.stat_desc));
-    out.close(chan_descr_tag<TAG_PART, OF_STAT>);
+            element<chan_descr_tag<TAG_PART_DESCR, OF_STAT>>(stat.stat_desc),
+            closing<chan_descr_tag<TAG_PART, OF_STAT>>());
 }
 
 void write_dim(xml_text &out, const dim_descr &dim, const dim_params *axes) {
-    out.make_room();
     out.put(opening<chan_descr_tag<TAG_PART, OF_DIM>>(dim.dim),
             element<chan_descr_tag<TAG_PART_NAME, OF_DIM>>(dim.dim_name),
             element<chan_descr_tag<TAG_UNITS, OF_DIM>>(dim.units),
             element<chan_descr_tag<TAG_PART_DESCR, OF_DIM>>(dim.dim_desc));
     for_each_part(dim.stats, [&](const stat_descr &stat) { write_stat(out, stat); });
-    out.make_room();
     if (axes)
         write_axis(out, *axes, dim.dim);
     out.close(chan_descr_tag<TAG_PART, OF_DIM>);
@@ -115,7 +110,6 @@ void write_dim(xml_text &out, const dim_descr &dim, const dim_params *axes) {
 /// Writes dimensions for a channel that has axes but no dimensions of its own.
 void write_made_up_dims(xml_text &out, const dim_params &axes, list_position position) {
     for (std::int32_t j = 0; j < axes.num; ++j) {
-        out.make_room();
         out.put(opening<chan_descr_tag<TAG_PART, OF_DIM>>(j));
         if (axes.params)
             write_spectrum(out, axes.params[j]);
@@ -131,9 +125,7 @@ void write_made_up_dims(xml_text &out, const dim_params &axes, list_position pos
 
 void write_chan_descr(xml_text &out, const chan_descr_2010 &channel, list_position position,
                       const axes_of_channels &all_axes) {
-    out.make_room();
-    out.open(chan_descr_tag<TAG_CHANNEL>);
-    out.put(element<chan_descr_tag<TAG_STREAM>>(channel.stream),
+    out.put(opening<chan_descr_tag<TAG_CHANNEL>>(), element<chan_descr_tag<TAG_STREAM>>(channel.stream),
             element<chan_descr_tag<TAG_EVTYPE>>(channel.ev_type),
             element<chan_descr_tag<TAG_DTYPE>>(channel.dtype),
             element<chan_descr_tag<TAG_DB_KEY>>(channel.db_key),
@@ -151,7 +143,6 @@ void write_chan_descr(xml_text &out, const chan_descr_2010 &channel, list_positi
     for_each_part(channel.dims, [&](const dim_descr &dim) { write_dim(out, dim, axes); });
     if (channel.dims.empty() && axes)
         write_made_up_dims(out, *axes, position);
-    out.make_room();
     out.close(chan_descr_tag<TAG_CHANNEL>);
 }
 

@@ -32,7 +32,6 @@ struct daq_bit_text {
 };
 
 void write_daq_bit(xml_text &out, const bit_descr &bit) {
-    out.make_room();
     // Kept: readers take the description for the bit's name; the name itself is not written
     out.put(framed<daq_bit_number>(bit.bit), framed<daq_bit_text>(bit.bit_desc));
 }
@@ -43,17 +42,14 @@ struct daq_dim_number {
 };
 
 void write_daq_dim(xml_text &out, const dim_descr &dim) {
-    out.make_room();
     out.put(framed<daq_dim_number>(dim.dim), element<daq_tag<daq_tags::dim_name>>(dim.dim_name),
             element<daq_tag<daq_tags::description>>(dim.dim_desc),
-            element<daq_tag<daq_tags::units>>(dim.units));
-    out.close(daq_tag<daq_tags::dim>);
+            element<daq_tag<daq_tags::units>>(dim.units), closing<daq_tag<daq_tags::dim>>());
 }
 
 } // namespace
 
 void write_daq_variable(xml_text &out, const chan_descr_2010 &channel) {
-    out.make_room();
     out.open(daq_element(channel));
     out.put(element<daq_tag<daq_tags::ev_type>>(channel.ev_type),
             element<daq_tag<daq_tags::prop>>(channel.prop_name),
@@ -70,7 +66,6 @@ void write_daq_variable(xml_text &out, const chan_descr_2010 &channel) {
     }
     for_each_part(channel.bits, [&](const bit_descr &bit) { write_daq_bit(out, bit); });
     for_each_part(channel.dims, [&](const dim_descr &dim) { write_daq_dim(out, dim); });
-    out.make_room();
     out.put(element<daq_tag<daq_tags::freq>>(has_own_frequency(channel.ev_type) ? -1 : 1));
     out.close(daq_element(channel));
 }

@@ -31,19 +31,16 @@ template <class Layout> std::string document(const entry_list<Layout> &list) {
     set_xml_header(declaration);
     add_iso_date(date);
     xml_text out;
-    out.make_room();
     out.put(declaration);
     out.open(tag<ENV_INDX_ROOT>);
     out.put(date);
     for (const auto *entry : list) {
-        out.make_room();
-        out.open(tag<ENV_INDX_CHAN>);
-        out.put(element<tag<ENV_INDX_INDX>>(entry->index), element<tag<ENV_INDX_PROP>>(entry->data.env_prop));
+        out.put(opening<tag<ENV_INDX_CHAN>>(), element<tag<ENV_INDX_INDX>>(entry->index),
+                element<tag<ENV_INDX_PROP>>(entry->data.env_prop));
         out.put_float(tag<ENV_INDX_DABS>, entry->data.env_ch_abs_delta, "%f");
         out.put_float(tag<ENV_INDX_DREL>, entry->data.env_ch_rel_delta, "%f");
         out.close(tag<ENV_INDX_CHAN>);
     }
-    out.make_room();
     out.close(tag<ENV_INDX_ROOT>);
     out.line_end();
     return out.take();

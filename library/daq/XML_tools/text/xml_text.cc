@@ -8,7 +8,7 @@ namespace zeb5 {
 
 xml_text::xml_text(std::string text, std::size_t expected) : text_(std::move(text)) {
     text_.clear();
-    text_.reserve(expected + 2 * part_room);
+    text_.reserve(expected + 2 * call_room);
     end_ = text_.data();
     grow();
 }
@@ -21,11 +21,16 @@ std::string xml_text::take() {
 }
 
 void xml_text::put(std::string_view text) {
-    std::memcpy(end_, text.data(), text.size());
-    end_ += text.size();
+    for (std::size_t begin = 0; begin < text.size(); begin += call_room) {
+        make_room();
+        const std::string_view next = text.substr(begin, call_room);
+        std::memcpy(end_, next.data(), next.size());
+        end_ += next.size();
+    }
 }
 
 void xml_text::put_float(const element_tags &name, float number, const char *format) {
+    make_room();
     char *const value = copy(end_, name.start);
     const int length = std::snprintf(value, 64, format, static_cast<double>(number)); // at most 48 bytes
     end_ = copy(value + length, name.end);
@@ -45,7 +50,7 @@ void xml_text::grow() {
     // overwrites them. That costs less than building the text elsewhere and copying it at the end.
     constexpr std::size_t step = 1536;
     const auto length = static_cast<std::size_t>(end_ - text_.data());
-    text_.resize(length + part_room + step);
+    text_.resize(length + call_room + step);
     end_ = text_.data() + length;
     last_with_room_ = end_ + step;
 }

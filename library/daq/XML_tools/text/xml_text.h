@@ -4,8 +4,8 @@
 /// The text of a document while it is written: elements with a value, at a few copies each.
 ///
 /// This takes less than a tenth of the instructions of appending to a string tag by tag: room is made once
-/// for each part of a record, texts are copied 16 bytes at a time whatever their length, and numbers are
-/// formatted in place.
+/// for values that follow each other, texts are copied 16 bytes at a time whatever their length, and numbers
+/// are formatted in place.
 
 #include <array>
 #include <bit>
@@ -14,6 +14,7 @@
 #include <initializer_list>
 #include <string>
 #include <string_view>
+#include <type_traits>
 
 #include "text/byte_block.h"
 
@@ -79,6 +80,31 @@ framed_value<in_opening_line<Name>, std::int32_t> opening(const std::int32_t &nu
     return {number};
 }
 
+/// Stands for no value.
+struct no_value {};
+
+template <const element_tags &Name> struct in_opening_tag {
+    static constexpr short_piece start = short_piece({Name.start.text(), "\n"});
+    static constexpr short_piece end = short_piece({});
+};
+
+template <const element_tags &Name> struct in_closing_tag {
+    static constexpr const short_piece &start = Name.end;
+    static constexpr short_piece end = short_piece({});
+};
+
+/// A line of the start tag alone, among values.
+template <const element_tags &Name> framed_value<in_opening_tag<Name>, no_value> opening() {
+    static constexpr no_value none;
+    return {none};
+}
+
+/// A line of the end tag alone, among values.
+template <const element_tags &Name> framed_value<in_closing_tag<Name>, no_value> closing() {
+    static constexpr no_value none;
+    return {none};
+}
+
 template <class... Around> consteval auto join() {
     std::array<short_piece, sizeof...(Around) + 1> ends = {short_piece({}), Around::end...};
     const std::array<short_piece, sizeof...(Around) + 1> starts = {Around::start..., short_piece({})};
@@ -91,8 +117,7 @@ template <class... Around> consteval auto join() {
 /// start of the next are a single piece, which saves a tenth of the instructions of a channel.
 template <class... Around> inline constexpr auto joined = join<Around...>();
 
-/// A growing text. make_room() must be called before each part of a record; a part has at most 15 texts of
-/// fixed fields and 20 numbers.
+/// A growing text.
 class xml_text {
 public:
     /// Uses the memory of `text`, whose content is replaced; `expected`: about how long the text becomes.
@@ -100,21 +125,21 @@ public:
     xml_text(const xml_text &) = delete;
     xml_text &operator=(const xml_text &) = delete;
 
-    void make_room() {
-        if (end_ > last_with_room_)
-            grow();
-    }
-
     /// Returns the whole text; nothing may be added after that.
     std::string take();
 
     // Kept: nothing is escaped; readers of these documents see the values as they are
 
-    void put(const short_piece &piece) { end_ = copy(end_, piece); }
+    void put(const short_piece &piece) {
+        make_room();
+        end_ = copy(end_, piece);
+    }
     void put(std::string_view text);
 
     /// Values that always follow each other: texts of fixed fields and numbers.
     template <class... Around, class... Value> void put(const framed_value<Around, Value> &...parts) {
+        static_assert((room_of<Value> + ... + short_piece::room) <= call_room, "this would need more room");
+        make_room();
         const short_piece *piece = joined<Around...>.data();
         char *at = end_;
         ((at = copy(copy(at, *piece++), parts.value)), ...);
@@ -127,17 +152,29 @@ public:
     /// A line that holds the start tag alone.
     void open(const element_tags &name) {
         put(name.start);
-        line_end();
+        *end_++ = '\n'; // a piece leaves room for it
     }
 
     void close(const element_tags &name) { put(name.end); }
 
-    void line_end() { *end_++ = '\n'; }
+    void line_end() { put(short_piece({"\n"})); }
 
 private:
-    static constexpr std::size_t part_room = 8192;
+    /// Bytes that one call may put. There is room for them at its beginning.
+    static constexpr std::size_t call_room = 2048;
+
+    /// Bytes that a value may take, with the piece before it.
+    template <class Value>
+    static constexpr std::size_t room_of = short_piece::room +
+                                           (std::is_array_v<Value> ? sizeof(Value) : std::size_t{16});
+
+    void make_room() {
+        if (end_ > last_with_room_)
+            grow();
+    }
 
     static char *copy(char *at, const short_piece &piece) { return piece.copy_to(at); }
+    static char *copy(char *at, no_value) { return at; }
 
     /// Copies the text of a fixed field; the whole field when somebody has overwritten the NUL. In blocks
     /// this takes a quarter of the instructions of memccpy(); most texts fit in one block.
@@ -171,7 +208,7 @@ private:
 
     std::string text_; // with room behind the end
     char *end_;
-    const char *last_with_room_; // from any later end a part might not fit
+    const char *last_with_room_; // from any later end a call might not fit
 };
 
 } // namespace zeb5
