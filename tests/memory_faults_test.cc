@@ -165,6 +165,19 @@ TEST_F(MemoryFaults, FailTheReadingOfAPlainCameraFile) {
     }
 }
 
+TEST_F(MemoryFaults, FailTheReadingOfACameraFileByItsTree) {
+    const way_in_use used(WITHOUT_LANE);
+    temporary_file file(
+        "<r><Integer Name='a name longer than any short string'><ToolTip>t</ToolTip></Integer>"
+        "<Float Name='another name longer than any short string'/></r>");
+    for (const mode how : both_modes) {
+        tally seen = fail_everywhere(platform.of_xml, how, [&] { return read_camera(file.c_path()); });
+        seen.ends.erase("result 0"); // one failure alone may do no harm, and all was read then
+        EXPECT_EQ(seen.ends, std::set<std::string>{"result 1"}) << name_of(how);
+        EXPECT_EQ(seen.problems, "");
+    }
+}
+
 // The pull readers by themselves: whoever catches the exception may ask on
 
 /// Takes all steps while memory runs out at the `at`-th allocation. Whether it did.

@@ -85,6 +85,20 @@ std::unique_ptr<XercesDOMParser> parse_file(const char *file_name) {
     return nullptr;
 }
 
+/// Returns false after a message when memory runs out. What was found before stays.
+bool walk(XercesDOMParser &parser, feature_vector &out) {
+    try {
+        // Kept: callers see no other failure of the walk
+        (void)dump_nodes(parser.getDocument()->getChildNodes(), &out);
+        return true;
+    } catch (const OutOfMemoryException &) {
+        tell_out_of_memory();
+    } catch (const std::bad_alloc &) {
+        tell_parse_failed();
+    }
+    return false;
+}
+
 } // namespace
 
 ZEB5GigEFeature::ZEB5GigEFeature() : type(FEATURE_TYPE_UNDEF) {}
@@ -117,10 +131,9 @@ bool zeb5_fill_gige_descr(char *file_name, feature_vector *out) {
     if (!parser)
         return true;
     out->clear(); // Kept: the records are the caller's, who may still use them
-    // Kept: callers see no failure of the walk; what was found before a DOM exception stays
-    (void)dump_nodes(parser->getDocument()->getChildNodes(), out);
+    const bool failed = !walk(*parser, *out);
     zeb5::clear_markers(*out);
-    return false;
+    return failed;
 }
 
 void zeb5_dump_gige_descr(const feature_vector *out) {

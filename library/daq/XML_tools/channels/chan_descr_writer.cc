@@ -1,6 +1,5 @@
 #include <algorithm>
 #include <bit>
-#include <cerrno>
 #include <cstdio>
 #include <iostream>
 #include <memory>
@@ -14,6 +13,7 @@
 #include "channels/daq_variables_writer.h"
 #include "parse_chan_descr.h"
 #include "text/name_index.h"
+#include "text/output_file.h"
 #include "text/xml_text.h"
 
 namespace {
@@ -143,12 +143,6 @@ private:
     axes_of_channels axes_;
 };
 
-struct file_close {
-    // A failed write to the file is reported neither here nor where it happens: the writer reports only a
-    // file that it cannot open and a failed write to the descriptor
-    void operator()(FILE *file) const { std::fclose(file); }
-};
-
 } // namespace
 
 int dump_chan_desr(std::vector<chan_descr_2010 *> *chdscr_list, char *file_name, int mode, int format, int fd,
@@ -158,17 +152,9 @@ int dump_chan_desr(std::vector<chan_descr_2010 *> *chdscr_list, char *file_name,
         std::cout << "dump_chan_desr() invalid argument: '" << std::endl;
         return 2;
     }
-    std::unique_ptr<FILE, file_close> file;
-    if (file_name && *file_name) {
-        file.reset(std::fopen(file_name, "w"));
-        if (!file) {
-            const int why = errno; // the output must not change it
-            std::cout << "dump_chan_desr() failed to open file: '" << file_name << "'" << std::endl;
-            errno = why;
-            std::perror("fopen");
-            return 1;
-        }
-    }
+    output_file file;
+    if (file_name && *file_name && !(file = open_output("dump_chan_desr()", file_name)))
+        return 1;
     if (!file && fd == -1 && !sout) {
         // Kept: in every mode people who try out a list from a debugger get it printed
         if (!chdscr_list->empty())

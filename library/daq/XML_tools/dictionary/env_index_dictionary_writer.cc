@@ -1,5 +1,4 @@
 #include <algorithm>
-#include <cerrno>
 #include <cstdio>
 #include <cstdlib>
 #include <iostream>
@@ -12,6 +11,7 @@
 #include "document_header.h"
 #include "parse_env_index_dictionary.h"
 #include "text/field_text.h"
+#include "text/output_file.h"
 #include "text/xml_text.h"
 
 namespace {
@@ -67,13 +67,6 @@ template <class Layout> void write_lines(FILE *out, const entry_list<Layout> &li
     }
 }
 
-struct file_close {
-    // A failed write to the file is reported neither here nor where it happens: the writer reports only a
-    // file that it cannot open and a failed write to the descriptor
-    void operator()(FILE *file) const { std::fclose(file); }
-};
-using owned_file = std::unique_ptr<FILE, file_close>;
-
 template <class Layout> int refuse_argument() {
     // Kept: log scanners know this line, which ends after its opening apostrophe
     std::cout << Layout::writer << " invalid argument: '" << std::endl;
@@ -107,16 +100,11 @@ int write_dictionary(const entry_list<Layout> *list, const char *file_name, int 
                      std::string *xml_str) {
     if (!list)
         return refuse_argument<Layout>();
-    owned_file file;
+    output_file file;
     if (file_name && *file_name) {
-        file.reset(std::fopen(file_name, "w"));
-        if (!file) {
-            const int why = errno; // the output must not change it
-            std::cout << Layout::writer << " failed to open file: '" << file_name << "'" << std::endl;
-            errno = why;
-            std::perror("fopen");
+        file = open_output(Layout::writer, file_name);
+        if (!file)
             return 1;
-        }
         // Kept: log scanners know this line and the one of closing, with two blanks each
         std::cout << Layout::writer << "  file: '" << file_name << "' has been created" << std::endl;
     }
