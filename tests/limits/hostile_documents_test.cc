@@ -1,38 +1,14 @@
 /// What a document of 10,000 bytes may cost a reader at most, whatever stands in it, and that nothing but the
 /// document is opened for it.
 
-#include <cstdio>
-#include <fcntl.h>
 #include <set>
-#include <sys/socket.h>
-#include <unistd.h>
 
 #include <gtest/gtest.h>
-#include <xercesc/parsers/XercesDOMParser.hpp>
 
 #include "support/read_apart.h"
 #include "support/sanitized.h"
-#include "xml_platform.h"
 
 namespace {
-
-TEST(HostileDocuments, AreWatched) {
-    const temporary_file file;
-    const char *const path = file.path().c_str();
-    EXPECT_EQ(others_opened(path, [path] { close(open(path, O_RDONLY)); }), 0);
-    EXPECT_EQ(others_opened(path, [] { close(open("/dev/null", O_RDONLY)); }), 1);
-    EXPECT_EQ(others_opened(path, [] { fclose(fopen("/dev/null", "r")); }), 1);
-    EXPECT_EQ(others_opened(path, [] { close(socket(AF_INET, SOCK_STREAM, 0)); }), 1);
-}
-
-TEST(HostileDocuments, AreWatchedInTheXmlLibraryToo) {
-    const temporary_file other("x");
-    const temporary_file file("<!DOCTYPE r [<!ENTITY e SYSTEM '" + other.path() + "'>]><r>&e;</r>");
-    const char *const path = file.path().c_str();
-    const xml_platform platform;
-    xercesc::XercesDOMParser parser;
-    EXPECT_EQ(others_opened(path, [&] { parser.parse(path); }), 1);
-}
 
 std::string times(std::size_t count, const std::string &text) {
     std::string all;

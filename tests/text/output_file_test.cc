@@ -18,7 +18,8 @@ namespace {
 
 TEST(OutputFile, IsTruncatedAndFilled) {
     const temporary_file file("before");
-    const captured seen = capture([&] { std::fputs("text", zeb5::open_output("w()", file.path().c_str()).get()); });
+    const captured seen =
+        capture([&] { std::fputs("text", zeb5::open_output("w()", file.path().c_str()).get()); });
     EXPECT_EQ(file.text(), "text");
     EXPECT_EQ(seen.out + seen.err, "");
 }
