@@ -10,6 +10,7 @@
 #include "readers/channel_reading.h"
 #include "readers/daq_variables_reader.h"
 #include "readers/documents.h"
+#include "text/owned_list.h"
 
 namespace {
 
@@ -74,7 +75,8 @@ int parse_descr_list_readf(char *path, std::vector<chan_descr_2010 *> *list, boo
 int zeb5_load_chan_descr(const zeb5_xml_chan_descr_header *tab, std::vector<chan_descr_2010 *> *list) {
     if (!tab || !list)
         return -1;
-    if (tab->pattern != 0xCDECDEF2 && tab->pattern != 0xCDECDEF3)
+    constexpr std::uint32_t markers[] = {0xCDECDEF2, 0xCDECDEF3};
+    if (tab->pattern != markers[0] && tab->pattern != markers[1])
         return -3;
     const std::int32_t head = sizeof *tab;
     if (tab->length <= head)
@@ -91,10 +93,7 @@ int zeb5_load_master_daq_channel_description_file(std::vector<chan_descr_2010 *>
 }
 
 int dump_chan_desr_from_xml(char *xml, char *file_name, int mode, int format, int fd) {
-    struct own_list {
-        channel_vector records;
-        ~own_list() { clean_chan_desr_list(&records); }
-    } list;
+    owned_list<chan_descr_2010, clean_chan_desr_list> list;
     if (parse_descr_list_read(xml, &list.records, true, true) != 0) {
         std::printf("Failed to parse CHANDESCR list\n");
         return 3;

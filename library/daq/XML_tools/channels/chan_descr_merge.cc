@@ -38,19 +38,21 @@ private:
 };
 
 void merge_fields(chan_descr_2010 &in, const chan_descr_2010 &from, bool force) {
+    const auto &[stream, ev_type, count, dtype, db_key, prop_name, daq_name, prop_desc, units, max_size,
+                 nbits, bits, ndims, dims, sb_name, set_point, subsystem] = from;
     const merge_rule rule(force);
-    rule.number(in.stream, from.stream);
-    rule.number(in.ev_type, from.ev_type);
-    rule.number(in.count, from.count);
-    rule.number(in.dtype, from.dtype);
-    rule.number(in.max_size, from.max_size);
-    rule.number(in.set_point, from.set_point);
-    rule.key(in.db_key, from.db_key);
-    rule.text(in.daq_name, from.daq_name);
-    rule.text(in.prop_desc, from.prop_desc);
-    rule.text(in.units, from.units);
-    rule.text(in.sb_name, from.sb_name);
-    rule.text(in.subsystem, from.subsystem);
+    rule.number(in.stream, stream);
+    rule.number(in.ev_type, ev_type);
+    rule.number(in.count, count);
+    rule.number(in.dtype, dtype);
+    rule.number(in.max_size, max_size);
+    rule.number(in.set_point, set_point);
+    rule.key(in.db_key, db_key);
+    rule.text(in.daq_name, daq_name);
+    rule.text(in.prop_desc, prop_desc);
+    rule.text(in.units, units);
+    rule.text(in.sb_name, sb_name);
+    rule.text(in.subsystem, subsystem);
 }
 
 void append_clone(chan_descr_2010 &in, const bit_descr *bit) {

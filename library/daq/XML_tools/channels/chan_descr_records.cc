@@ -92,19 +92,21 @@ void print_dims(const chan_descr_2010 &channel) {
 }
 
 void print_channel(const chan_descr_2010 &channel) {
-    std::printf(" stream   : %d \n", channel.stream);
-    std::printf(" ev type  : 0x%x %s\n", channel.ev_type, event_type_names(channel.ev_type).c_str());
-    std::printf(" data type: 0x%x %s\n", channel.dtype, block_type_names(channel.dtype).c_str());
-    std::printf("\tcount  :%d\n", channel.count);
-    std::printf("\tdb_key :%d\n", channel.db_key);
-    print_text("\tprop   :", channel.prop_name);
-    print_text("\tname   :", channel.daq_name);
-    std::printf("\tset_pnt:%s\n", channel.set_point ? "yes" : "no");
-    print_text("\tdesc   :", channel.prop_desc);
-    print_text("\tsb_name:", channel.sb_name);
-    print_text("\tsubsys :", channel.subsystem);
-    print_text("\tunit   :", channel.units);
-    std::printf("\tmax_sz :%d\n", channel.max_size);
+    const auto &[stream, ev_type, count, dtype, db_key, prop_name, daq_name, prop_desc, units, max_size,
+                 nbits, bits, ndims, dims, sb_name, set_point, subsystem] = channel;
+    std::printf(" stream   : %d \n", stream);
+    std::printf(" ev type  : 0x%x %s\n", ev_type, event_type_names(ev_type).c_str());
+    std::printf(" data type: 0x%x %s\n", dtype, block_type_names(dtype).c_str());
+    std::printf("\tcount  :%d\n", count);
+    std::printf("\tdb_key :%d\n", db_key);
+    print_text("\tprop   :", prop_name);
+    print_text("\tname   :", daq_name);
+    std::printf("\tset_pnt:%s\n", set_point ? "yes" : "no");
+    print_text("\tdesc   :", prop_desc);
+    print_text("\tsb_name:", sb_name);
+    print_text("\tsubsys :", subsystem);
+    print_text("\tunit   :", units);
+    std::printf("\tmax_sz :%d\n", max_size);
     print_bits(channel);
     print_dims(channel);
 }
@@ -163,33 +165,36 @@ const char *get_chan_descr_root_tag(int row, int column) {
 bit_descr *zeb5_clone_bit_descr(const bit_descr *src) {
     if (!src)
         return nullptr;
+    const auto &[bit, bit_name, bit_desc] = *src;
     auto copy = std::make_unique<bit_descr>();
-    copy->bit = src->bit;
-    copy_text(copy->bit_name, src->bit_name);
-    copy_text(copy->bit_desc, src->bit_desc);
+    copy->bit = bit;
+    copy_text(copy->bit_name, bit_name);
+    copy_text(copy->bit_desc, bit_desc);
     return copy.release();
 }
 
 stat_descr *zeb5_clone_stat_descr(const stat_descr *src) {
     if (!src)
         return nullptr;
+    const auto &[stat, stat_name, stat_desc, units] = *src;
     auto copy = std::make_unique<stat_descr>();
-    copy->stat = src->stat;
-    copy_text(copy->stat_name, src->stat_name);
-    copy_text(copy->stat_desc, src->stat_desc);
-    copy_text(copy->units, src->units);
+    copy->stat = stat;
+    copy_text(copy->stat_name, stat_name);
+    copy_text(copy->stat_desc, stat_desc);
+    copy_text(copy->units, units);
     return copy.release();
 }
 
 dim_descr *zeb5_clone_dim_descr(const dim_descr *src) {
     if (!src)
         return nullptr;
+    const auto &[dim, dim_name, dim_desc, units, nstats, stats] = *src;
     owned<dim_descr> copy(new dim_descr{});
-    copy->dim = src->dim;
-    copy_text(copy->dim_name, src->dim_name);
-    copy_text(copy->dim_desc, src->dim_desc);
-    copy_text(copy->units, src->units);
-    for (const stat_descr *stat : src->stats)
+    copy->dim = dim;
+    copy_text(copy->dim_name, dim_name);
+    copy_text(copy->dim_desc, dim_desc);
+    copy_text(copy->units, units);
+    for (const stat_descr *stat : stats)
         append_part(copy->stats, copy->nstats, owned<stat_descr>(zeb5_clone_stat_descr(stat)));
     return copy.release();
 }

@@ -26,14 +26,15 @@ enum dialect { CHANDESCRIPTIONS = 0, DAQ_VARIABLES = 1, DIALECTS };
 // The text tables. A failed write is not reported: the part of a table that was written is of use.
 
 void write_table_row(FILE *out, const chan_descr_2010 &channel) {
-    std::fprintf(out, "%d\t%d\t%s\t%s\t%d\t\"%s\"\t\"%s\"\t%d\t%d\t%d\n", channel.stream,
-                 static_cast<std::int32_t>(channel.ev_type), name_or_undefined(channel.daq_name),
-                 channel.prop_name, channel.set_point, channel.prop_desc, channel.units, channel.max_size,
-                 channel.nbits, channel.ndims);
-    for_each_part(channel.bits, [out](const bit_descr &bit) {
+    const auto &[stream, ev_type, count, dtype, db_key, prop_name, daq_name, prop_desc, units, max_size,
+                 nbits, bits, ndims, dims, sb_name, set_point, subsystem] = channel;
+    std::fprintf(out, "%d\t%d\t%s\t%s\t%d\t\"%s\"\t\"%s\"\t%d\t%d\t%d\n", stream,
+                 static_cast<std::int32_t>(ev_type), name_or_undefined(daq_name), prop_name, set_point,
+                 prop_desc, units, max_size, nbits, ndims);
+    for_each_part(bits, [out](const bit_descr &bit) {
         std::fprintf(out, "%d\t%s\t\"%s\"\n", bit.bit, bit.bit_name, bit.bit_desc);
     });
-    for_each_part(channel.dims, [out](const dim_descr &dim) {
+    for_each_part(dims, [out](const dim_descr &dim) {
         std::fprintf(out, "%d\t%s\t\"%s\"\t\"%s\"\n", dim.dim, dim.dim_name, dim.units, dim.dim_desc);
         std::fprintf(out, "%d\n", dim.nstats);
         for_each_part(dim.stats, [out](const stat_descr &stat) {

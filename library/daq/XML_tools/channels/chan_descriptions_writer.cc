@@ -83,27 +83,30 @@ void write_axis(xml_text &out, const dim_params &axes, std::int32_t dim) {
         write_image(out, axes.iparams[dim]);
 }
 
-void write_bit(xml_text &out, const bit_descr &bit) {
-    out.put(opening<chan_descr_tag<TAG_PART>>(bit.bit), element<chan_descr_tag<TAG_PART_NAME>>(bit.bit_name),
-            element<chan_descr_tag<TAG_PART_DESCR>>(bit.bit_desc), closing<chan_descr_tag<TAG_PART>>());
+void write_bit(xml_text &out, const bit_descr &part) {
+    const auto &[bit, bit_name, bit_desc] = part;
+    out.put(opening<chan_descr_tag<TAG_PART>>(bit), element<chan_descr_tag<TAG_PART_NAME>>(bit_name),
+            element<chan_descr_tag<TAG_PART_DESCR>>(bit_desc), closing<chan_descr_tag<TAG_PART>>());
 }
 
-void write_stat(xml_text &out, const stat_descr &stat) {
-    out.put(opening<chan_descr_tag<TAG_PART, OF_STAT>>(stat.stat),
-            element<chan_descr_tag<TAG_PART_NAME, OF_STAT>>(stat.stat_name),
-            element<chan_descr_tag<TAG_UNITS, OF_STAT>>(stat.units),
-            element<chan_descr_tag<TAG_PART_DESCR, OF_STAT>>(stat.stat_desc),
+void write_stat(xml_text &out, const stat_descr &part) {
+    const auto &[stat, stat_name, stat_desc, units] = part;
+    out.put(opening<chan_descr_tag<TAG_PART, OF_STAT>>(stat),
+            element<chan_descr_tag<TAG_PART_NAME, OF_STAT>>(stat_name),
+            element<chan_descr_tag<TAG_UNITS, OF_STAT>>(units),
+            element<chan_descr_tag<TAG_PART_DESCR, OF_STAT>>(stat_desc),
             closing<chan_descr_tag<TAG_PART, OF_STAT>>());
 }
 
-void write_dim(xml_text &out, const dim_descr &dim, const dim_params *axes) {
-    out.put(opening<chan_descr_tag<TAG_PART, OF_DIM>>(dim.dim),
-            element<chan_descr_tag<TAG_PART_NAME, OF_DIM>>(dim.dim_name),
-            element<chan_descr_tag<TAG_UNITS, OF_DIM>>(dim.units),
-            element<chan_descr_tag<TAG_PART_DESCR, OF_DIM>>(dim.dim_desc));
-    for_each_part(dim.stats, [&](const stat_descr &stat) { write_stat(out, stat); });
+void write_dim(xml_text &out, const dim_descr &part, const dim_params *axes) {
+    const auto &[dim, dim_name, dim_desc, units, nstats, stats] = part;
+    out.put(opening<chan_descr_tag<TAG_PART, OF_DIM>>(dim),
+            element<chan_descr_tag<TAG_PART_NAME, OF_DIM>>(dim_name),
+            element<chan_descr_tag<TAG_UNITS, OF_DIM>>(units),
+            element<chan_descr_tag<TAG_PART_DESCR, OF_DIM>>(dim_desc));
+    for_each_part(stats, [&](const stat_descr &stat) { write_stat(out, stat); });
     if (axes)
-        write_axis(out, *axes, dim.dim);
+        write_axis(out, *axes, dim);
     out.close(chan_descr_tag<TAG_PART, OF_DIM>);
 }
 
@@ -125,23 +128,20 @@ void write_made_up_dims(xml_text &out, const dim_params &axes, list_position pos
 
 void write_chan_descr(xml_text &out, const chan_descr_2010 &channel, list_position position,
                       const axes_of_channels &all_axes) {
-    out.put(opening<chan_descr_tag<TAG_CHANNEL>>(), element<chan_descr_tag<TAG_STREAM>>(channel.stream),
-            element<chan_descr_tag<TAG_EVTYPE>>(channel.ev_type),
-            element<chan_descr_tag<TAG_DTYPE>>(channel.dtype),
-            element<chan_descr_tag<TAG_DB_KEY>>(channel.db_key),
-            element<chan_descr_tag<TAG_COUNT>>(channel.count),
-            element<chan_descr_tag<TAG_SB_NAME>>(channel.sb_name),
-            element<chan_descr_tag<TAG_PROP>>(channel.prop_name),
-            element<chan_descr_tag<TAG_NAME>>(name_or_undefined(channel.daq_name)),
-            element<chan_descr_tag<TAG_SETPOINT>>(channel.set_point),
-            element<chan_descr_tag<TAG_SUBSYSTEM>>(channel.subsystem),
-            element<chan_descr_tag<TAG_UNITS>>(channel.units),
-            element<chan_descr_tag<TAG_DESC>>(channel.prop_desc),
-            element<chan_descr_tag<TAG_SIZE>>(channel.max_size));
-    for_each_part(channel.bits, [&](const bit_descr &bit) { write_bit(out, bit); });
-    const dim_params *const axes = all_axes.find(name_or_undefined(channel.daq_name));
-    for_each_part(channel.dims, [&](const dim_descr &dim) { write_dim(out, dim, axes); });
-    if (channel.dims.empty() && axes)
+    const auto &[stream, ev_type, count, dtype, db_key, prop_name, daq_name, prop_desc, units, max_size,
+                 nbits, bits, ndims, dims, sb_name, set_point, subsystem] = channel;
+    out.put(opening<chan_descr_tag<TAG_CHANNEL>>(), element<chan_descr_tag<TAG_STREAM>>(stream),
+            element<chan_descr_tag<TAG_EVTYPE>>(ev_type), element<chan_descr_tag<TAG_DTYPE>>(dtype),
+            element<chan_descr_tag<TAG_DB_KEY>>(db_key), element<chan_descr_tag<TAG_COUNT>>(count),
+            element<chan_descr_tag<TAG_SB_NAME>>(sb_name), element<chan_descr_tag<TAG_PROP>>(prop_name),
+            element<chan_descr_tag<TAG_NAME>>(name_or_undefined(daq_name)),
+            element<chan_descr_tag<TAG_SETPOINT>>(set_point),
+            element<chan_descr_tag<TAG_SUBSYSTEM>>(subsystem), element<chan_descr_tag<TAG_UNITS>>(units),
+            element<chan_descr_tag<TAG_DESC>>(prop_desc), element<chan_descr_tag<TAG_SIZE>>(max_size));
+    for_each_part(bits, [&](const bit_descr &bit) { write_bit(out, bit); });
+    const dim_params *const axes = all_axes.find(name_or_undefined(daq_name));
+    for_each_part(dims, [&](const dim_descr &dim) { write_dim(out, dim, axes); });
+    if (dims.empty() && axes)
         write_made_up_dims(out, *axes, position);
     out.close(chan_descr_tag<TAG_CHANNEL>);
 }

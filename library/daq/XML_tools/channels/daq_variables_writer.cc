@@ -31,9 +31,10 @@ struct daq_bit_text {
     static constexpr short_piece end = daq_tag<daq_tags::bit>.end;
 };
 
-void write_daq_bit(xml_text &out, const bit_descr &bit) {
+void write_daq_bit(xml_text &out, const bit_descr &part) {
+    const auto &[bit, bit_name, bit_desc] = part;
     // Kept: readers take the description for the bit's name; the name itself is not written
-    out.put(framed<daq_bit_number>(bit.bit), framed<daq_bit_text>(bit.bit_desc));
+    out.put(framed<daq_bit_number>(bit), framed<daq_bit_text>(bit_desc));
 }
 
 struct daq_dim_number {
@@ -41,32 +42,31 @@ struct daq_dim_number {
     static constexpr short_piece end = short_piece({"\">\n"});
 };
 
-void write_daq_dim(xml_text &out, const dim_descr &dim) {
-    out.put(framed<daq_dim_number>(dim.dim), element<daq_tag<daq_tags::dim_name>>(dim.dim_name),
-            element<daq_tag<daq_tags::description>>(dim.dim_desc),
-            element<daq_tag<daq_tags::units>>(dim.units), closing<daq_tag<daq_tags::dim>>());
+void write_daq_dim(xml_text &out, const dim_descr &part) {
+    const auto &[dim, dim_name, dim_desc, units, nstats, stats] = part;
+    out.put(framed<daq_dim_number>(dim), element<daq_tag<daq_tags::dim_name>>(dim_name),
+            element<daq_tag<daq_tags::description>>(dim_desc), element<daq_tag<daq_tags::units>>(units),
+            closing<daq_tag<daq_tags::dim>>());
 }
 
 } // namespace
 
 void write_daq_variable(xml_text &out, const chan_descr_2010 &channel) {
+    const auto &[stream, ev_type, count, dtype, db_key, prop_name, daq_name, prop_desc, units, max_size,
+                 nbits, bits, ndims, dims, sb_name, set_point, subsystem] = channel;
     out.open(daq_element(channel));
-    out.put(element<daq_tag<daq_tags::ev_type>>(channel.ev_type),
-            element<daq_tag<daq_tags::prop>>(channel.prop_name),
-            element<daq_tag<daq_tags::daq_name>>(name_or_undefined(channel.daq_name)),
-            element<daq_tag<daq_tags::db_key>>(channel.db_key),
-            element<daq_tag<daq_tags::set_point>>(channel.set_point),
-            element<daq_tag<daq_tags::sb_name>>(channel.sb_name),
-            element<daq_tag<daq_tags::subsystem>>(channel.subsystem),
-            element<daq_tag<daq_tags::description>>(channel.prop_desc),
-            element<daq_tag<daq_tags::units>>(channel.units));
-    if (channel.max_size > 1) {
+    out.put(element<daq_tag<daq_tags::ev_type>>(ev_type), element<daq_tag<daq_tags::prop>>(prop_name),
+            element<daq_tag<daq_tags::daq_name>>(name_or_undefined(daq_name)),
+            element<daq_tag<daq_tags::db_key>>(db_key), element<daq_tag<daq_tags::set_point>>(set_point),
+            element<daq_tag<daq_tags::sb_name>>(sb_name), element<daq_tag<daq_tags::subsystem>>(subsystem),
+            element<daq_tag<daq_tags::description>>(prop_desc), element<daq_tag<daq_tags::units>>(units));
+    if (max_size > 1) {
         out.put(element<daq_tag<daq_tags::first_index>>(0),
-                element<daq_tag<daq_tags::last_index>>(channel.max_size - 1));
+                element<daq_tag<daq_tags::last_index>>(max_size - 1));
     }
-    for_each_part(channel.bits, [&](const bit_descr &bit) { write_daq_bit(out, bit); });
-    for_each_part(channel.dims, [&](const dim_descr &dim) { write_daq_dim(out, dim); });
-    out.put(element<daq_tag<daq_tags::freq>>(has_own_frequency(channel.ev_type) ? -1 : 1));
+    for_each_part(bits, [&](const bit_descr &bit) { write_daq_bit(out, bit); });
+    for_each_part(dims, [&](const dim_descr &dim) { write_daq_dim(out, dim); });
+    out.put(element<daq_tag<daq_tags::freq>>(has_own_frequency(ev_type) ? -1 : 1));
     out.close(daq_element(channel));
 }
 

@@ -12,6 +12,7 @@
 #include "parse_env_index_dictionary.h"
 #include "text/field_text.h"
 #include "text/output_file.h"
+#include "text/owned_list.h"
 #include "text/xml_text.h"
 
 namespace {
@@ -120,24 +121,21 @@ int write_dictionary(const entry_list<Layout> *list, const char *file_name, int 
     return result;
 }
 
-template <class Layout> struct own_list {
-    entry_list<Layout> entries;
-    ~own_list() {
-        // Repeated pointers to an entry follow each other, as an entry is listed again only while it is
-        // current
-        const auto end = std::unique(entries.begin(), entries.end());
-        std::for_each(entries.begin(), end, [](typename Layout::entry *entry) { std::free(entry); });
-    }
-};
+/// Repeated pointers to an entry follow each other, as an entry is listed again only while it is current.
+template <class Entry> void free_entries(std::vector<Entry *> *entries) {
+    const auto end = std::unique(entries->begin(), entries->end());
+    std::for_each(entries->begin(), end, [](Entry *entry) { std::free(entry); });
+}
 
 template <class Layout, class Read>
 int convert_dictionary(Read read, char *xml, const char *file_name, int mode, int fd) {
-    own_list<Layout> list;
-    if (read(xml, &list.entries) != 0) {
+    using entry = typename Layout::entry;
+    owned_list<entry, free_entries<entry>> list;
+    if (read(xml, &list.records) != 0) {
         std::printf("Failed to parse ENV INDEX DICT list\n");
         return 3;
     }
-    return write_dictionary<Layout>(&list.entries, file_name, mode, fd, nullptr);
+    return write_dictionary<Layout>(&list.records, file_name, mode, fd, nullptr);
 }
 
 } // namespace

@@ -8,18 +8,11 @@
 #include "steps/plain_scanner.h"
 #include "steps/plain_text.h"
 #include "steps/plain_window.h"
+#include "text/owned_list.h"
 
 namespace zeb5 {
 
 namespace {
-
-struct own_features {
-    std::vector<ZEB5GigEFeature *> list;
-    own_features() = default;
-    own_features(const own_features &) = delete;
-    own_features &operator=(const own_features &) = delete;
-    ~own_features() { zeb5_clean_gige_descr(&list); }
-};
 
 reader_row row_of(std::string_view name) {
     return {find_feature_element([name](const char *known) { return name == known; })};
@@ -100,19 +93,19 @@ scan_result scan_features(const char *path, std::vector<ZEB5GigEFeature *> &out)
         return scan_result::NOT_PLAIN;
     const plain_file file(path);
     bool is_plain = false;
-    own_features found;
+    owned_list<ZEB5GigEFeature, zeb5_clean_gige_descr> found;
     if (file.is_open()) {
         file_window window(file);
-        is_plain = std::make_unique<token_collector>(window, found.list)->collect();
+        is_plain = std::make_unique<token_collector>(window, found.records)->collect();
     }
-    tell_lane_end(is_plain             ? lane_end::FINISHED
-                  : found.list.empty() ? lane_end::LEFT_AT_ONCE
-                                       : lane_end::LEFT_MIDWAY);
+    tell_lane_end(is_plain                ? lane_end::FINISHED
+                  : found.records.empty() ? lane_end::LEFT_AT_ONCE
+                                          : lane_end::LEFT_MIDWAY);
     if (!is_plain)
         return file.is_open() && file.has_changed() ? scan_result::CHANGED : scan_result::NOT_PLAIN;
-    clear_markers(found.list);
-    out.swap(found.list); // Kept: the records are the caller's, who may still use them
-    found.list.clear();
+    clear_markers(found.records);
+    out.swap(found.records); // Kept: the records are the caller's, who may still use them
+    found.records.clear();
     return scan_result::READ;
 }
 

@@ -89,7 +89,7 @@ public:
 
     /// Returns whether a DOM exception ended the walk of `nodes` itself. An exception below ends only the
     /// walk of the list in which it occurred.
-    bool failed(DOMNodeList *nodes) {
+    bool walk(DOMNodeList *nodes) {
         bool stopped = go([&] { descend(nodes); });
         while (!levels_.empty()) {
             stopped = go([&] { step(); });
@@ -153,5 +153,5 @@ std::optional<std::string> message_of(const xercesc::DOMException &problem) {
 bool dump_nodes(xercesc::DOMNodeList *nodes, std::vector<ZEB5GigEFeature *> *out) {
     if (!nodes || !out)
         return true;
-    return zeb5::tree_walk(*out).failed(nodes);
+    return zeb5::tree_walk(*out).walk(nodes);
 }

@@ -83,18 +83,13 @@ framed_value<in_opening_line<Name>, std::int32_t> opening(const std::int32_t &nu
 /// Stands for no value.
 struct no_value {};
 
-template <const element_tags &Name> struct in_opening_tag {
-    static constexpr short_piece start = short_piece({Name.start.text(), "\n"});
-    static constexpr short_piece end = short_piece({});
-};
-
 template <const element_tags &Name> struct in_closing_tag {
     static constexpr const short_piece &start = Name.end;
     static constexpr short_piece end = short_piece({});
 };
 
 /// A line of the start tag alone, among values.
-template <const element_tags &Name> framed_value<in_opening_tag<Name>, no_value> opening() {
+template <const element_tags &Name> framed_value<in_opening_line<Name>, no_value> opening() {
     static constexpr no_value none;
     return {none};
 }
