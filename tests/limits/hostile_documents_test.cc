@@ -182,7 +182,7 @@ const hostile_case small_cases[] = {
               times(200, "&b;") + times(780, "&a;")),
      REFUSED, REFUSED},
     {"comments of an entity",
-     document(any + "<!ENTITY e '" + times(500, "<!---->") + "'>", times(1000, "&e;")), READ, REFUSED},
+     document(any + "<!ENTITY e '" + times(500, "<!---->") + "'>", times(1000, "&e;")), REFUSED, REFUSED},
     {"text of an entity", document(any + long_entity, times(15, "&e;")), READ, READ},
     {"declarations of a parameter entity",
      document(any + "<!ENTITY % e \"" + times(100, "<!ELEMENT a ANY>") + "\">" + times(2600, "%e;")), REFUSED,
@@ -199,10 +199,6 @@ const hostile_case small_cases[] = {
     {"blanks of a parameter entity",
      document("<!ENTITY % e '" + times(4000, " ") + "'>" + any + times(1900, "%e;")), READ, READ},
     {"entities within entities", document(any + chain(17, "", "&", "x"), times(62, "&e1;")), READ, READ},
-    {"ten of ten",
-     document(any + "<!ENTITY a 'x'><!ENTITY b '" + times(10, "&a;") + "'><!ENTITY c '" + times(10, "&b;") +
-              "'>"),
-     READ, READ},
     {"entities within the entities of a default",
      document(any + chain(17, "", "&", "") + "<!ENTITY a '&e1;'><!ATTLIST ROOT a CDATA '" +
               times(2900, "&a;") + "'>"),
@@ -258,7 +254,7 @@ const hostile_case small_cases[] = {
      REFUSED},
     {"entities of entities of entities, in a default",
      document(any + laughs + "<!ATTLIST ROOT a CDATA '&l9;'>"), REFUSED, REFUSED},
-    {"a long text again and again", document(any + long_text, times(1900, "&t;")), READ, REFUSED},
+    {"a long text again and again", document(any + long_text, times(1900, "&t;")), READ, READ},
     {"a long text again and again, in an attribute",
      document(any + long_text, "<ROOT a='" + times(1900, "&t;") + "'/>"), REFUSED, REFUSED},
     {"a long text again and again and again",
@@ -297,6 +293,28 @@ const hostile_case small_cases[] = {
                   alike(7, "", " ") + "'><!ENTITY f '" + times(100, "&e;") + "'>",
               alike(7, "<a b='", "'/>") + "<a c='" + times(1000, "&f;") + "'/>"),
      REFUSED, REFUSED},
+    {"names in attributes of an enumerated type",
+     document(any + "<!ELEMENT a EMPTY><!ATTLIST a b (a" + numbered(900, "|b", "") +
+                  ") #IMPLIED><!ENTITY e '" + times(900, "a ") + "'><!ENTITY f '<a b=\"" + times(300, "&e;") +
+                  "\"/>'>",
+              times(20, "&f;")),
+     REFUSED, READ},
+    {"instructions, behind each of which a dimension is made anew",
+     document(any +
+                  "<!ELEMENT DaqFloatMatrix ANY><!ELEMENT orvin ANY><!ELEMENT dimension ANY>"
+                  "<!ATTLIST dimension id CDATA #IMPLIED><!ENTITY s '" +
+                  times(1000, "<?p?>") + "'><!ENTITY t '" + times(70, "&s;") + "'>",
+              "<DaqFloatMatrix><orvin>p</orvin><dimension id='1'>" + times(56, "&t;") +
+                  "</dimension></DaqFloatMatrix>"),
+     REFUSED, REFUSED},
+    {"blanks of entities that an attribute does not keep",
+     document(any + "<!ATTLIST ROOT a NMTOKENS #IMPLIED><!ENTITY e '" + times(5000, " ") + "'><!ENTITY f '" +
+                  times(280, "&e;") + "'>",
+              "<ROOT a='" + times(100, "&f;") + "'/>"),
+     REFUSED, REFUSED},
+    {"long notations of a parameter entity",
+     document(any + "<!ENTITY % e \"<!NOTATION a PUBLIC '" + times(5000, "x") + "'>\">" + times(1200, "%e;")),
+     REFUSED, READ},
     {"a model of many states",
      document("<!ELEMENT a EMPTY><!ELEMENT b EMPTY><!ELEMENT ROOT ((a|b)*,a" + times(60, ",(a|b)") + ")>",
               times(400, "<a/><b/>")),

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <string_view>
+#include <unordered_map>
 #include <vector>
 
 #include <xercesc/framework/XMLAttDefList.hpp>
@@ -17,19 +18,30 @@ price of_characters(const XMLCh *text) { return character_price * xercesc::XMLSt
 
 } // namespace
 
-std::size_t nodes_of_model(const xercesc::DTDElementDecl &element) {
-    std::size_t nodes = 0;
-    std::vector<const xercesc::ContentSpecNode *> pending{element.getContentSpec()}; // models nest deeply
+model_size size_of_model(const xercesc::DTDElementDecl &element) {
+    using xercesc::ContentSpecNode;
+    model_size size;
+    std::size_t places = 0;
+    std::unordered_map<std::u16string_view, std::size_t, seeded_name_hash> times;
+    std::vector<const ContentSpecNode *> pending{element.getContentSpec()}; // models nest deeply
     while (!pending.empty()) {
-        const xercesc::ContentSpecNode *const node = pending.back();
+        const ContentSpecNode *const node = pending.back();
         pending.pop_back();
         if (!node)
             continue;
-        ++nodes;
+        ++size.nodes;
+        if (node->getType() == ContentSpecNode::Leaf) {
+            ++places;
+            ++times[node->getElement()->getRawName()];
+        }
         pending.push_back(node->getFirst());
         pending.push_back(node->getSecond());
     }
-    return nodes;
+    if (element.getModelType() == xercesc::DTDElementDecl::Children)
+        for (const auto &[name, n] : times)
+            if (n > 1)
+                size.entries += (std::size_t{1} << std::min<std::size_t>(n, 20)) * places;
+    return size;
 }
 
 price price_of_attribute(const xercesc::DTDAttDef &declaration) {

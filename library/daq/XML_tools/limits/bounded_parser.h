@@ -43,8 +43,12 @@ struct parser_belongings : parse_meter {
     bool is_under_way = false; // a pull reader is in the middle of a document
 };
 
-/// Names, groups and marks of a declared element's content model.
-std::size_t nodes_of_model(const xercesc::DTDElementDecl &element);
+/// The content model of a declared element.
+struct model_size {
+    std::size_t nodes = 0;   // names, groups and marks
+    std::size_t entries = 0; // of the table of its states, at most, if names stand in it repeatedly; else 0
+};
+model_size size_of_model(const xercesc::DTDElementDecl &element);
 
 // Prices of what has parts
 
@@ -74,6 +78,10 @@ public:
         if constexpr (is_sax) // which tells only a validator of its own making whom to report to
             const_cast<xercesc::XMLValidator &>(this->getValidator()).setErrorReporter(this);
     }
+
+    ~bounded_parser() override { stop_charging(); }
+    bounded_parser(const bounded_parser &) = delete;
+    bounded_parser &operator=(const bounded_parser &) = delete;
 
     // Not in memory of the platform, as the base class would have it: that is gone when the parser is
     static void *operator new(std::size_t size) { return ::operator new(size); }
@@ -116,10 +124,12 @@ private:
 
     void elementDecl(const xercesc::DTDElementDecl &element, const bool is_ignored) override {
         Parser::elementDecl(element, is_ignored);
-        const std::size_t nodes = nodes_of_model(element);
-        if (is_sax && nodes > most_model_nodes)
+        const auto [nodes, entries] = size_of_model(element);
+        if (!is_sax)
+            return declare(nodes * model_node_price);
+        if (nodes > most_model_nodes || entries > most_model_entries)
             refuse(u"A content model of this document has too many names");
-        declare(is_sax ? nodes * nodes * validated_model_price : nodes * model_node_price);
+        declare(nodes * nodes * validated_model_price + entries * model_entry_price);
     }
 
     void attDef(const xercesc::DTDElementDecl &element, const xercesc::DTDAttDef &attribute,
@@ -144,28 +154,20 @@ private:
         Parser::endAttList(element);
     }
 
-    void doctypeWhitespace(const XMLCh *const text, const XMLSize_t length) override {
-        spend(character_price * length);
-        Parser::doctypeWhitespace(text, length);
+    // Behind each of them a reader may get the same step once more
+
+    void docComment(const XMLCh *const comment) override {
+        spend(element_price);
+        Parser::docComment(comment);
     }
 
-    void doctypeComment(const XMLCh *const comment) override {
-        spend(character_price * xercesc::XMLString::stringLen(comment));
-        Parser::doctypeComment(comment);
-    }
-
-    void doctypePI(const XMLCh *const target, const XMLCh *const data) override {
-        spend(character_price * xercesc::XMLString::stringLen(data));
-        Parser::doctypePI(target, data);
+    void docPI(const XMLCh *const target, const XMLCh *const data) override {
+        spend(element_price);
+        Parser::docPI(target, data);
     }
 
     /// The parser of a tree would keep its declarations as a text, too.
     void startIntSubset() override {}
-
-    void startEntityReference(const xercesc::XMLEntityDecl &entity) override {
-        spend(character_price * entity.getValueLen());
-        Parser::startEntityReference(entity);
-    }
 
     void startElement(const xercesc::XMLElementDecl &element, const unsigned uri, const XMLCh *const prefix,
                       const xercesc::RefVectorOf<xercesc::XMLAttr> &attributes, const XMLSize_t count,
@@ -191,7 +193,7 @@ private:
             scanner = const_cast<xercesc::XMLScanner *>(&this->getScanner());
         else
             scanner = this->getScanner();
-        scanner->emitError(xercesc::XMLErrs::XMLException_Fatal, reason); // does not return
+        scanner->emitError(xercesc::XMLErrs::XMLException_Fatal, reason); // ends the parse
     }
 
     price declarations_ = 0;

@@ -10,7 +10,8 @@
 namespace zeb5 {
 
 /// Validates as its base does. Each name in an IDREF(S) or ENTITY/ENTITIES attribute is looked up in a table
-/// that a document can crowd, and entities may repeat it in one attribute more than a million times.
+/// that a document can crowd, and each of an enumerated type in the list of its values; entities may repeat
+/// it in one attribute more than a million times.
 class bounded_validator final : public xercesc::DTDValidator {
 public:
     /// `meter` must outlive this.

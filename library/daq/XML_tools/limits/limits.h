@@ -33,8 +33,8 @@ inline constexpr std::size_t memory_per_byte = 600;
 
 // The prices
 
-/// Of an element. It includes the record that a reader makes of it: a channel takes 1,600 bytes, and at least
-/// two elements.
+/// Of an element, a comment and an instruction. It includes the record that a reader makes of it: a channel
+/// takes 1,600 bytes, and at least two elements; a dimension is made anew at each comment in it.
 inline constexpr price element_price = 4'500;
 
 /// Of each attribute that is declared for an element, at each such element and at the end of each list of its
@@ -44,8 +44,7 @@ inline constexpr price declared_attribute_price = 40;
 /// Of an attribute that an element has, written or by default, beside the characters of its name and value.
 inline constexpr price attribute_price = 400;
 
-/// Of a character: of attributes, declarations, expanded entities, and of blanks, comments and instructions
-/// between declarations.
+/// Of a character of an entity that is expanded, wherever that is, and of attributes and declarations.
 inline constexpr price character_price = 10;
 
 /// Of a declaration, beside its characters.
@@ -64,16 +63,24 @@ inline constexpr price model_node_price = 500;
 /// Of each pair of these, for a parser that validates: it walks through all of them for each.
 inline constexpr price validated_model_price = 5;
 
+/// Of each entry that the table of a content model's states may have, if names stand in it repeatedly: two to
+/// the power of their number for each place in the model.
+inline constexpr price model_entry_price = 40;
+
 /// Of each name in an IDREF, IDREFS, ENTITY or ENTITIES attribute, for each identifier that the parser knows:
 /// a document can choose identifiers that the parser's table keeps in one list.
 inline constexpr price reference_price = 6;
+
+/// Of each character of the values of an enumerated type, for each name in an attribute of this type: the
+/// parser looks it up among them.
+inline constexpr price listed_character_price = 1;
 
 /// Of a warning or an error.
 inline constexpr price report_price = 8'000;
 
 /// Bytes of memory that cost 1 when the parser asks for them, whether it keeps them or not. The parser makes
-/// a reader of 164,032 bytes each time that it expands an entity, in content, attributes and declarations, so
-/// an expansion costs 13,669.
+/// a reader of 164,040 bytes each time that it expands an entity, in content, attributes and declarations, so
+/// an expansion costs 13,670.
 inline constexpr std::size_t bytes_per_price = 12;
 
 // What no price bounds
@@ -84,9 +91,12 @@ inline constexpr std::size_t bytes_per_price = 12;
 inline constexpr std::size_t most_names = 4096;
 
 /// Names, groups and marks of one content model, for a parser that validates. It walks through the model by
-/// recursion, which takes 190 bytes of the stack for each, and makes a table of its states, of which there
-/// may be very many: each takes the square of this number.
+/// recursion, which takes 190 bytes of the stack for each.
 inline constexpr std::size_t most_model_nodes = 512;
+
+/// Entries that the table of the states of one content model may have. Models in which no name stands twice
+/// have few. One of 39 names, three of them 13 times each, may have 958,464.
+inline constexpr std::size_t most_model_entries = std::size_t{1} << 20;
 
 } // namespace zeb5
 

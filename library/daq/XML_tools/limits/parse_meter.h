@@ -26,18 +26,20 @@ public:
     /// So many bytes of the document itself were read.
     void count_bytes(std::size_t bytes) { length_ += bytes; }
 
+    /// Only where the parser copes with a refusal: in its callbacks, and where it expands an entity. In
+    /// between it may be in the middle of putting one text in the place of another.
     void spend(price more) {
         work_ += more;
         if (work_ > free_work && work_ / work_per_byte > length_)
             refuse(u"This document takes more work than its length allows");
+        if (held_ > held_before_ + free_memory && (held_ - held_before_) / memory_per_byte > length_)
+            refuse(u"This document takes more memory than its length allows");
     }
 
     /// The parser takes so many bytes of memory more.
     void take(std::size_t bytes) {
         held_ += bytes;
-        if (held_ > held_before_ + free_memory && (held_ - held_before_) / memory_per_byte > length_)
-            refuse(u"This document takes more memory than its length allows");
-        spend(bytes / bytes_per_price);
+        work_ += bytes / bytes_per_price;
     }
 
     void give_back(std::size_t bytes) { held_ -= bytes; }

@@ -6,6 +6,7 @@
 #include <cstddef>
 
 #include <xercesc/framework/MemoryManager.hpp>
+#include <xercesc/util/BinMemInputStream.hpp>
 #include <xercesc/util/PlatformUtils.hpp>
 
 #include "limits/parse_meter.h"
@@ -14,7 +15,8 @@ namespace zeb5 {
 
 /// Memory of one parser, from the XML library's own manager; all of it is given back at the latest when this
 /// ends. The parser by itself loses parts of declarations that are ill-formed, up to ten times the document's
-/// size, and much of what it was making when memory runs out.
+/// size, and much of what it was making when memory runs out. Once that has happened, nothing is given back
+/// before the end: the parser may give the same block back twice then.
 class parser_memory final : public xercesc::MemoryManager {
 public:
     /// `meter` must outlive this.
@@ -37,9 +39,15 @@ private:
         std::size_t size;
     };
 
+    const xercesc::BinMemInputStream *text_of_entity(std::size_t requested) const;
+    void release(block &gone);
+
     parse_meter &meter_;
     xercesc::MemoryManager &source_ = *xercesc::XMLPlatformUtils::fgMemoryManager;
     block blocks_{&blocks_, &blocks_, 0};
+    bool has_run_out_ = false;
+    const xercesc::BinMemInputStream any_text_{nullptr, 0, xercesc::BinMemInputStream::BufOpt_Reference,
+                                               &source_};
 };
 
 } // namespace zeb5
