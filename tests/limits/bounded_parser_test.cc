@@ -28,8 +28,8 @@ TEST(BoundedParser, RefusesWhereTheParserCopesWithIt) {
     for (const std::string &text : declarations)
         for (std::size_t padding = 0; padding < 400; padding += 40) {
             const std::string hostile =
-                ("<!DOCTYPE ROOT [<!ELEMENT ROOT ANY><!--" + times(padding, "c") + "--><!ENTITY % e '" + text + "'><!ENTITY % f '" +
-                         times(100, "&#37;e;") + "'>" + times(300, "%f;") + "]><ROOT/>");
+                ("<!DOCTYPE ROOT [<!ELEMENT ROOT ANY><!--" + times(padding, "c") + "--><!ENTITY % e '" +
+                 text + "'><!ENTITY % f '" + times(100, "&#37;e;") + "'>" + times(300, "%f;") + "]><ROOT/>");
             for (const reader_row *const reader : {&channels, &camera})
                 EXPECT_EQ(read_apart(*reader, hostile).end, REFUSED) << reader->name << padding;
         }

@@ -23,7 +23,7 @@ const xercesc::BinMemInputStream *parser_memory::text_of_entity(std::size_t requ
     if (requested != head + sizeof(xercesc::XMLReader) || last.size != head + sizeof(BinMemInputStream))
         return nullptr;
     const char *const stream = reinterpret_cast<const char *>(&last + 1) + head;
-    if (std::memcmp(stream, &any_text_, sizeof(void *)) != 0)
+    if (std::memcmp(stream, static_cast<const void *>(&any_text_), sizeof(void *)) != 0)
         return nullptr;
     return reinterpret_cast<const BinMemInputStream *>(stream);
 }
