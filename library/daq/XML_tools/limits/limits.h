@@ -12,7 +12,8 @@
 
 namespace zeb5 {
 
-/// A price of 1 is about a nanosecond of a processor, or a tenth of a byte of memory that stays.
+/// A price of 1 is at most about a nanosecond of a processor, or a tenth of a byte of memory that stays. Most
+/// prices are several times what the work takes.
 using price = std::uint64_t;
 
 /// Work that any document may ask for: up to half a second. It keeps a document of 10,000 bytes below a
