@@ -1,7 +1,7 @@
 /// Limits of a document that the XML library reads: what goes beyond each is refused, and what honest
 /// documents ask for is not.
 
-#include "limits/limits.h"
+#include "limits/hashed_names.h"
 
 #include <algorithm>
 #include <string>
@@ -87,16 +87,31 @@ std::string in_content(const std::string &declarations, std::size_t count, const
                     times(count / in_entity, "&e;"));
 }
 
+constexpr std::size_t in_entity_of_declarations = 20;
+
 /// Declarations so many times by parameter entities, behind others.
 std::string in_declarations(const std::string &declarations, std::size_t count, const std::string &text) {
-    const std::size_t in_entity = 50;
-    return document(declarations + "<!ENTITY % p \"" + times(in_entity, text) + "\">" +
-                    times(count / in_entity, "%p;"));
+    return document(declarations + "<!ENTITY % p \"" + times(in_entity_of_declarations, text) + "\">" +
+                    times(count / in_entity_of_declarations, "%p;"));
 }
 
 const std::string hundred_values = "v" + numbered(100, "|v@");
 
+/// The price of a look-up among i0 to i999.
+price among_thousand_identifiers() {
+    hashed_names names;
+    for (int i = 0; i < 1000; ++i) {
+        const std::string name = "i" + std::to_string(i);
+        names.add(std::u16string(name.begin(), name.end()).c_str());
+    }
+    return names.look_up();
+}
+
 const work_case work_cases[] = {
+    {"declarations",
+     declaration_price + compared_name_price + compared_character_price + 14 * character_price +
+         164'032 / bytes_per_price / in_entity_of_declarations,
+     [](std::size_t n) { return in_declarations("", n, "<!ENTITY n ''>"); }},
     {"elements", element_price, [](std::size_t n) { return in_content("<!ELEMENT a EMPTY>", n, "<a/>"); }},
     {"attributes", element_price + declared_attribute_price + attribute_price + character_price,
      [](std::size_t n) {
@@ -171,7 +186,7 @@ const work_case work_cases[] = {
                              times(1000, "v ") + "'>",
                          "<a b='" + times(n / 1000, "&e;") + "'/>");
      }},
-    {"references to identifiers", attribute_price + 1000 * reference_price + 3 * character_price,
+    {"references to identifiers", attribute_price + among_thousand_identifiers() + 3 * character_price,
      [](std::size_t n) {
          return document("<!ELEMENT a EMPTY><!ATTLIST a i ID #IMPLIED r IDREFS #IMPLIED><!ENTITY e '" +
                              times(1000, "i0 ") + "'>",
@@ -197,16 +212,56 @@ TEST(Limits, OfWorkGrowWithTheDocument) {
     EXPECT_EQ(report(comment.substr(0, comment.size() / 4) + "-->" + hostile), too_much_work);
 }
 
-TEST(Limits, OfDeclarationsGrowWithTheirNumber) {
-    // The sum of declaration_price and of crowding_price for each one before
-    std::size_t most = 0;
-    for (price sum = 0; sum < free_work; ++most)
-        sum += declaration_price + crowding_price * most;
-    const auto declarations = [](std::size_t count) {
-        return in_declarations("", count, "<!NOTATION n SYSTEM 'n'>");
+/// `text` with each of so many names that the parser's hash function does not tell apart in place of '@'.
+std::string alike(std::size_t count, const std::string &text) {
+    std::string all;
+    for (std::size_t i = 0; i < count; ++i) {
+        std::string name;
+        for (int block = 0; block < 11; ++block)
+            name += i >> block & 1 ? "az" : "bT"; // 38 * 'a' + 'z' is 38 * 'b' + 'T'
+        all += replace_all(text, "@", name);
+    }
+    return all;
+}
+
+TEST(Limits, OfLookUpsGrowWithTheNamesInOneList) {
+    constexpr std::size_t names = 2000;
+    constexpr price look_up = names * (compared_name_price + 22 * compared_character_price);
+    constexpr std::size_t longest_document = 150'000;
+    constexpr std::size_t many = 11 * longest_document * work_per_byte / look_up / 10;
+    const auto by_entities = [](const std::string &text) {
+        return "<!ENTITY e \"" + times(100, text) + "\"><!ENTITY f '" + times(100, "&e;") + "'>";
     };
-    EXPECT_EQ(report(declarations(most * 7 / 10)), "");
-    EXPECT_EQ(report(declarations(most * 11 / 10)), too_much_work);
+    const std::string uses = times(many / 10'000 + 1, "&f;");
+    const std::string name = alike(1, "@");
+    const std::string element = by_entities("<" + name + "/>");
+    const std::string references = by_entities(name + " ");
+    const std::pair<const char *, std::string> documents[] = {
+        {"declared elements", document(alike(names, "<!ELEMENT @ EMPTY>") + element, uses)},
+        {"elements of content models",
+         document(alike(names, "<!ELEMENT @ ANY>") + "<!ENTITY % p '" + alike(100, "<!ELEMENT m (a|@)>") +
+                  "'>" + times(many / 100, "%p;"))},
+        {"declared attributes",
+         document("<!ELEMENT a EMPTY><!ATTLIST a" + alike(300, " @ CDATA #IMPLIED") + "><!ENTITY e \"<a" +
+                      alike(300, " @=''") + "/>\"><!ENTITY f '" + times(100, "&e;") + "'>",
+                  times(200, "&f;"))},
+        {"identifiers",
+         document("<!ELEMENT a EMPTY><!ATTLIST a i ID #IMPLIED r IDREFS #IMPLIED>" + references,
+                  alike(names, "<a i='@'/>") + "<a r='" + uses + "'/>")},
+        {"unparsed entities",
+         document("<!NOTATION n SYSTEM 'n'>" + alike(names, "<!ENTITY @ SYSTEM 's' NDATA n>") +
+                      "<!ELEMENT a EMPTY><!ATTLIST a r ENTITIES #IMPLIED>" + references,
+                  "<a r='" + uses + "'/>")},
+        {"entities", document(alike(names, "<!ENTITY @ ''>") + by_entities("&#38;" + name + ";"), uses)},
+    };
+    for (const auto &[what, text] : documents) {
+        EXPECT_LT(text.size(), longest_document) << what;
+        EXPECT_EQ(report(text), too_much_work) << what;
+    }
+    // A pull reader ends where a document with declarations has a name that they do not have
+    EXPECT_FALSE(is_read_as_camera_file(document(element, alike(names, "<@/>") + uses)));
+    EXPECT_FALSE(
+        is_read_as_camera_file(document(by_entities("<a" + alike(33, " @=''") + "/>"), times(200, "&f;"))));
 }
 
 /// An attribute in which so many references to entities are missing.
@@ -260,10 +315,12 @@ TEST(Limits, OfNamesOfElements) {
     EXPECT_FALSE(is_read_as_camera_file(names(most_names + 1)));
 }
 
-TEST(Limits, OfNamesOfAttributesAreForATree) {
-    const auto names = [](std::size_t count) { // one of which stands alone, and before each of the others
-        return "<CHANDESCRIPTIONS>" + numbered(count - 1, "<a n=''/><a n='' a@=''/>") + "</CHANDESCRIPTIONS>";
-    };
+TEST(Limits, OfNamesAreThoseOfAttributesTooForATree) {
+    const auto names =
+        [](std::size_t count) { // two of elements, and one that stands before each of the others
+            return "<CHANDESCRIPTIONS>" + numbered(count - 3, "<a n=''/><a n='' a@=''/>") +
+                   "</CHANDESCRIPTIONS>";
+        };
     const way_in_use used(WITHOUT_LANE);
     EXPECT_TRUE(is_read_as_camera_file(names(most_names)));
     EXPECT_FALSE(is_read_as_camera_file(names(most_names + 1)));
@@ -357,6 +414,27 @@ TEST(Limits, AreNotMetByHonestDocuments) {
          document(elements_of_channels + "<!ATTLIST CHANNEL i ID #REQUIRED before IDREF #IMPLIED>",
                   numbered(channels_of_a_list, "<CHANNEL i='b@'/><CHANNEL i='c@' before='b@'><PROP>P@</PROP>"
                                                "</CHANNEL>"))},
+        {"references to all channels",
+         document(elements_of_channels + "<!ELEMENT SET EMPTY><!ATTLIST CHANNEL i ID #REQUIRED>"
+                                         "<!ATTLIST SET of IDREFS #IMPLIED>",
+                  numbered(channels_of_a_list, "<CHANNEL i='c@_x'><PROP>P@</PROP></CHANNEL>") + "<SET of='" +
+                      numbered(channels_of_a_list, "c@_x ") + "'/>")},
+        {"a reference to each channel while the parser's table is crowded",
+         document(elements_of_channels + "<!ELEMENT SET EMPTY><!ATTLIST CHANNEL i ID #REQUIRED>"
+                                         "<!ATTLIST SET of IDREFS #IMPLIED>",
+                  numbered(8000, "<CHANNEL i='i@_x'><PROP>P@</PROP></CHANNEL>") +
+                      numbered(8000, "<SET of='i@_x'/>"))},
+        {"eight dimensions of an entity, with statistics",
+         "<!DOCTYPE CHANDESCRIPTIONS [<!ENTITY dims '" +
+             times(8, "<DIM>1</DIM><DIM_NAME>d</DIM_NAME><DIM_DESCR>dimension</DIM_DESCR><DIM_UNITS>m</"
+                      "DIM_UNITS>" +
+                          times(4, "<STAT>1</STAT><STAT_NAME>s</STAT_NAME><STAT_DESCR>mean</STAT_DESCR>"
+                                   "<STAT_UNITS>m</STAT_UNITS>")) +
+             "'><!ELEMENT CHANDESCRIPTIONS ANY><!ELEMENT CHANNEL ANY><!ELEMENT PROP ANY><!ELEMENT DIM ANY>"
+             "<!ELEMENT DIM_NAME ANY><!ELEMENT DIM_DESCR ANY><!ELEMENT DIM_UNITS ANY><!ELEMENT STAT ANY>"
+             "<!ELEMENT STAT_NAME ANY><!ELEMENT STAT_DESCR ANY><!ELEMENT STAT_UNITS "
+             "ANY>]><CHANDESCRIPTIONS>" +
+             numbered(3000, "<CHANNEL><PROP>A/B/C@</PROP>&dims;</CHANNEL>") + "</CHANDESCRIPTIONS>"},
         {"a model that names a child 13 times",
          document(thirteen,
                   numbered(channels_of_a_list, "<C><PROP>P@</PROP>" + times(13, "<BIT>1</BIT>") + "</C>"))},

@@ -18,8 +18,8 @@
 ///
 /// A document that asks for far more work or memory than its length allows is refused with an error, and so
 /// is one with more than 4,096 names of elements or with a content model of more than 512 names, groups and
-/// marks. SECURITY.md has all limits, and the rare honest documents that meet them. The caller limits the
-/// size of the document itself. A thread needs 128 KB of stack to read any document.
+/// marks. Honest documents stay far below; SECURITY.md has all limits. The caller limits the size of the
+/// document itself. A thread needs 128 KB of stack to read any document.
 ///
 /// Each parser reads one document, on one thread; parsers on several threads may run at the same time.
 

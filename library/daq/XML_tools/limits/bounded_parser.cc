@@ -13,13 +13,34 @@ namespace zeb5 {
 
 namespace {
 
+/// So many attributes of one element are compared with each other in no time.
+constexpr XMLSize_t few_attributes = 32;
+
 /// 0 for a null text.
 price of_characters(const XMLCh *text) { return character_price * xercesc::XMLString::stringLen(text); }
 
+/// Of those that an element has. Each is looked up among the declared ones, and among those before it.
+price price_of_attributes(const xercesc::XMLElementDecl &element,
+                          const xercesc::RefVectorOf<xercesc::XMLAttr> &attributes, XMLSize_t count,
+                          const document_names &names) {
+    price sum = 0;
+    if (const auto declared = names.attributes.find(&element); declared != names.attributes.end())
+        sum += count * declared->second.look_up();
+    hashed_names written{7, 4};
+    for (XMLSize_t i = 0; i < count; ++i) {
+        const XMLCh *const name = attributes.elementAt(i)->getQName();
+        sum += attribute_price + of_characters(name) + of_characters(attributes.elementAt(i)->getValue());
+        if (count > few_attributes)
+            written.add(name);
+    }
+    return sum + count * written.look_up();
+}
+
 } // namespace
 
-model_size size_of_model(const xercesc::DTDElementDecl &element) {
+model_size size_of_model(const xercesc::DTDElementDecl &element, hashed_repeated_names &elements) {
     using xercesc::ContentSpecNode;
+    elements.add(element.getFullName());
     model_size size;
     std::size_t places = 0;
     std::unordered_map<std::u16string_view, std::size_t, seeded_name_hash> times;
@@ -33,6 +54,7 @@ model_size size_of_model(const xercesc::DTDElementDecl &element) {
         if (node->getType() == ContentSpecNode::Leaf) {
             ++places;
             ++times[node->getElement()->getRawName()];
+            elements.add(node->getElement()->getRawName());
         }
         pending.push_back(node->getFirst());
         pending.push_back(node->getSecond());
@@ -57,19 +79,17 @@ price price_of_declared_attributes(const xercesc::XMLElementDecl &element) {
 }
 
 price price_of_element(const xercesc::XMLElementDecl &element,
-                       const xercesc::RefVectorOf<xercesc::XMLAttr> &attributes, XMLSize_t count) {
-    price sum = element_price + price_of_declared_attributes(element);
-    for (XMLSize_t i = 0; i < count; ++i)
-        sum += attribute_price + of_characters(attributes.elementAt(i)->getQName()) +
-               of_characters(attributes.elementAt(i)->getValue());
-    return sum;
+                       const xercesc::RefVectorOf<xercesc::XMLAttr> &attributes, XMLSize_t count,
+                       const document_names &names) {
+    const price sum = element_price + names.element() + price_of_declared_attributes(element);
+    return count == 0 ? sum : sum + price_of_attributes(element, attributes, count, names);
 }
 
-std::size_t attribute_names::add(const xercesc::RefVectorOf<xercesc::XMLAttr> &attributes, XMLSize_t count) {
+std::size_t add_names(hashed_repeated_names &names, const xercesc::XMLElementDecl &element,
+                      const xercesc::RefVectorOf<xercesc::XMLAttr> &attributes, XMLSize_t count) {
     for (XMLSize_t i = 0; i < count; ++i)
-        if (const XMLCh *const name = attributes.elementAt(i)->getQName(); last_ != name)
-            names_.insert(last_ = name); // most elements of a file have one attribute, and the same
-    return names_.size();
+        names.add(attributes.elementAt(i)->getQName());
+    return names.add(element.getFullName());
 }
 
 void forget_identifiers(const xercesc::RefVectorOf<xercesc::XMLAttr> &attributes, XMLSize_t count) {

@@ -6,10 +6,10 @@
 /// A document is self-contained: an external entity or DTD is reported as missing and never opened, whether
 /// file or network address.
 
+#include <algorithm>
 #include <memory>
 #include <string>
 #include <type_traits>
-#include <unordered_set>
 #include <utility>
 
 #include <xercesc/framework/XMLAttr.hpp>
@@ -24,7 +24,6 @@
 #include "limits/parse_meter.h"
 #include "limits/parser_memory.h"
 #include "limits/parser_streams.h"
-#include "text/name_hash.h"
 #include "xml_platform.h"
 
 XERCES_CPP_NAMESPACE_BEGIN
@@ -48,25 +47,26 @@ struct model_size {
     std::size_t nodes = 0;   // names, groups and marks
     std::size_t entries = 0; // of the table of its states, at most, if names stand in it repeatedly; else 0
 };
-model_size size_of_model(const xercesc::DTDElementDecl &element);
+/// Its names come into the table of elements.
+model_size size_of_model(const xercesc::DTDElementDecl &element, hashed_repeated_names &elements);
+
+/// Otherwise the parser has the element in a table for those that no declaration names.
+inline bool is_named_by_declarations(const xercesc::XMLElementDecl &element) {
+    const auto reason = element.getCreateReason();
+    return reason != xercesc::XMLElementDecl::NoReason && reason != xercesc::XMLElementDecl::JustFaultIn;
+}
 
 // Prices of what has parts
 
 price price_of_attribute(const xercesc::DTDAttDef &declaration);
 price price_of_declared_attributes(const xercesc::XMLElementDecl &element);
 price price_of_element(const xercesc::XMLElementDecl &element,
-                       const xercesc::RefVectorOf<xercesc::XMLAttr> &attributes, XMLSize_t count);
+                       const xercesc::RefVectorOf<xercesc::XMLAttr> &attributes, XMLSize_t count,
+                       const document_names &names);
 
-/// Of those that the parser of a tree keeps.
-class attribute_names {
-public:
-    /// Notes the names of an element's attributes; returns how many different ones there are so far.
-    std::size_t add(const xercesc::RefVectorOf<xercesc::XMLAttr> &attributes, XMLSize_t count);
-
-private:
-    std::u16string last_;
-    std::unordered_set<std::u16string, seeded_name_hash> names_;
-};
+/// Adds the names of an element and its attributes; returns how many different ones there are so far.
+std::size_t add_names(hashed_repeated_names &names, const xercesc::XMLElementDecl &element,
+                      const xercesc::RefVectorOf<xercesc::XMLAttr> &attributes, XMLSize_t count);
 
 /// The parser of a tree would keep a table of identifiers, which takes the square of their number when they
 /// are alike.
@@ -102,8 +102,8 @@ private:
     // A refusal would leave the parser's first call as it is before startDocument()
 
     void startDocument() override {
-        declarations_ = 0;
-        names_ = {};
+        undeclared_ = 0;
+        most_attributes_ = 0;
         charge();
         Parser::startDocument();
     }
@@ -119,38 +119,48 @@ private:
         if (type == xercesc::XMLErrorReporter::ErrType_Fatal)
             stop_charging(); // it is the last one
         Parser::error(code, domain, type, text, system_id, public_id, line, column);
-        spend(report_price);
+        spend(report_price + names.entities.look_up());
     }
 
     void elementDecl(const xercesc::DTDElementDecl &element, const bool is_ignored) override {
         Parser::elementDecl(element, is_ignored);
-        const auto [nodes, entries] = size_of_model(element);
+        const auto [nodes, entries] = size_of_model(element, names.elements);
         if (!is_sax)
-            return declare(nodes * model_node_price);
+            return declare(nodes * (model_node_price + names.elements.look_up()));
         if (nodes > most_model_nodes || entries > most_model_entries)
             refuse(u"A content model of this document has too many names");
-        declare(nodes * nodes * validated_model_price + entries * model_entry_price);
+        declare(nodes * (nodes * validated_model_price + names.elements.look_up()) +
+                entries * model_entry_price);
     }
 
     void attDef(const xercesc::DTDElementDecl &element, const xercesc::DTDAttDef &attribute,
                 const bool is_ignored) override {
         Parser::attDef(element, attribute, is_ignored);
-        declare(price_of_attribute(attribute));
+        names.elements.add(element.getFullName());
+        hashed_names &declared = names.attributes.try_emplace(&element, 29).first->second;
+        if (!is_ignored)
+            declared.add(attribute.getFullName());
+        declare(price_of_attribute(attribute) + declared.look_up());
     }
 
     void entityDecl(const xercesc::DTDEntityDecl &entity, const bool is_parameter,
                     const bool is_ignored) override {
         Parser::entityDecl(entity, is_parameter, is_ignored);
-        declare(character_price * entity.getValueLen());
+        hashed_names &declared = is_parameter ? names.parameter_entities : names.entities;
+        if (!is_ignored)
+            declared.add(entity.getName());
+        declare(character_price * entity.getValueLen() + declared.look_up());
     }
 
     void notationDecl(const xercesc::XMLNotationDecl &notation, const bool is_ignored) override {
         Parser::notationDecl(notation, is_ignored);
-        declare(0);
+        if (!is_ignored)
+            names.notations.add(notation.getName());
+        declare(names.notations.look_up());
     }
 
     void endAttList(const xercesc::DTDElementDecl &element) override {
-        spend(price_of_declared_attributes(element));
+        spend(price_of_declared_attributes(element) + names.element());
         Parser::endAttList(element);
     }
 
@@ -172,18 +182,26 @@ private:
     void startElement(const xercesc::XMLElementDecl &element, const unsigned uri, const XMLCh *const prefix,
                       const xercesc::RefVectorOf<xercesc::XMLAttr> &attributes, const XMLSize_t count,
                       const bool is_empty, const bool is_root) override {
-        spend(price_of_element(element, attributes, count));
+        if (element.getCreateReason() == xercesc::XMLElementDecl::JustFaultIn &&
+            element.getId() > undeclared_) {
+            undeclared_ = element.getId();
+            names.undeclared_elements.add(element.getFullName());
+        }
+        spend(price_of_element(element, attributes, count, names));
+        if (count != 0) // the parser clears its table of the undeclared ones, which never shrinks
+            spend(most_attributes_ = std::max(most_attributes_, count));
         if (element.getId() > most_names)
             refuse_names();
         if constexpr (!is_sax) {
-            if (names_.add(attributes, count) > most_names)
+            if (add_names(names.in_tree, element, attributes, count) > most_names)
                 refuse_names();
+            spend((1 + count) * names.in_tree.look_up());
             forget_identifiers(attributes, count);
         }
         Parser::startElement(element, uri, prefix, attributes, count, is_empty, is_root);
     }
 
-    void declare(price more) { spend(declaration_price + crowding_price * ++declarations_ + more); }
+    void declare(price more) { spend(declaration_price + more); }
 
     void refuse_names() { refuse(u"This document has too many names"); }
 
@@ -196,8 +214,8 @@ private:
         scanner->emitError(xercesc::XMLErrs::XMLException_Fatal, reason); // ends the parse
     }
 
-    price declarations_ = 0;
-    attribute_names names_; // of the parser of a tree
+    XMLSize_t undeclared_ = 0;      // elements
+    XMLSize_t most_attributes_ = 0; // of one element
 };
 
 /// Creates a parser that reads as the system's documents are meant: no validation but by `scheme`, no

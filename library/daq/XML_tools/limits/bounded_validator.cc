@@ -1,31 +1,42 @@
 #include "limits/bounded_validator.h"
 
 #include <algorithm>
-#include <string_view>
+#include <string>
 
 #include <xercesc/internal/XMLScanner.hpp>
 #include <xercesc/util/XMLString.hpp>
 
 namespace zeb5 {
 
-namespace {
-
-bool has_references(xercesc::XMLAttDef::AttTypes type) {
-    using xercesc::XMLAttDef;
-    return type == XMLAttDef::IDRef || type == XMLAttDef::IDRefs || type == XMLAttDef::Entity ||
-           type == XMLAttDef::Entities;
+/// Identifiers come into the parser's table when they are declared or referred to, whichever is first.
+void bounded_validator::note_identifiers(std::u16string_view text) {
+    for (std::size_t end; !text.empty(); text.remove_prefix(std::min(end + 1, text.size()))) {
+        end = std::min(text.find(u' '), text.size());
+        const std::u16string name(text.substr(0, end));
+        if (!getScanner()->getIDRefList()->containsKey(name.c_str()))
+            meter_.names.identifiers.add(name.c_str());
+    }
 }
-
-} // namespace
 
 void bounded_validator::validateAttrValue(const xercesc::XMLAttDef *attribute, const XMLCh *value,
                                           bool is_declaration, const xercesc::XMLElementDecl *element) {
     const std::u16string_view text(value);
     const auto names = static_cast<price>(1 + std::count(text.begin(), text.end(), u' '));
-    if (has_references(attribute->getType()))
-        meter_.spend(names * (attribute_price + reference_price * getScanner()->getIDRefList()->getCount()));
-    else if (const XMLCh *const values = attribute->getEnumeration())
-        meter_.spend(names * xercesc::XMLString::stringLen(values) * listed_character_price);
+    switch (attribute->getType()) {
+    case xercesc::XMLAttDef::ID:
+    case xercesc::XMLAttDef::IDRef:
+    case xercesc::XMLAttDef::IDRefs:
+        note_identifiers(text);
+        meter_.spend(names * (attribute_price + meter_.names.identifiers.look_up()));
+        break;
+    case xercesc::XMLAttDef::Entity:
+    case xercesc::XMLAttDef::Entities:
+        meter_.spend(names * (attribute_price + meter_.names.entities.look_up()));
+        break;
+    default:
+        if (const XMLCh *const values = attribute->getEnumeration())
+            meter_.spend(names * xercesc::XMLString::stringLen(values) * listed_character_price);
+    }
     DTDValidator::validateAttrValue(attribute, value, is_declaration, element);
 }
 

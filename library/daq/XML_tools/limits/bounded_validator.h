@@ -3,15 +3,17 @@
 
 /// A validator whose look-ups have a price.
 
+#include <string_view>
+
 #include <xercesc/validators/DTD/DTDValidator.hpp>
 
 #include "limits/parse_meter.h"
 
 namespace zeb5 {
 
-/// Validates as its base does. Each name in an IDREF(S) or ENTITY/ENTITIES attribute is looked up in a table
-/// that a document can crowd, and each of an enumerated type in the list of its values; entities may repeat
-/// it in one attribute more than a million times.
+/// Validates as its base does. Each name in an ID, IDREF(S) or ENTITY/ENTITIES attribute is looked up in a
+/// table, and each of an enumerated type in the list of its values; entities may repeat it in one attribute
+/// more than a million times.
 class bounded_validator final : public xercesc::DTDValidator {
 public:
     /// `meter` must outlive this.
@@ -21,6 +23,8 @@ public:
                            const xercesc::XMLElementDecl *element) override;
 
 private:
+    void note_identifiers(std::u16string_view text);
+
     parse_meter &meter_;
 };
 

@@ -16,13 +16,13 @@ namespace zeb5 {
 /// prices are several times what the work takes.
 using price = std::uint64_t;
 
-/// Work that any document may ask for: up to half a second. It keeps a document of 10,000 bytes below a
+/// Work that any document may ask for: up to a third of a second. It keeps a document of 10,000 bytes below a
 /// second and 100 MB.
-inline constexpr price free_work = 400'000'000;
+inline constexpr price free_work = 250'000'000;
 
 /// Work for each byte of the document. References to a short entity, one behind the other, cost 4,600 a byte.
-/// A channel of 40 bytes whose 32 named and described bits are one entity costs 10,800 a byte. A document
-/// that is made for this limit takes up to 12 s for each megabyte.
+/// A channel of 40 bytes whose 32 named and described bits are one entity costs 5,700 a byte. A document that
+/// is made for this limit takes up to 12 s for each megabyte.
 inline constexpr price work_per_byte = 12'000;
 
 /// Memory, in bytes, that the parser of any document may hold.
@@ -36,7 +36,7 @@ inline constexpr std::size_t memory_per_byte = 600;
 
 /// Of an element, a comment and an instruction. It includes the record that a reader makes of it: a channel
 /// takes 1,600 bytes, and at least two elements; a dimension is made anew at each comment in it.
-inline constexpr price element_price = 4'500;
+inline constexpr price element_price = 2'000;
 
 /// Of each attribute that is declared for an element, at each such element and at the end of each list of its
 /// attributes: the parser walks through them.
@@ -51,10 +51,6 @@ inline constexpr price character_price = 10;
 /// Of a declaration, beside its characters.
 inline constexpr price declaration_price = 2'000;
 
-/// Of a declaration, for each one before it: a document can choose names that the parser's tables keep in one
-/// list.
-inline constexpr price crowding_price = 2;
-
 /// Of each pair of the values of an enumerated type: a parser that validates compares them all.
 inline constexpr price compared_value_price = 4;
 
@@ -68,9 +64,11 @@ inline constexpr price validated_model_price = 5;
 /// the power of their number for each place in the model.
 inline constexpr price model_entry_price = 40;
 
-/// Of each name in an IDREF, IDREFS, ENTITY or ENTITIES attribute, for each identifier that the parser knows:
-/// a document can choose identifiers that the parser's table keeps in one list.
-inline constexpr price reference_price = 6;
+/// Of each name that a look-up compares with, and of each character in them. The parser's hash tables have no
+/// seed, so a document can choose names that stand in one list; even in honest documents a list may have 500
+/// of 8,000 names.
+inline constexpr price compared_name_price = 6;
+inline constexpr price compared_character_price = 1;
 
 /// Of each character of the values of an enumerated type, for each name in an attribute of this type: the
 /// parser looks it up among them.
@@ -86,9 +84,9 @@ inline constexpr std::size_t bytes_per_price = 12;
 
 // What no price bounds
 
-/// Different names of elements, and in a camera file that the DOM parser reads as many of attributes. The
-/// parsers keep them in tables that do not grow. 4,096 names that such a table keeps in one list take 0.2 s;
-/// the most that was seen in a camera file is 69.
+/// Different names of elements, and in a camera file that the DOM parser reads, of elements and attributes
+/// together. The DOM parser keeps them in a table that does not grow. 4,096 names that such a table keeps in
+/// one list take 0.2 s; the most that was seen in a camera file is 69.
 inline constexpr std::size_t most_names = 4096;
 
 /// Names, groups and marks of one content model, for a parser that validates. It walks through the model by

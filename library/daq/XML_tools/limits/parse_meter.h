@@ -5,6 +5,7 @@
 
 #include <utility>
 
+#include "limits/hashed_names.h"
 #include "limits/limits.h"
 
 namespace zeb5 {
@@ -21,7 +22,11 @@ public:
         is_charged_ = false;
         work_ = 0;
         length_ = 0;
+        names = document_names();
     }
+
+    /// Of the document.
+    document_names names;
 
     /// So many bytes of the document itself were read.
     void count_bytes(std::size_t bytes) { length_ += bytes; }

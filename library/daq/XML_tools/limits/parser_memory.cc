@@ -30,7 +30,7 @@ const xercesc::BinMemInputStream *parser_memory::text_of_entity(std::size_t requ
 
 void *parser_memory::allocate(XMLSize_t size) {
     if (const auto *const text = text_of_entity(size))
-        meter_.spend(character_price * (text->getSize() / sizeof(XMLCh)));
+        meter_.spend(meter_.names.expansion(text->getSize() / sizeof(XMLCh)));
     block *added = nullptr;
     try {
         added = static_cast<block *>(source_.allocate(sizeof(block) + size));

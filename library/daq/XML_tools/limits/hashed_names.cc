@@ -1,0 +1,29 @@
+#include "limits/hashed_names.h"
+
+#include <cstdint>
+
+#include <xercesc/util/XMLString.hpp>
+
+namespace zeb5 {
+
+void hashed_names::add(const XMLCh *name) {
+    if (lists_.empty())
+        lists_.resize(first_lists_);
+    if (static_cast<double>(hashes_.size()) >= static_cast<double>(lists_.size()) * most_) {
+        lists_.assign(lists_.size() * 2 + 1, 0);
+        longest_list_ = 0;
+        for (const std::size_t hash : hashes_)
+            put(hash);
+    }
+    longest_name_ = std::max(longest_name_, xercesc::XMLString::stringLen(name));
+    hashes_.push_back(xercesc::XMLString::hash(name, SIZE_MAX));
+    put(hashes_.back());
+}
+
+std::size_t hashed_repeated_names::add(const XMLCh *name) {
+    if (last_ != name && names_.insert(last_ = name).second) // most elements have one attribute, the same
+        hashed_names::add(name);
+    return names_.size();
+}
+
+} // namespace zeb5
