@@ -10,11 +10,15 @@ build_packages=(build-essential cmake ninja-build libxerces-c-dev libcli11-dev l
 bench_packages=(libbenchmark-dev libxml2-dev libexpat1-dev libpugixml-dev valgrind)
 check_packages=(git clang clang-format clang-tidy python3 valgrind)
 
-# Installs those of the named Debian packages that are missing. When none is missing, no network is needed.
+# Installs those of the named Debian packages that are missing, PACKAGE or PACKAGE:ARCHITECTURE. When none is missing, no
+# network is needed.
 need_packages() {
-    local package missing=() as_root=()
+    local package architecture missing=() as_root=()
     for package in "$@"; do
-        if [ "$(dpkg-query -W -f '${db:Status-Status}' "$package" 2>/dev/null)" != installed ]; then
+        architecture=$(dpkg --print-architecture)
+        [[ $package != *:* ]] || architecture=${package#*:}
+        if ! dpkg-query -W -f '${Architecture} ${db:Status-Status}\n' "$package" 2>/dev/null |
+            grep -qxE "(all|$architecture) installed"; then
             missing+=("$package")
         fi
     done
@@ -38,7 +42,7 @@ build() {
 
 # The paths of the headers that are installed.
 public_headers() {
-    sed -n '/^set(zeb5_public_headers/,/)$/s/^ *\([^ ]*\.h\))*$/\1/p' cmake/install.cmake
+    sed -n '/^set(zeb5_public_headers/,/)$/s/^ *\([^ ]*\.h\))*$/\1/p' cmake/headers.cmake
 }
 
 # step NAME COMMAND...: runs a command under its name and tells how long it took; a failure ends the script.
