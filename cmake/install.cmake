@@ -25,9 +25,6 @@ if(ZEB5XML_COMMAND)
     set_target_properties(zeb5xml PROPERTIES INSTALL_RPATH "$ORIGIN/${zeb5_bin_to_lib}"
         INSTALL_RPATH_USE_LINK_PATH ON)
     install(TARGETS zeb5xml RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR} COMPONENT command)
-    if(ZEB5XML_MANUAL)
-        install(FILES ${zeb5_manual_page}.gz DESTINATION ${CMAKE_INSTALL_MANDIR}/man1 COMPONENT command)
-    endif()
 endif()
 
 # The loader searches the system's folders by itself. Only when something is installed is it known whether it goes there.

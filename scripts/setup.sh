@@ -8,6 +8,7 @@ jobs=$(nproc)
 build_packages=(build-essential cmake ninja-build libxerces-c-dev libcli11-dev libgtest-dev librapidcheck-dev locales
     tzdata)
 bench_packages=(libbenchmark-dev libxml2-dev libexpat1-dev libpugixml-dev valgrind)
+arm64_packages=(g++-aarch64-linux-gnu libxerces-c-dev:arm64 libgtest-dev:arm64 librapidcheck-dev:arm64 qemu-user)
 check_packages=(git clang clang-format clang-tidy python3 valgrind)
 
 # Installs those of the named Debian packages that are missing, PACKAGE or PACKAGE:ARCHITECTURE. When none is missing, no
@@ -30,6 +31,14 @@ need_packages() {
     "${as_root[@]}" apt-get update -qq
     "${as_root[@]}" env DEBIAN_FRONTEND=noninteractive \
         apt-get install -qq -y --no-install-recommends "${missing[@]}" >/dev/null
+}
+
+# Installs what builds for arm64 on a machine of another kind.
+need_arm64() {
+    local as_root=()
+    [ "$(id -u)" -eq 0 ] || as_root=(sudo)
+    dpkg --print-foreign-architectures | grep -qx arm64 || "${as_root[@]}" dpkg --add-architecture arm64
+    need_packages "${arm64_packages[@]}"
 }
 
 # build PRESET TARGET [cmake argument...]: configures build/PRESET and builds the target there.
