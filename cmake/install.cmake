@@ -1,25 +1,12 @@
-# What `cmake --install` installs and where, so that find_package(ZEB5XML) defines ZEB5XML::ZEB5XML.
+# What is installed and where. Each part is a component: `runtime` (the libraries), `development` (what compiling and
+# linking need) and `command`.
 include(CMakePackageConfigHelpers)
 
-# The headers have a folder of their own, as names like event.h are common.
-set(zeb5_include_dir ${CMAKE_INSTALL_INCLUDEDIR}/ZEB5XML)
 set(zeb5_package_dir ${CMAKE_INSTALL_LIBDIR}/cmake/ZEB5XML)
-set(zeb5_public_headers
-    lib/include/event.h
-    lib/include/event_util.h
-    lib/include/zeb5_export.h
-    library/daq/XML_tools/SAX_File_Parser.h
-    library/daq/XML_tools/SAX_Memory_Parser.h
-    library/daq/XML_tools/attr_tags_functions.h
-    library/daq/XML_tools/chan_selector.h
-    library/daq/XML_tools/descr_extractor.h
-    library/daq/XML_tools/document_header.h
-    library/daq/XML_tools/parse_chan_descr.h
-    library/daq/XML_tools/parse_env_index_dictionary.h
-    library/daq/XML_tools/parse_ev_list.h
-    library/daq/XML_tools/xml_platform.h
-    library/daq/XML_tools/zeb5_gige_descr.h)
-install(FILES ${zeb5_public_headers} DESTINATION ${zeb5_include_dir})
+set(zeb5_pkgconfig_dir ${CMAKE_INSTALL_LIBDIR}/pkgconfig)
+
+list(TRANSFORM zeb5_public_headers PREPEND ${PROJECT_SOURCE_DIR}/ OUTPUT_VARIABLE zeb5_header_paths)
+install(FILES ${zeb5_header_paths} DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/ZEB5XML COMPONENT development)
 
 # A site installs its own event-utility library by itself. The package and the search path in the libraries then refer
 # to the place that it had when they were built.
@@ -30,19 +17,56 @@ endif()
 set_target_properties(${zeb5_installed_libraries} PROPERTIES INSTALL_RPATH "$ORIGIN"
     INSTALL_RPATH_USE_LINK_PATH ON)
 install(TARGETS ${zeb5_installed_libraries} EXPORT ZEB5XMLTargets
-    LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR}
-    INCLUDES DESTINATION ${zeb5_include_dir})
+    LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT runtime NAMELINK_COMPONENT development
+    INCLUDES DESTINATION ${CMAKE_INSTALL_INCLUDEDIR})
 
-if(TARGET zeb5xml)
+if(ZEB5XML_COMMAND)
     file(RELATIVE_PATH zeb5_bin_to_lib ${CMAKE_INSTALL_FULL_BINDIR} ${CMAKE_INSTALL_FULL_LIBDIR})
     set_target_properties(zeb5xml PROPERTIES INSTALL_RPATH "$ORIGIN/${zeb5_bin_to_lib}"
         INSTALL_RPATH_USE_LINK_PATH ON)
+    install(TARGETS zeb5xml RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR} COMPONENT command)
 endif()
 
-install(EXPORT ZEB5XMLTargets NAMESPACE ZEB5XML:: DESTINATION ${zeb5_package_dir})
-configure_package_config_file(cmake/ZEB5XMLConfig.cmake.in ${PROJECT_BINARY_DIR}/ZEB5XMLConfig.cmake
-    INSTALL_DESTINATION ${zeb5_package_dir})
+# The loader searches the system's folders by itself. Only when something is installed is it known whether it goes there.
+function(leave_system_folders_to_the_loader component folder target)
+    install(CODE "
+        if(CMAKE_INSTALL_PREFIX MATCHES \"^/usr(/local)?/?\$\")
+            set(installed \"\$ENV{DESTDIR}\${CMAKE_INSTALL_PREFIX}/${folder}/$<TARGET_FILE_NAME:${target}>\")
+            file(READ_ELF \"\${installed}\" RUNPATH path)
+            if(path MATCHES \"^.ORIGIN[^;]*\$\")
+                file(RPATH_REMOVE FILE \"\${installed}\")
+            endif()
+        endif()" COMPONENT ${component})
+endfunction()
+foreach(library ${zeb5_installed_libraries})
+    leave_system_folders_to_the_loader(runtime ${CMAKE_INSTALL_LIBDIR} ${library})
+endforeach()
+if(ZEB5XML_COMMAND)
+    leave_system_folders_to_the_loader(command ${CMAKE_INSTALL_BINDIR} zeb5xml)
+endif()
+
+install(EXPORT ZEB5XMLTargets NAMESPACE ZEB5XML:: DESTINATION ${zeb5_package_dir} COMPONENT development)
+configure_package_config_file(${CMAKE_CURRENT_LIST_DIR}/ZEB5XMLConfig.cmake.in
+    ${PROJECT_BINARY_DIR}/ZEB5XMLConfig.cmake INSTALL_DESTINATION ${zeb5_package_dir}
+    PATH_VARS CMAKE_INSTALL_INCLUDEDIR)
 write_basic_package_version_file(${PROJECT_BINARY_DIR}/ZEB5XMLConfigVersion.cmake
     COMPATIBILITY SameMajorVersion)
 install(FILES ${PROJECT_BINARY_DIR}/ZEB5XMLConfig.cmake ${PROJECT_BINARY_DIR}/ZEB5XMLConfigVersion.cmake
-    DESTINATION ${zeb5_package_dir})
+    DESTINATION ${zeb5_package_dir} COMPONENT development)
+
+# The files for pkg-config find the prefix from their own place, as an installed copy may be moved.
+file(RELATIVE_PATH zeb5_pkgconfig_to_prefix /${zeb5_pkgconfig_dir} /)
+string(REGEX REPLACE "/$" "" zeb5_pkgconfig_to_prefix ${zeb5_pkgconfig_to_prefix})
+set(zeb5_evutl_link "-L\${libdir} -lZEB5evutl")
+if(ZEB5XML_EVUTL)
+    set(zeb5_evutl_link ${ZEB5XML_EVUTL})
+endif()
+foreach(library ZEB5XML ZEB5evutl)
+    configure_file(${CMAKE_CURRENT_LIST_DIR}/${library}.pc.in ${PROJECT_BINARY_DIR}/${library}.pc @ONLY)
+    install(FILES ${PROJECT_BINARY_DIR}/${library}.pc DESTINATION ${zeb5_pkgconfig_dir} COMPONENT development)
+endforeach()
+
+if(PROJECT_IS_TOP_LEVEL)
+    add_custom_target(uninstall COMMAND ${CMAKE_COMMAND} -P ${CMAKE_CURRENT_LIST_DIR}/uninstall.cmake
+        WORKING_DIRECTORY ${PROJECT_BINARY_DIR} COMMENT "Removing what was installed last" VERBATIM)
+endif()

@@ -45,7 +45,7 @@ std::string as_text(const reading &seen) {
 
 /// Whether nothing ahead can be wrong before it is scanned: only then may the scanner look ahead less.
 bool is_ascii(std::string_view text) {
-    return std::all_of(text.begin(), text.end(), [](char c) { return c >= 0; });
+    return std::all_of(text.begin(), text.end(), [](char c) { return static_cast<unsigned char>(c) < 0x80; });
 }
 
 /// What `read` gives both ways; parts of the document that are loaded at a time are small if they may be.

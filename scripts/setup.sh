@@ -8,13 +8,18 @@ jobs=$(nproc)
 build_packages=(build-essential cmake ninja-build libxerces-c-dev libcli11-dev libgtest-dev librapidcheck-dev locales
     tzdata)
 bench_packages=(libbenchmark-dev libxml2-dev libexpat1-dev libpugixml-dev valgrind)
+arm64_packages=(g++-aarch64-linux-gnu libxerces-c-dev:arm64 libgtest-dev:arm64 librapidcheck-dev:arm64 qemu-user)
 check_packages=(git clang clang-format clang-tidy python3 valgrind)
 
-# Installs those of the named Debian packages that are missing. When none is missing, no network is needed.
+# Installs those of the named Debian packages that are missing, PACKAGE or PACKAGE:ARCHITECTURE. When none is missing, no
+# network is needed.
 need_packages() {
-    local package missing=() as_root=()
+    local package architecture missing=() as_root=()
     for package in "$@"; do
-        if [ "$(dpkg-query -W -f '${db:Status-Status}' "$package" 2>/dev/null)" != installed ]; then
+        architecture=$(dpkg --print-architecture)
+        [[ $package != *:* ]] || architecture=${package#*:}
+        if ! dpkg-query -W -f '${Architecture} ${db:Status-Status}\n' "$package" 2>/dev/null |
+            grep -qxE "(all|$architecture) installed"; then
             missing+=("$package")
         fi
     done
@@ -28,6 +33,14 @@ need_packages() {
         apt-get install -qq -y --no-install-recommends "${missing[@]}" >/dev/null
 }
 
+# Installs what builds for arm64 on a machine of another kind.
+need_arm64() {
+    local as_root=()
+    [ "$(id -u)" -eq 0 ] || as_root=(sudo)
+    dpkg --print-foreign-architectures | grep -qx arm64 || "${as_root[@]}" dpkg --add-architecture arm64
+    need_packages "${arm64_packages[@]}"
+}
+
 # build PRESET TARGET [cmake argument...]: configures build/PRESET and builds the target there.
 build() {
     local preset=$1 target=$2
@@ -38,7 +51,7 @@ build() {
 
 # The paths of the headers that are installed.
 public_headers() {
-    sed -n '/^set(zeb5_public_headers/,/)$/s/^ *\([^ ]*\.h\))*$/\1/p' cmake/install.cmake
+    sed -n '/^set(zeb5_public_headers/,/)$/s/^ *\([^ ]*\.h\))*$/\1/p' cmake/headers.cmake
 }
 
 # step NAME COMMAND...: runs a command under its name and tells how long it took; a failure ends the script.

@@ -1,4 +1,4 @@
-#include <parse_chan_descr.h>
+#include <ZEB5XML/parse_chan_descr.h>
 
 int main(int argc, char **argv) {
     std::vector<chan_descr_2010 *> channels;

@@ -7,7 +7,7 @@ namespace {
 /// Replaces control characters, so that a cell stays on one line.
 std::string plain(std::string cell) {
     for (char &c : cell)
-        if ((c >= 0 && c < ' ') || c == 0x7f)
+        if (static_cast<unsigned char>(c) < ' ' || c == 0x7f)
             c = ' ';
     return cell;
 }

@@ -19,7 +19,10 @@ constexpr bool is_name_character(char c) {
 }
 
 /// Whether a character may not stand in a plain document: a control character that XML does not allow.
-constexpr bool is_forbidden(char c) { return c >= 0 && c < ' ' && !is_space(c); }
+constexpr bool is_forbidden(char c) { return static_cast<unsigned char>(c) < ' ' && !is_space(c); }
+
+/// Whether a byte is not ASCII; `char` has a sign on x86-64 and none on arm64.
+constexpr bool is_wide(char c) { return static_cast<signed char>(c) < 0; }
 
 /// Marks the bytes of a block that are control characters, line ends included, or not ASCII.
 inline signed_byte_block is_control_or_wide(byte_block block) {

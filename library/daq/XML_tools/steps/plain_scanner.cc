@@ -52,7 +52,7 @@ const char *find_end(const char *at, const char *limit, std::string_view end, ra
         if (is_forbidden(*at))
             return nullptr;
         text.has_line_ends |= *at == '\r';
-        text.has_wide |= *at < 0;
+        text.has_wide |= is_wide(*at);
     }
     return at;
 }
@@ -214,7 +214,7 @@ const char *plain_scanner::scan_attribute(const char *at) {
                 return nullptr;
         } else {
             value.has_line_ends |= is_space(*end);
-            value.has_wide |= *end < 0;
+            value.has_wide |= is_wide(*end);
             ++end;
         }
     }
@@ -260,10 +260,10 @@ plain_token plain_scanner::scan_text() {
             if (is_forbidden(*at) || (*at == ']' && begins(at, "]]>")))
                 return plain_token::NOT_PLAIN;
             text.has_line_ends |= *at == '\r';
-            text.has_wide |= *at < 0;
+            text.has_wide |= is_wide(*at);
             do
                 ++at;
-            while (at < limit_ && *at < 0 && text.has_wide);
+            while (at < limit_ && is_wide(*at) && text.has_wide);
         }
         at = skip_plain_text(at);
     }

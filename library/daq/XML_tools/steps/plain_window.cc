@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstring>
 
+#include "steps/plain_characters.h"
 #include "steps/plain_lane.h"
 #include "text/byte_block.h"
 
@@ -19,7 +20,7 @@ const char *skip_ascii(const char *from, const char *end) {
         if (top_bits(all))
             break;
     }
-    while (from != end && *from >= 0)
+    while (from != end && !is_wide(*from))
         ++from;
     return from;
 }
@@ -71,7 +72,7 @@ bool plain_window::check() {
             if (length < 0)
                 return false;
             checked_ += length;
-        } while (checked_ != loaded_ && *checked_ < 0);
+        } while (checked_ != loaded_ && is_wide(*checked_));
     }
     return true;
 }

@@ -1,0 +1,16 @@
+# Removes the files that the last `cmake --install` from this build folder installed, and folders of theirs that are empty
+# then. Run in the build folder.
+file(GLOB manifests install_manifest*.txt)
+foreach(manifest ${manifests})
+    file(STRINGS ${manifest} files)
+    foreach(file ${files})
+        message(STATUS "Removing $ENV{DESTDIR}${file}")
+        file(REMOVE "$ENV{DESTDIR}${file}")
+        get_filename_component(folder "$ENV{DESTDIR}${file}" DIRECTORY)
+        file(GLOB others "${folder}/*")
+        if(folder MATCHES "/ZEB5XML$" AND NOT others)
+            file(REMOVE_RECURSE "${folder}")
+        endif()
+    endforeach()
+    file(REMOVE ${manifest})
+endforeach()
