@@ -26,7 +26,7 @@ price price_of_attributes(const xercesc::XMLElementDecl &element,
     price sum = 0;
     if (const auto declared = names.attributes.find(&element); declared != names.attributes.end())
         sum += count * declared->second.look_up();
-    hashed_names written{7, 4};
+    hashed_names written(growth_of_sets);
     for (XMLSize_t i = 0; i < count; ++i) {
         const XMLCh *const name = attributes.elementAt(i)->getQName();
         sum += attribute_price + of_characters(name) + of_characters(attributes.elementAt(i)->getValue());
@@ -38,9 +38,10 @@ price price_of_attributes(const xercesc::XMLElementDecl &element,
 
 } // namespace
 
-model_size size_of_model(const xercesc::DTDElementDecl &element, hashed_repeated_names &elements) {
+model_size size_of_model(const xercesc::DTDElementDecl &element, document_names &names) {
     using xercesc::ContentSpecNode;
-    elements.add(element.getFullName());
+    names.elements.add(element.getFullName());
+    std::size_t longest_name = 0;
     model_size size;
     std::size_t places = 0;
     std::unordered_map<std::u16string_view, std::size_t, seeded_name_hash> times;
@@ -53,12 +54,15 @@ model_size size_of_model(const xercesc::DTDElementDecl &element, hashed_repeated
         ++size.nodes;
         if (node->getType() == ContentSpecNode::Leaf) {
             ++places;
-            ++times[node->getElement()->getRawName()];
-            elements.add(node->getElement()->getRawName());
+            const XMLCh *const name = node->getElement()->getRawName();
+            ++times[name];
+            names.elements.add(name);
+            longest_name = std::max(longest_name, xercesc::XMLString::stringLen(name));
         }
         pending.push_back(node->getFirst());
         pending.push_back(node->getSecond());
     }
+    names.model = std::max(names.model, price_of_comparing(places, longest_name));
     if (element.getModelType() == xercesc::DTDElementDecl::Children)
         for (const auto &[name, n] : times)
             if (n > 1)
@@ -66,10 +70,14 @@ model_size size_of_model(const xercesc::DTDElementDecl &element, hashed_repeated
     return size;
 }
 
-price price_of_attribute(const xercesc::DTDAttDef &declaration) {
+std::size_t number_of_values(const xercesc::DTDAttDef &declaration) {
     const XMLCh *const values = declaration.getEnumeration();
     const std::u16string_view text(values ? values : u"");
-    const auto count = static_cast<price>(std::count(text.begin(), text.end(), u' '));
+    return text.empty() ? 0 : 1 + static_cast<std::size_t>(std::count(text.begin(), text.end(), u' '));
+}
+
+price price_of_attribute(const xercesc::DTDAttDef &declaration) {
+    const price count = number_of_values(declaration);
     return of_characters(declaration.getFullName()) + of_characters(declaration.getValue()) +
            compared_value_price * count * count;
 }

@@ -47,8 +47,8 @@ struct model_size {
     std::size_t nodes = 0;   // names, groups and marks
     std::size_t entries = 0; // of the table of its states, at most, if names stand in it repeatedly; else 0
 };
-/// Its names come into the table of elements.
-model_size size_of_model(const xercesc::DTDElementDecl &element, hashed_repeated_names &elements);
+/// Its names come into the table of elements, and each child will be looked for among them.
+model_size size_of_model(const xercesc::DTDElementDecl &element, document_names &names);
 
 /// Otherwise the parser has the element in a table for those that no declaration names.
 inline bool is_named_by_declarations(const xercesc::XMLElementDecl &element) {
@@ -58,6 +58,7 @@ inline bool is_named_by_declarations(const xercesc::XMLElementDecl &element) {
 
 // Prices of what has parts
 
+std::size_t number_of_values(const xercesc::DTDAttDef &declaration);
 price price_of_attribute(const xercesc::DTDAttDef &declaration);
 price price_of_declared_attributes(const xercesc::XMLElementDecl &element);
 price price_of_element(const xercesc::XMLElementDecl &element,
@@ -122,9 +123,17 @@ private:
         spend(report_price + names.entities.look_up());
     }
 
+    /// The root that the DOCTYPE names comes into the table of elements.
+    void doctypeDecl(const xercesc::DTDElementDecl &element, const XMLCh *const public_id,
+                     const XMLCh *const system_id, const bool has_internal,
+                     const bool has_external) override {
+        names.elements.add(element.getFullName());
+        Parser::doctypeDecl(element, public_id, system_id, has_internal, has_external);
+    }
+
     void elementDecl(const xercesc::DTDElementDecl &element, const bool is_ignored) override {
         Parser::elementDecl(element, is_ignored);
-        const auto [nodes, entries] = size_of_model(element, names.elements);
+        const auto [nodes, entries] = size_of_model(element, names);
         if (!is_sax)
             return declare(nodes * (model_node_price + names.elements.look_up()));
         if (nodes > most_model_nodes || entries > most_model_entries)
@@ -137,15 +146,20 @@ private:
                 const bool is_ignored) override {
         Parser::attDef(element, attribute, is_ignored);
         names.elements.add(element.getFullName());
-        hashed_names &declared = names.attributes.try_emplace(&element, 29).first->second;
+        hashed_names &declared = names.attributes.try_emplace(&element, growth_of_small_tables).first->second;
         if (!is_ignored)
             declared.add(attribute.getFullName());
+        if (attribute.getType() == xercesc::XMLAttDef::Notation)
+            use_notations(number_of_values(attribute));
         declare(price_of_attribute(attribute) + declared.look_up());
     }
 
     void entityDecl(const xercesc::DTDEntityDecl &entity, const bool is_parameter,
                     const bool is_ignored) override {
-        Parser::entityDecl(entity, is_parameter, is_ignored);
+        if constexpr (is_sax) // the tree's own list of entities and notations is not needed
+            Parser::entityDecl(entity, is_parameter, is_ignored);
+        if (entity.getNotationName())
+            use_notations(1);
         hashed_names &declared = is_parameter ? names.parameter_entities : names.entities;
         if (!is_ignored)
             declared.add(entity.getName());
@@ -153,13 +167,17 @@ private:
     }
 
     void notationDecl(const xercesc::XMLNotationDecl &notation, const bool is_ignored) override {
-        Parser::notationDecl(notation, is_ignored);
+        if constexpr (is_sax)
+            Parser::notationDecl(notation, is_ignored);
+        const price before = names.notations.look_up();
         if (!is_ignored)
             names.notations.add(notation.getName());
+        spend(names.uses_of_notations * (names.notations.look_up() - before));
         declare(names.notations.look_up());
     }
 
     void endAttList(const xercesc::DTDElementDecl &element) override {
+        names.elements.add(element.getFullName()); // a list without attributes, too, brings it into the table
         spend(price_of_declared_attributes(element) + names.element());
         Parser::endAttList(element);
     }
@@ -182,8 +200,7 @@ private:
     void startElement(const xercesc::XMLElementDecl &element, const unsigned uri, const XMLCh *const prefix,
                       const xercesc::RefVectorOf<xercesc::XMLAttr> &attributes, const XMLSize_t count,
                       const bool is_empty, const bool is_root) override {
-        if (element.getCreateReason() == xercesc::XMLElementDecl::JustFaultIn &&
-            element.getId() > undeclared_) {
+        if (!is_named_by_declarations(element) && element.getId() > undeclared_) {
             undeclared_ = element.getId();
             names.undeclared_elements.add(element.getFullName());
         }
@@ -202,6 +219,11 @@ private:
     }
 
     void declare(price more) { spend(declaration_price + more); }
+
+    void use_notations(std::size_t count) {
+        names.uses_of_notations += count;
+        spend(count * names.notations.look_up());
+    }
 
     void refuse_names() { refuse(u"This document has too many names"); }
 

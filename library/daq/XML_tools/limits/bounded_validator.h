@@ -23,7 +23,7 @@ public:
                            const xercesc::XMLElementDecl *element) override;
 
 private:
-    void note_identifiers(std::u16string_view text);
+    void spend_on_identifiers(std::u16string_view text);
 
     parse_meter &meter_;
 };

@@ -8,9 +8,9 @@ namespace zeb5 {
 
 void hashed_names::add(const XMLCh *name) {
     if (lists_.empty())
-        lists_.resize(first_lists_);
-    if (static_cast<double>(hashes_.size()) >= static_cast<double>(lists_.size()) * most_) {
-        lists_.assign(lists_.size() * 2 + 1, 0);
+        lists_.resize(growth_.first_lists);
+    if (growth_.lists != 0 && hashes_.size() >= lists_.size() * growth_.names / growth_.lists) {
+        lists_.assign(lists_.size() * growth_.factor + 1, 0);
         longest_list_ = 0;
         for (const std::size_t hash : hashes_)
             put(hash);

@@ -1,8 +1,8 @@
 #ifndef ZEB5_HASHED_NAMES_H
 #define ZEB5_HASHED_NAMES_H
 
-/// Follows the hash tables of the XML library. Their hash function has no seed, so a document can choose names
-/// that all stand in one list of a table, and a look-up compares the whole list.
+/// Follows the hash tables of the XML library. Their hash function has no seed, so a document can choose
+/// names that all stand in one list of a table, and a look-up compares the whole list.
 
 #include <algorithm>
 #include <string>
@@ -17,25 +17,42 @@
 
 namespace zeb5 {
 
-/// The names of one table. It has `lists` lists at first, and grows when it has `most` names for each list.
+/// The price of comparing a name with so many others, which are at most as long as this.
+constexpr price price_of_comparing(std::size_t others, std::size_t longest) {
+    const price name = std::min(compared_name_price + others / 40, far_name_price);
+    return others * (name + compared_character_price * longest);
+}
+
+/// How one of the parser's tables grows: when it has `names` for each `lists`, to `factor` times its lists
+/// and one.
+struct table_growth {
+    std::size_t first_lists;
+    std::size_t names;
+    std::size_t lists;
+    std::size_t factor;
+};
+inline constexpr table_growth usual_growth = {109, 3, 4, 2};
+inline constexpr table_growth growth_of_small_tables = {29, 3, 4, 2};
+inline constexpr table_growth growth_of_sets = {7, 4, 1, 8};
+inline constexpr table_growth no_growth = {257, 0, 0, 1};
+
+/// The names of one table.
 class hashed_names {
 public:
-    explicit hashed_names(std::size_t lists = 109, double most = 0.75) : first_lists_(lists), most_(most) {}
+    explicit hashed_names(const table_growth &growth = usual_growth) : growth_(growth) {}
 
     /// A name comes into the table, which does not have it yet.
     void add(const XMLCh *name);
 
     /// The price of a look-up, at most.
-    price look_up() const { return longest_list_ * (compared_name_price + compared_character_price * longest_name_); }
+    price look_up() const { return price_of_comparing(longest_list_, longest_name_); }
 
-    /// The price of a character of a text that is full of look-ups: the shortest is "&a;".
-    price character() const { return longest_list_ * (compared_name_price / 3 + compared_character_price); }
+    std::size_t longest_name() const { return longest_name_; }
 
 private:
     void put(std::size_t hash) { longest_list_ = std::max(longest_list_, ++lists_[hash % lists_.size()]); }
 
-    std::size_t first_lists_;
-    double most_;
+    table_growth growth_;
     std::vector<std::size_t> hashes_;
     std::vector<std::size_t> lists_; // the length of each
     std::size_t longest_list_ = 0;
@@ -55,24 +72,26 @@ private:
     std::unordered_set<std::u16string, seeded_name_hash> names_;
 };
 
-/// All tables that a document fills.
+/// All tables that a document fills, and other lists of names that the parser searches.
 struct document_names {
     hashed_repeated_names elements; // declared, or named by declarations
-    hashed_names undeclared_elements{29};
+    hashed_names undeclared_elements{growth_of_small_tables};
     std::unordered_map<const void *, hashed_names> attributes; // declared ones, by their element
     hashed_names entities;
     hashed_names parameter_entities;
     hashed_names notations;
     hashed_names identifiers;
-    hashed_repeated_names in_tree{257, 1e18}; // elements and attributes; this table never grows
+    hashed_repeated_names in_tree{no_growth}; // elements and attributes
+    price model = 0;                   // of finding a child's name in its parent's content model, at most
+    std::size_t uses_of_notations = 0; // in declarations; they are looked up when all are read
 
-    /// The price of an element's look-up.
-    price element() const { return elements.look_up() + undeclared_elements.look_up(); }
+    /// The price of an element's look-ups.
+    price element() const { return elements.look_up() + undeclared_elements.look_up() + model; }
 
-    /// The price of an entity of so many characters that is expanded.
-    price expansion(std::size_t characters) const {
+    /// The price of a reference to an entity while so many are open: the parser compares their names.
+    price reference(std::size_t open) const {
         return std::max(entities.look_up(), parameter_entities.look_up()) +
-               characters * std::max({character_price, entities.character(), parameter_entities.character()});
+               price_of_comparing(open, std::max(entities.longest_name(), parameter_entities.longest_name()));
     }
 };
 

@@ -64,11 +64,15 @@ inline constexpr price validated_model_price = 5;
 /// the power of their number for each place in the model.
 inline constexpr price model_entry_price = 40;
 
-/// Of each name that a look-up compares with, and of each character in them. The parser's hash tables have no
-/// seed, so a document can choose names that stand in one list; even in honest documents a list may have 500
-/// of 8,000 names.
-inline constexpr price compared_name_price = 6;
+/// Of each name that a look-up compares with, at least, and of each character in it. The parser's hash tables
+/// have no seed, so a document can choose names that stand in one list; even in honest documents a list may
+/// have 500 of 8,000 names.
+inline constexpr price compared_name_price = 20;
 inline constexpr price compared_character_price = 1;
+
+/// Of each name in a list that the processor's cache does not hold; the price of a name in shorter lists goes
+/// up to this, by 1 for each 40 names.
+inline constexpr price far_name_price = 200;
 
 /// Of each character of the values of an enumerated type, for each name in an attribute of this type: the
 /// parser looks it up among them.

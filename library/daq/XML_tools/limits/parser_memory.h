@@ -39,12 +39,14 @@ private:
         std::size_t size;
     };
 
-    const xercesc::BinMemInputStream *text_of_entity(std::size_t requested) const;
+    xercesc::BinMemInputStream *text_of_entity(std::size_t requested) const;
+    void spend_on_expansion(xercesc::BinMemInputStream &text);
     void release(block &gone);
 
     parse_meter &meter_;
     xercesc::MemoryManager &source_ = *xercesc::XMLPlatformUtils::fgMemoryManager;
     block blocks_{&blocks_, &blocks_, 0};
+    std::size_t open_readers_ = 0; // of entities, and of the document
     bool has_run_out_ = false;
     const xercesc::BinMemInputStream any_text_{nullptr, 0, xercesc::BinMemInputStream::BufOpt_Reference,
                                                &source_};
