@@ -2,7 +2,6 @@
 #include <string>
 #include <vector>
 
-#include "command.h"
 #include "document_kinds.h"
 #include "each_file.h"
 #include "failure.h"
@@ -10,6 +9,7 @@
 #include "output.h"
 #include "split_values.h"
 #include "standard_streams.h"
+#include "subcommand.h"
 #include "words.h"
 
 namespace {
@@ -64,13 +64,13 @@ int check(const std::string &path) {
 
 } // namespace
 
-command_action declare_check(CLI::App &app) {
+subcommand check_subcommand() {
     auto files = std::make_shared<std::vector<std::string>>();
-    app.add_option("FILE", *files, "Documents of any kind; - is standard input")->required();
-    app.footer(
-        "Tells what the parser reports, values that arrive in pieces and values longer than their field, "
-        "and\n"
-        "sums up each document in one line. Values of UTF-16 documents are not looked at for pieces.\n\n" +
-        app.get_footer());
-    return [files] { return each_file(*files, check); };
+    return {"check",
+            "Tell what a process that reads the documents would miss",
+            "Tells what the parser reports, values that arrive in pieces and values longer than their field, "
+            "and\n"
+            "sums up each document in one line. Values of UTF-16 documents are not looked at for pieces.\n",
+            {{"FILE", files.get(), "Documents of any kind; - is standard input", argument::REQUIRED}},
+            [files] { return each_file(*files, check); }};
 }
