@@ -206,17 +206,6 @@ TEST_F(Command, ReadsUtf16FromAFileOnly) {
                         "be read from a regular file\n"}));
 }
 
-TEST_F(Command, ChecksTheLengthOfValuesInUtf16) {
-    folder.write("wide.xml", utf_16("<CHANDESCRIPTIONS><CHANNEL><PROP>P</PROP><UNITS>0123456789abcdef</UNITS>"
-                                    "</CHANNEL></CHANDESCRIPTIONS>"));
-    EXPECT_EQ(
-        run({"check", "wide.xml"}),
-        (command_result{1,
-                        "wide.xml: the text of UNITS is 16 bytes long, cut at 15: '0123456789abcdef...'\n"
-                        "wide.xml: channel descriptions, 1 channel, 1 value cut\n",
-                        ""}));
-}
-
 // Conversion
 
 TEST_F(Command, ConvertsChannelDescriptions) {
@@ -247,8 +236,6 @@ TEST_F(Command, ConvertsTheOtherDialectOfChannelDescriptions) {
         "<units>V</units></DaqFloat></DAQvariables>";
     EXPECT_EQ(run({"convert", "-", "--to", "table", "--shift"}, document),
               (command_result{0, "0\t16\tCH.C\tA/B/C\t0\t\"\"\t\"V\"\t1\t0\t0\n", ""}));
-    EXPECT_EQ(run({"check", "-"}, document),
-              (command_result{0, "standard input: channel descriptions, 1 channel: ok\n", ""}));
 }
 
 TEST_F(Command, WritesNothingWhenTheDocumentHasErrors) {

@@ -10,8 +10,11 @@ bool same_letter(char a, char b) {
     return std::tolower(static_cast<unsigned char>(a)) == std::tolower(static_cast<unsigned char>(b));
 }
 
-/// Counts the letters to insert, remove, replace or swap with their neighbour to make `b` of `a`.
-size_t changes(std::string_view a, std::string_view b) {
+constexpr size_t longest_text = 64; // no name is nearly as long
+
+} // namespace
+
+size_t changes_between(std::string_view a, std::string_view b) {
     std::vector<size_t> before(b.size() + 1), above(b.size() + 1), row(b.size() + 1);
     std::iota(above.begin(), above.end(), size_t{0});
     for (size_t i = 1; i <= a.size(); ++i) {
@@ -28,10 +31,6 @@ size_t changes(std::string_view a, std::string_view b) {
     return above.back();
 }
 
-constexpr size_t longest_text = 64; // no name is nearly as long
-
-} // namespace
-
 std::string nearest(std::string_view text, const std::vector<std::string> &names) {
     std::string best;
     if (text.size() > longest_text)
@@ -39,7 +38,8 @@ std::string nearest(std::string_view text, const std::vector<std::string> &names
     const size_t letters = text.size() - std::min(text.find_first_not_of('-'), text.size());
     size_t fewest = letters / 3 + 1; // more than this is another word
     for (const std::string &name : names)
-        if (const size_t count = changes(text, name); count < fewest || (count == fewest && best.empty())) {
+        if (const size_t count = changes_between(text, name);
+            count < fewest || (count == fewest && best.empty())) {
             fewest = count;
             best = name;
         }

@@ -24,12 +24,12 @@ inline constexpr element_row chan_descriptions_rows[] = {
     unread_row(date_tag, root_level),
     opening(CHANNEL_LEVEL, {.name = tags[TAG_CHANNEL][OF_CHANNEL]}),
     number_row<&chan_descr_2010::stream>(tags[TAG_STREAM][OF_CHANNEL], CHANNEL_LEVEL),
-    missing("the channel belongs to no event type",
-            number_row<&chan_descr_2010::ev_type>(tags[TAG_EVTYPE][OF_CHANNEL], CHANNEL_LEVEL,
-                                                  value_kind::MASK)),
-    missing("the channel has no block type", number_row<&chan_descr_2010::dtype>(tags[TAG_DTYPE][OF_CHANNEL],
-                                                                                CHANNEL_LEVEL,
-                                                                                value_kind::MASK)),
+    missing(
+        "the channel belongs to no event type",
+        number_row<&chan_descr_2010::ev_type>(tags[TAG_EVTYPE][OF_CHANNEL], CHANNEL_LEVEL, value_kind::MASK)),
+    missing(
+        "the channel has no block type",
+        number_row<&chan_descr_2010::dtype>(tags[TAG_DTYPE][OF_CHANNEL], CHANNEL_LEVEL, value_kind::MASK)),
     number_row<&chan_descr_2010::db_key>(tags[TAG_DB_KEY][OF_CHANNEL], CHANNEL_LEVEL),
     number_row<&chan_descr_2010::count>(tags[TAG_COUNT][OF_CHANNEL], CHANNEL_LEVEL),
     text_row<&chan_descr_2010::sb_name>(tags[TAG_SB_NAME][OF_CHANNEL], CHANNEL_LEVEL),
@@ -40,9 +40,9 @@ inline constexpr element_row chan_descriptions_rows[] = {
     text_row<&chan_descr_2010::subsystem>(tags[TAG_SUBSYSTEM][OF_CHANNEL], CHANNEL_LEVEL),
     text_row<&chan_descr_2010::units>(tags[TAG_UNITS][OF_CHANNEL], CHANNEL_LEVEL),
     text_row<&chan_descr_2010::prop_desc>(tags[TAG_DESC][OF_CHANNEL], CHANNEL_LEVEL),
-    missing("the size is 1", within(1, std::numeric_limits<std::int32_t>::max(),
-                                    number_row<&chan_descr_2010::max_size>(tags[TAG_SIZE][OF_CHANNEL],
-                                                                           CHANNEL_LEVEL))),
+    missing("the size is 1",
+            within(1, std::numeric_limits<std::int32_t>::max(),
+                   number_row<&chan_descr_2010::max_size>(tags[TAG_SIZE][OF_CHANNEL], CHANNEL_LEVEL))),
     opening(BIT_LEVEL, within(0, 31, number_row<&bit_descr::bit>(tags[TAG_PART][OF_CHANNEL], CHANNEL_LEVEL))),
     text_row<&bit_descr::bit_name>(tags[TAG_PART_NAME][OF_CHANNEL], BIT_LEVEL),
     text_row<&bit_descr::bit_desc>(tags[TAG_PART_DESCR][OF_CHANNEL], BIT_LEVEL),
@@ -72,8 +72,8 @@ inline constexpr element_row chan_descriptions_rows[] = {
     unread_row(axis_tags[DIM_UNSIGNED], DIM_LEVEL),
 };
 
-inline constexpr document_elements chan_descriptions_elements = {
-    tags[TAG_ROOT][OF_CHANNEL], chan_descriptions_rows, channel_levels};
+inline constexpr document_elements chan_descriptions_elements = {tags[TAG_ROOT][OF_CHANNEL],
+                                                                 chan_descriptions_rows, channel_levels};
 
 } // namespace zeb5
 

@@ -49,13 +49,13 @@ struct element_row {
     std::string_view name;
     int level = root_level; // the element acts on the current record of this level
     value_kind value = value_kind::NONE;
-    int opens = no_level;          // a new record or group of this level becomes the current one
-    std::size_t size = 0;          // of the field of a text, its NUL included; 0: any length is kept
-    text_access text = nullptr;    // the field that a text goes to
+    int opens = no_level;           // a new record or group of this level becomes the current one
+    std::size_t size = 0;           // of the field of a text, its NUL included; 0: any length is kept
+    text_access text = nullptr;     // the field that a text goes to
     number_access number = nullptr; // the field that a number goes to
     std::int64_t least = std::numeric_limits<std::int32_t>::min();
     std::int64_t most = std::numeric_limits<std::int32_t>::max(); // that makes sense
-    int added = 0;                  // the reader adds this to the number
+    int added = 0;                                                // the reader adds this to the number
     std::string_view attribute = {}; // the number comes from this attribute, not from the text
     std::string_view only_in = {};   // it acts in records that were opened by this element only
     bool is_identity = false;        // a record is listed when all of its identities have come
@@ -73,9 +73,7 @@ struct document_elements {
 // Ways into records by members, one inside the other
 
 template <class> struct member_of;
-template <class Record, class Field> struct member_of<Field Record::*> {
-    using record = Record;
-};
+template <class Record, class Field> struct member_of<Field Record::*> { using record = Record; };
 
 template <auto Member, auto... Inner, class Record> constexpr const auto &field_in(const Record &record) {
     if constexpr (sizeof...(Inner) == 0)
@@ -163,7 +161,8 @@ constexpr element_row missing(const char *absence, element_row row) {
 
 /// Returns the name of an element whose text or number goes to the field; otherwise the reader does not
 /// compile.
-template <auto... Members> consteval std::string_view kept_in(std::span<const element_row> rows, std::string_view name) {
+template <auto... Members>
+consteval std::string_view kept_in(std::span<const element_row> rows, std::string_view name) {
     for (const element_row &row : rows) {
         if (row.name != name)
             continue;

@@ -32,11 +32,11 @@ template <class Entry> struct env_index_dictionary_layout_elements {
         missing("the entry is not read", identity(text_row<&Entry::data, &block::env_prop>(
                                              env_tags[ENV_INDX_PROP], DICTIONARY_ENTRY_LEVEL))),
         missing("the change threshold is 0",
-                number_row<&Entry::data, &block::env_ch_abs_delta>(
-                    env_tags[ENV_INDX_DABS], DICTIONARY_ENTRY_LEVEL, value_kind::REAL)),
+                number_row<&Entry::data, &block::env_ch_abs_delta>(env_tags[ENV_INDX_DABS],
+                                                                   DICTIONARY_ENTRY_LEVEL, value_kind::REAL)),
         missing("the change threshold is 0",
-                number_row<&Entry::data, &block::env_ch_rel_delta>(
-                    env_tags[ENV_INDX_DREL], DICTIONARY_ENTRY_LEVEL, value_kind::REAL)),
+                number_row<&Entry::data, &block::env_ch_rel_delta>(env_tags[ENV_INDX_DREL],
+                                                                   DICTIONARY_ENTRY_LEVEL, value_kind::REAL)),
     };
 };
 
