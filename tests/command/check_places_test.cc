@@ -32,8 +32,10 @@ TEST(DecodedText, IsUtf8WhateverTheEncoding) {
         {"\xFE\xFF\0<\0a"s, "<a"},
         {"<\0a\0>\0"s, "<a>"},
         {"\0<\0a"s, "<a"},
-        {"<?xml version='1.0' encoding='ISO-8859-1'?>\xE4", "<?xml version='1.0' encoding='ISO-8859-1'?>\xC3\xA4"},
-        {"<?xml encoding=\"latin1\"?>\xC3\xA4", "<?xml encoding=\"latin1\"?>\xC3\x83\xC2\xA4 | mislabelled at 25"},
+        {"<?xml version='1.0' encoding='ISO-8859-1'?>\xE4",
+         "<?xml version='1.0' encoding='ISO-8859-1'?>\xC3\xA4"},
+        {"<?xml encoding=\"latin1\"?>\xC3\xA4",
+         "<?xml encoding=\"latin1\"?>\xC3\x83\xC2\xA4 | mislabelled at 25"},
         {"<?xml encoding=\"latin1\"?>\xC3\xA4\xE4", "<?xml encoding=\"latin1\"?>\xC3\x83\xC2\xA4\xC3\xA4"},
         {"a\xE4z", "a\xEF\xBF\xBDz | malformed 0xE4 at 1"},
         {"a\xC0\x80", "a\xEF\xBF\xBD\xEF\xBF\xBD | malformed 0xC0 at 1"},
@@ -52,7 +54,7 @@ TEST(TextPlaces, CountLinesAsXmlDoesAndCharactersAsEditorsDo) {
     struct placed {
         std::size_t offset, line, column;
     };
-    const placed cases[] = {{0, 1, 1}, {1, 1, 2}, {3, 1, 3},   {6, 2, 1}, {7, 2, 2},
+    const placed cases[] = {{0, 1, 1}, {1, 1, 2},  {3, 1, 3},  {6, 2, 1},  {7, 2, 2},
                             {8, 3, 1}, {10, 4, 1}, {11, 5, 1}, {14, 5, 2}, {15, 5, 3}};
     text_places places(text);
     for (const placed &one : cases) {

@@ -20,8 +20,9 @@ const std::string note_line =
     "faulty.xml:2:38: note: channel 'P': <EVTYPE>: no name is known for event type 28 [unnamed-type]\n";
 const std::string unknown_line =
     "faulty.xml:4:3: warning: channel 'Q': no reader knows <UNTS>; did you mean <UNITS>? [unknown-element]\n";
-const std::string tail_line = "faulty.xml:4:17: error: channel 'Q': <SIZE>: 'O48' after the number is ignored; "
-                              "the reader keeps 2 [number-tail]\n";
+const std::string tail_line =
+    "faulty.xml:4:17: error: channel 'Q': <SIZE>: 'O48' after the number is ignored; "
+    "the reader keeps 2 [number-tail]\n";
 
 class Check : public testing::Test {
 protected:
@@ -46,8 +47,9 @@ TEST_F(Check, TellsOneLineForEachFinding) {
 }
 
 TEST_F(Check, NotesFailOnlyWhenItIsStrict) {
-    const std::string line = "noted.xml:1:19: note: channel 'P': there is no <NAME>: a writer names the channel "
-                             "'!!!UNDEFINED!!!' [missing-name]\n";
+    const std::string line =
+        "noted.xml:1:19: note: channel 'P': there is no <NAME>: a writer names the channel "
+        "'!!!UNDEFINED!!!' [missing-name]\n";
     const std::string summary = "zeb5xml: 1 file checked: 0 errors, 0 warnings, 1 note\n";
     EXPECT_EQ(run({"noted.xml"}), (command_result{0, line, summary}));
     EXPECT_EQ(run({"noted.xml", "--strict"}), (command_result{1, line, summary}));
@@ -69,37 +71,42 @@ TEST_F(Check, SelectsAndIgnoresRules) {
 
 TEST_F(Check, PrintsJson) {
     folder.write("a\"b\n.xml", "<OTHER/>");
-    EXPECT_EQ(run({"--format", "json", "a\"b\n.xml", "faulty.xml", "--ignore", "unknown-element"}),
-              (command_result{
-                  1,
-                  "[\n"
-                  "  {\"file\": \"a\\\"b\\u000a.xml\", \"line\": 1, \"column\": 1, \"severity\": \"error\", \"rule\": "
-                  "\"wrong-root\", \"message\": \"the root <OTHER> is none of CHANDESCRIPTIONS, DAQvariables, BMR and "
-                  "ENVINDEXDICT, and no camera feature is in it\"},\n"
-                  "  {\"file\": \"faulty.xml\", \"line\": 2, \"column\": 38, \"severity\": \"note\", \"rule\": "
-                  "\"unnamed-type\", \"message\": \"channel 'P': <EVTYPE>: no name is known for event type 28\"},\n"
-                  "  {\"file\": \"faulty.xml\", \"line\": 4, \"column\": 17, \"severity\": \"error\", \"rule\": "
-                  "\"number-tail\", \"message\": \"channel 'Q': <SIZE>: 'O48' after the number is ignored; the reader "
-                  "keeps 2\"}\n"
-                  "]\n",
-                  ""}));
+    EXPECT_EQ(
+        run({"--format", "json", "a\"b\n.xml", "faulty.xml", "--ignore", "unknown-element"}),
+        (command_result{
+            1,
+            "[\n"
+            "  {\"file\": \"a\\\"b\\u000a.xml\", \"line\": 1, \"column\": 1, \"severity\": \"error\", "
+            "\"rule\": "
+            "\"wrong-root\", \"message\": \"the root <OTHER> is none of CHANDESCRIPTIONS, DAQvariables, BMR "
+            "and "
+            "ENVINDEXDICT, and no camera feature is in it\"},\n"
+            "  {\"file\": \"faulty.xml\", \"line\": 2, \"column\": 38, \"severity\": \"note\", \"rule\": "
+            "\"unnamed-type\", \"message\": \"channel 'P': <EVTYPE>: no name is known for event type 28\"},\n"
+            "  {\"file\": \"faulty.xml\", \"line\": 4, \"column\": 17, \"severity\": \"error\", \"rule\": "
+            "\"number-tail\", \"message\": \"channel 'Q': <SIZE>: 'O48' after the number is ignored; the "
+            "reader "
+            "keeps 2\"}\n"
+            "]\n",
+            ""}));
     EXPECT_EQ(run({"--format", "json", "clean.xml"}), (command_result{0, "[\n]\n", ""}));
 }
 
 TEST_F(Check, PrintsCommandsOfAWorkflow) {
     folder.write("50%,a.xml", "<BMR a='100%'/>");
-    EXPECT_EQ(run({"--format", "github", "50%,a.xml", "faulty.xml"}),
-              (command_result{
-                  1,
-                  "::warning file=50%25%2Ca.xml,line=1,col=6,title=ignored-attribute::no reader looks at the "
-                  "attribute 'a' of <BMR>\n"
-                  "::notice file=faulty.xml,line=2,col=38,title=unnamed-type::channel 'P': <EVTYPE>: no name is "
-                  "known for event type 28\n"
-                  "::warning file=faulty.xml,line=4,col=3,title=unknown-element::channel 'Q': no reader knows "
-                  "<UNTS>; did you mean <UNITS>?\n"
-                  "::error file=faulty.xml,line=4,col=17,title=number-tail::channel 'Q': <SIZE>: 'O48' after the "
-                  "number is ignored; the reader keeps 2\n",
-                  ""}));
+    EXPECT_EQ(
+        run({"--format", "github", "50%,a.xml", "faulty.xml"}),
+        (command_result{
+            1,
+            "::warning file=50%25%2Ca.xml,line=1,col=6,title=ignored-attribute::no reader looks at the "
+            "attribute 'a' of <BMR>\n"
+            "::notice file=faulty.xml,line=2,col=38,title=unnamed-type::channel 'P': <EVTYPE>: no name is "
+            "known for event type 28\n"
+            "::warning file=faulty.xml,line=4,col=3,title=unknown-element::channel 'Q': no reader knows "
+            "<UNTS>; did you mean <UNITS>?\n"
+            "::error file=faulty.xml,line=4,col=17,title=number-tail::channel 'Q': <SIZE>: 'O48' after the "
+            "number is ignored; the reader keeps 2\n",
+            ""}));
 }
 
 TEST_F(Check, TellsFilesThatItCannotReadAndGoesOn) {
@@ -125,8 +132,9 @@ TEST_F(Check, WantsAFileUnlessItListsItsRules) {
     const command_result rules = run({"--rules"});
     EXPECT_EQ(rules.status, 0);
     EXPECT_EQ(rules.err, "");
-    EXPECT_TRUE(rules.out.starts_with("unreadable (error): the file cannot be opened or read, or is longer than "
-                                      "256 MiB\n    zeb5xml check missing.xml\n"))
+    EXPECT_TRUE(
+        rules.out.starts_with("unreadable (error): the file cannot be opened or read, or is longer than "
+                              "256 MiB\n    zeb5xml check missing.xml\n"))
         << rules.out;
     EXPECT_NE(rules.out.find("\ncut-field (error): the text is longer than its field\n"
                              "    <UNITS>millimetres of water</UNITS>\n"),

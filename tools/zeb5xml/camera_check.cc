@@ -97,11 +97,12 @@ void camera_check::check_feature(std::size_t element, std::size_t end, const ZEB
     if (name.empty())
         tell(rule::MISSING_IDENTITY, element,
              tag + " has no Name: " +
-                 (feature.name.empty() ? "the feature has none, and listings leave it out"
-                                       : "it gets " + in_quotes(feature.name) + " from the next element with one"));
+                 (feature.name.empty()
+                      ? "the feature has none, and listings leave it out"
+                      : "it gets " + in_quotes(feature.name) + " from the next element with one"));
     else if (const auto [place, is_new] = first_of_.emplace(name, content_.elements[element].at); !is_new)
-        tell(rule::DUPLICATE_IDENTITY, element, "another feature is named " + in_quotes(name) + ": both are kept",
-             place->second);
+        tell(rule::DUPLICATE_IDENTITY, element,
+             "another feature is named " + in_quotes(name) + ": both are kept", place->second);
     for (const detail &one : details)
         check_detail(element, end, feature, one);
 }
@@ -128,8 +129,8 @@ void camera_check::check_detail(std::size_t element, std::size_t end, const ZEB5
         return;
     if (text.is_split() && (is_part || kept.empty()))
         return tell(rule::LOST_TEXT, own,
-                    who + "the text of " + tag + " comes in pieces (" + text.causes +
-                        "): the reader keeps " + (kept.empty() ? "nothing of it" : "only " + in_quotes(kept)));
+                    who + "the text of " + tag + " comes in pieces (" + text.causes + "): the reader keeps " +
+                        (kept.empty() ? "nothing of it" : "only " + in_quotes(kept)));
     if (last == own && kept.empty())
         return; // its own element is the last one of the file, and empty
     tell(rule::FOREIGN_TEXT, last == none ? element : last,
@@ -143,6 +144,7 @@ bool is_feature_element(std::string_view name) {
     return std::find(std::begin(FeatureTags), std::end(FeatureTags), name) != std::end(FeatureTags);
 }
 
-std::vector<finding> faults_of_camera(const outline &content, const std::vector<ZEB5GigEFeature *> &features) {
+std::vector<finding> faults_of_camera(const outline &content,
+                                      const std::vector<ZEB5GigEFeature *> &features) {
     return camera_check(content, features).run();
 }

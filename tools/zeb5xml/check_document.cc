@@ -55,9 +55,7 @@ private:
     bool has_own_entities() const;
 
     void tell(rule id, std::size_t at, const std::string &message) { found_.push_back({at, id, message}); }
-    void take(std::vector<finding> more) {
-        std::move(more.begin(), more.end(), std::back_inserter(found_));
-    }
+    void take(std::vector<finding> more) { std::move(more.begin(), more.end(), std::back_inserter(found_)); }
 
     memory_file file_; // readers of files read the very bytes that are checked
     decoded_text decoded_;
@@ -81,8 +79,8 @@ std::vector<finding> document_check::run() {
 void document_check::check_encoding() {
     if (decoded_.mislabelled != decoded_text::none)
         tell(rule::ENCODING_MISMATCH, decoded_.mislabelled,
-             "the characters beyond ASCII are UTF-8, but the document is labelled " + in_quotes(decoded_.label) +
-                 ": readers make other characters of them");
+             "the characters beyond ASCII are UTF-8, but the document is labelled " +
+                 in_quotes(decoded_.label) + ": readers make other characters of them");
     if (content_.doctype != outline_element::none)
         tell(rule::DOCTYPE, content_.doctype,
              "readers check the document against its document type, and never open another file for it");
@@ -141,9 +139,10 @@ bool document_check::read_camera() {
 bool document_check::has_own_entities() const {
     if (!content_.has_entities)
         return false;
-    return std::any_of(content_.elements.begin(), content_.elements.end(), [&](const outline_element &element) {
-        return text_of(content_, element).has_entity || element.later_text != outline_element::none;
-    });
+    return std::any_of(
+        content_.elements.begin(), content_.elements.end(), [&](const outline_element &element) {
+            return text_of(content_, element).has_entity || element.later_text != outline_element::none;
+        });
 }
 
 void document_check::check_records(const checked_kind &kind) {

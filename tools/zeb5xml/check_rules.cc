@@ -52,8 +52,7 @@ const rule_row rule_rows[] = {
      "<BIT><BIT_NAME>on</BIT_NAME></BIT>"},
     {"missing-name", NOTE, "a channel has no name in the acquisition, so a writer makes one up",
      "<CHANNEL><PROP>P</PROP></CHANNEL>"},
-    {"not-writable", WARNING, "a writer cannot give the value back",
-     "<DESC><![CDATA[p & q]]></DESC>"},
+    {"not-writable", WARNING, "a writer cannot give the value back", "<DESC><![CDATA[p & q]]></DESC>"},
 };
 static_assert(std::size(rule_rows) == static_cast<std::size_t>(rule::COUNT), "one row for each rule");
 

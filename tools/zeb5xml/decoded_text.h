@@ -9,10 +9,10 @@
 struct decoded_text {
     static constexpr std::size_t none = std::string::npos;
 
-    std::string text;             // without a byte order mark
-    std::string label;            // the encoding that the XML declaration names; empty: none
-    std::size_t malformed = none; // where in `text` the first malformed byte was, which is U+FFFD there
-    std::string malformed_bytes;  // the byte, as "0xE4"
+    std::string text;               // without a byte order mark
+    std::string label;              // the encoding that the XML declaration names; empty: none
+    std::size_t malformed = none;   // where in `text` the first malformed byte was, which is U+FFFD there
+    std::string malformed_bytes;    // the byte, as "0xE4"
     std::size_t mislabelled = none; // where the first bytes stand that are UTF-8 under another label
 };
 

@@ -15,10 +15,11 @@ template <class Record> using record_vector = std::vector<Record *>;
 /// Reads into a new list, which `clean` releases in the end.
 template <class Record, class Read, class Clean>
 std::shared_ptr<const record_vector<Record>> kept(std::string path, Read read, Clean clean) {
-    std::shared_ptr<record_vector<Record>> list(new record_vector<Record>, [clean](record_vector<Record> *own) {
-        clean(own);
-        delete own;
-    });
+    std::shared_ptr<record_vector<Record>> list(new record_vector<Record>,
+                                                [clean](record_vector<Record> *own) {
+                                                    clean(own);
+                                                    delete own;
+                                                });
     held_output({1, 2}, [&] { (void)read(path.data(), list.get()); });
     return list;
 }

@@ -1,7 +1,8 @@
 #ifndef ZEB5XML_KEPT_LISTS_H
 #define ZEB5XML_KEPT_LISTS_H
 
-/// What the library's readers of files keep of a document, whatever its faults are. Their reports are dropped.
+/// What the library's readers of files keep of a document, whatever its faults are. Their reports are
+/// dropped.
 
 #include <memory>
 #include <string>

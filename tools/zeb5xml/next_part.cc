@@ -39,8 +39,8 @@ bool may_be_of(const checked_document &document, const element_row &row, const v
 
 } // namespace
 
-const void *next_part(const checked_document &document, tree_record &owner, int level,
-                      const element_row &row, std::size_t element) {
+const void *next_part(const checked_document &document, tree_record &owner, int level, const element_row &row,
+                      std::size_t element) {
     const zeb5::part_access part = document.kind.levels[static_cast<std::size_t>(level)].part;
     const void *const around = owner.row ? owner.made : document.list;
     std::size_t &taken = owner.taken[static_cast<std::size_t>(level)];
@@ -51,7 +51,8 @@ const void *next_part(const checked_document &document, tree_record &owner, int 
     const void *found = nullptr;
     for (std::size_t ahead = 0; ahead < most; ++ahead) {
         const void *const next = part(around, taken);
-        const bool is_renamed = !owner.row && next && next == part(around, taken + 1); // by a further identity
+        const bool is_renamed =
+            !owner.row && next && next == part(around, taken + 1); // by a further identity
         if (!next || !(is_renamed || may_be_of(document, row, next, element)))
             break;
         found = next;

@@ -57,8 +57,8 @@ std::string in_words(std::int64_t least, std::int64_t most) {
 
 std::optional<number_fault> outside(const zeb5::element_row &row, double number, std::string_view text) {
     const bool is_unsigned = row.value == value_kind::MASK || row.value == value_kind::UNSIGNED;
-    const double most = is_unsigned ? std::numeric_limits<std::uint32_t>::max()
-                                    : std::numeric_limits<std::int32_t>::max();
+    const double most =
+        is_unsigned ? std::numeric_limits<std::uint32_t>::max() : std::numeric_limits<std::int32_t>::max();
     const double least = row.value == value_kind::UNSIGNED ? -most : std::numeric_limits<std::int32_t>::min();
     if (row.value != value_kind::REAL && (number < least || number > most))
         return number_fault{rule::NUMBER_RANGE, in_quotes(text) + " does not fit into 32 bits"};
@@ -91,14 +91,15 @@ std::optional<number_fault> fault_of_number(const zeb5::element_row &row, std::s
         if (!takes_hex || text.substr(0, 2) != "0x")
             return number_fault{rule::HEX_NUMBER,
                                 in_quotes(text) + (takes_hex ? " is no number: base 16 needs a small x"
-                                                          : " is in base 16, but base 10 is read")};
+                                                             : " is in base 16, but base 10 is read")};
         return outside(row, std::strtod(std::string(text).c_str(), nullptr), text);
     }
     const std::size_t end = is_real ? end_of_real(text) : end_of_integer(text);
     if (end == 0 || (takes_hex && text.find('x') != text.npos))
         return number_fault{rule::NOT_A_NUMBER, in_quotes(text) + " is no number"};
     if (has_decimal_comma(text, end))
-        return number_fault{rule::DECIMAL_COMMA, in_quotes(text) + " has a decimal comma, at which reading ends"};
+        return number_fault{rule::DECIMAL_COMMA,
+                            in_quotes(text) + " has a decimal comma, at which reading ends"};
     if (is_real)
         return fault_of_real(row, text, end);
     if (end != text.size())
@@ -121,8 +122,7 @@ double number_read(const zeb5::element_row &row, std::string_view written) {
     case value_kind::MASK:
         return static_cast<std::uint32_t>(std::strtol(text.c_str(), nullptr, 10));
     default:
-        return static_cast<std::int32_t>(
-            static_cast<std::uint32_t>(std::strtol(text.c_str(), nullptr, 10)) +
-            static_cast<std::uint32_t>(row.added));
+        return static_cast<std::int32_t>(static_cast<std::uint32_t>(std::strtol(text.c_str(), nullptr, 10)) +
+                                         static_cast<std::uint32_t>(row.added));
     }
 }

@@ -117,7 +117,9 @@ private:
     void take_attribute() {
         const std::size_t at = at_;
         const std::string_view name = take_name();
-        const auto skip_blanks = [this] { at_ = std::min(text_.find_first_not_of(blanks, at_), text_.size()); };
+        const auto skip_blanks = [this] {
+            at_ = std::min(text_.find_first_not_of(blanks, at_), text_.size());
+        };
         skip_blanks();
         std::string_view value;
         if (at_ < text_.size() && text_[at_] == '=') {

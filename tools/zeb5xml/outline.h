@@ -30,10 +30,10 @@ struct outline_element {
 
     std::size_t at; // of its `<`
     std::string_view name;
-    std::size_t parent;           // number of the element around it; none for the root
+    std::size_t parent; // number of the element around it; none for the root
     std::size_t first_attribute = 0;
     std::size_t attributes = 0;
-    std::size_t first_piece = 0;  // of the text before its first child
+    std::size_t first_piece = 0; // of the text before its first child
     std::size_t pieces = 0;
     std::size_t later_text = none; // where text begins that follows a child
     bool is_closed = false;

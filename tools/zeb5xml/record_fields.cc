@@ -63,8 +63,8 @@ private:
     void check_writable(const element_row &row, std::string_view kept, std::size_t element);
 
     void tell(rule id, std::size_t element, const std::string &message) {
-        found_.push_back({document_.content.elements[element].at, id,
-                          described(document_, tree_, record_) + message});
+        found_.push_back(
+            {document_.content.elements[element].at, id, described(document_, tree_, record_) + message});
     }
 
     /// The record that the reader filled; null when nothing is known of it.
@@ -135,7 +135,8 @@ void field_check::check_text(const filled_field &field, const element_text &text
         return;
     const std::string_view kept = row.text(made());
     const bool is_cut = row.size != 0 && text.whole.size() >= row.size;
-    const bool is_whole = kept == std::string_view(text.whole).substr(0, is_cut ? row.size - 1 : text.whole.npos);
+    const bool is_whole =
+        kept == std::string_view(text.whole).substr(0, is_cut ? row.size - 1 : text.whole.npos);
     if (is_whole && trimmed(text.whole).size() != text.whole.size())
         tell(rule::PADDED_VALUE, field.element,
              "the white space around the text of " + tag + " is kept: " + in_quotes(text.whole));
@@ -153,15 +154,16 @@ void field_check::check_number(const filled_field &field, std::string_view text,
     const bool is_real = row.value == value_kind::REAL;
     const bool is_known = made() && !field.is_replaced;
     const double kept = is_known ? row.number(made()) : number_read(row, text);
-    const std::string name = row.attribute.empty() ? in_tag(row.name)
-                                                   : in_quotes(row.attribute) + " of " + in_tag(row.name);
+    const std::string name =
+        row.attribute.empty() ? in_tag(row.name) : in_quotes(row.attribute) + " of " + in_tag(row.name);
     const auto fault = fault_of_number(row, text);
     if (fault) {
         const bool is_refused = tree_.records[record_].is_ignored && row.is_identity;
         tell(fault->id, field.element,
              name + ": " + fault->what + "; " +
-                 (is_refused ? "the reader makes nothing of it, and ignores what belongs to it"
-                             : "the reader keeps " + plain(kept, is_real)));
+                 (is_refused
+                      ? "the reader makes nothing of it, and ignores what belongs to it"
+                      : (field.is_replaced ? "it reads as " : "the reader keeps ") + plain(kept, is_real)));
     } else if (is_known && is_split && kept != number_read(row, text))
         tell(rule::LOST_TEXT, field.element,
              "the text of " + name + " comes in pieces: the reader keeps " + plain(kept, is_real) + ", not " +
@@ -209,8 +211,8 @@ void field_check::check_writable(const element_row &row, std::string_view kept, 
         const bool is_mark = byte == '&' || byte == '<' || kept.substr(at, 3) == "]]>";
         if (byte >= 0x80)
             return tell(rule::NOT_WRITABLE, element,
-                        in_tag(row.name) + ": a writer labels UTF-8 as ISO-8859-1, so " +
-                            in_quotes(kept) + " is read back as other characters");
+                        in_tag(row.name) + ": a writer labels UTF-8 as ISO-8859-1, so " + in_quotes(kept) +
+                            " is read back as other characters");
         if (is_mark || is_control)
             return tell(rule::NOT_WRITABLE, element,
                         in_tag(row.name) + ": a writer escapes nothing, so " +

@@ -43,9 +43,9 @@ public:
 private:
     /// What an element means for those in it.
     struct surroundings {
-        std::size_t record;           // that encloses them
-        bool is_muted = false;        // the element is probably a misspelt record
-        bool has_failed = false;      // it should have opened a record but did not
+        std::size_t record;               // that encloses them
+        bool is_muted = false;            // the element is probably a misspelt record
+        bool has_failed = false;          // it should have opened a record but did not
         const element_row *row = nullptr; // null: an unknown element, or the root
     };
 
@@ -97,7 +97,7 @@ private:
     const std::vector<outline_element> &elements_;
     std::unordered_map<std::string_view, std::vector<const element_row *>> rows_;
     std::vector<std::string> names_;
-    std::vector<surroundings> around_; // by element: what it means for those in it
+    std::vector<surroundings> around_;                          // by element: what it means for those in it
     std::array<std::size_t, tree_record::most_levels> current_; // record of each level
     std::array<std::size_t, tree_record::most_levels> last_;    // that was opened by a value, of each level
     std::unordered_map<std::string, std::size_t> first_of_;     // by identity: its first element
@@ -234,7 +234,8 @@ void tree_builder::tell_orphan(std::size_t number, const element_row &row) {
 /// holds nothing but its number or name.
 void tree_builder::check_place(std::size_t number, const element_row &row, std::size_t owner) {
     const surroundings &place = around(number);
-    const bool is_in_value = place.row && place.row->opens == zeb5::no_level && place.row->value != value_kind::NONE;
+    const bool is_in_value =
+        place.row && place.row->opens == zeb5::no_level && place.row->value != value_kind::NONE;
     bool is_right = place.record == owner && !place.has_failed && !is_in_value;
     if (!is_right && !place.has_failed && !is_in_value) {
         std::size_t outer = owner; // goes outwards over records that a value opened
@@ -246,7 +247,8 @@ void tree_builder::check_place(std::size_t number, const element_row &row, std::
         return;
     std::string message = in_tag(row.name) + " stands in " + in_tag(elements_[elements_[number].parent].name);
     if (row.opens != zeb5::no_level && owner == 0)
-        message += std::string(" but begins a new ") + level(row.opens).noun + ", which gets all that follows";
+        message +=
+            std::string(" but begins a new ") + level(row.opens).noun + ", which gets all that follows";
     else {
         const std::string name = described(document_, tree_, owner);
         message += " but goes to " + (name.empty() ? level(row.level).noun : name.substr(0, name.size() - 2));
@@ -419,7 +421,8 @@ void tree_builder::open(std::size_t number, const element_row &row, std::size_t 
     tree_record &opened = record(added);
     if (row.attribute.empty() && row.value == value_kind::NONE)
         return;
-    opened.label = has_number ? std::string(trimmed(number_text(document_, row, number))) : in_quotes(text.whole);
+    opened.label =
+        has_number ? std::string(trimmed(number_text(document_, row, number))) : in_quotes(text.whole);
     opened.fields.push_back({&row, number});
     if (has_number && !row.is_identity)
         note_repeated_part(number, row, added);

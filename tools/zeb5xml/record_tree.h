@@ -16,7 +16,7 @@
 /// An element that fills a field of a record.
 struct filled_field {
     const zeb5::element_row *row;
-    std::size_t element; // its number in the outline
+    std::size_t element;      // its number in the outline
     bool is_replaced = false; // by a later element
 };
 
@@ -27,15 +27,15 @@ struct tree_record {
 
     int level = zeb5::root_level;
     std::size_t parent = none;
-    std::size_t opener = none;             // number of the element that opened it
+    std::size_t opener = none;              // number of the element that opened it
     const zeb5::element_row *row = nullptr; // of that element; null for the document itself
-    const void *made = nullptr;            // what the reader made of it; null: nothing that is known
-    std::string label;                     // by which messages know it
+    const void *made = nullptr;             // what the reader made of it; null: nothing that is known
+    std::string label;                      // by which messages know it
     std::vector<filled_field> fields;
     std::array<std::size_t, most_levels> taken{}; // number of the reader's parts that are known, by level
     std::uint64_t identities = 0;                 // rows of identities that have come, as bits
-    bool is_ignored = false;  // the reader ignores the rest of it, and a finding says so
-    bool is_doubtful = false; // elements with wrong names have changed it
+    bool is_ignored = false;                      // the reader ignores the rest of it, and a finding says so
+    bool is_doubtful = false;                     // elements with wrong names have changed it
 };
 
 struct record_tree {
