@@ -69,7 +69,7 @@ std::vector<checked_case> structure_cases() {
         {rule::UNKNOWN_ELEMENT, channels("<GROUP><CHANNEL><PROP>P</PROP><NAME>N</NAME></CHANNEL></GROUP>"),
          "1:19 unknown-element: no reader knows <GROUP>; did you mean <PROP>?\n"},
         {rule::UNKNOWN_ELEMENT, camera("<Interger Name=\"Gain\"/><Float Name=\"F\"/>"),
-         "1:9 unknown-element: <Interger> is no feature; did you mean <Integer>?\n"},
+         "1:9 unknown-element: no reader knows <Interger>; did you mean <Integer>?\n"},
         {rule::UNKNOWN_ELEMENT, camera("<Float Name=\"F\"><Tooltip>T</Tooltip></Float>"),
          "1:25 unknown-element: no reader knows <Tooltip>; did you mean <ToolTip>?\n"},
         {rule::UNKNOWN_ELEMENT, camera("<Float Name=\"F\"><FloatReg/><pFeature/><Unit/></Float>"), ""},
@@ -208,6 +208,10 @@ std::vector<checked_case> structure_cases() {
         {rule::FEWER_RECORDS, event("<SBLOCK></SBLOCK>"),
          "1:27 fewer-records: entry 4: <SBLOCK> without a name gives no server block\n"},
         {rule::FEWER_RECORDS, channel("<BIT>0<BIT_NAME/></BIT>"), ""},
+        {rule::FEWER_RECORDS,
+         "<ENVINDEXDICT><CHANNEL><INDEX> &#52;</INDEX><PROP>P</PROP></CHANNEL></ENVINDEXDICT>",
+         "1:24 lost-text: entry 'P': the text of <INDEX> comes in pieces (a reference): the reader keeps "
+         "nothing of it\n"},
         {rule::MISSING_NAME, channels("<CHANNEL><PROP>P</PROP></CHANNEL>"),
          "1:19 missing-name: channel 'P': there is no <NAME>: a writer names the channel "
          "'!!!UNDEFINED!!!'\n"},

@@ -134,7 +134,7 @@ TEST_F(Check, WantsAFileUnlessItListsItsRules) {
     EXPECT_EQ(rules.err, "");
     EXPECT_TRUE(
         rules.out.starts_with("unreadable (error): the file cannot be opened or read, or is longer than "
-                              "256 MiB\n    zeb5xml check missing.xml\n"))
+                              "128 MiB\n    zeb5xml check missing.xml\n"))
         << rules.out;
     EXPECT_NE(rules.out.find("\ncut-field (error): the text is longer than its field\n"
                              "    <UNITS>millimetres of water</UNITS>\n"),

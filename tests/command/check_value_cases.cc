@@ -33,8 +33,8 @@ std::vector<checked_case> value_cases() {
         {rule::LOST_TEXT, channel("<SIZE>1<!-- -->2</SIZE>"),
          "1:56 lost-text: channel 'P': the text of <SIZE> comes in pieces: the reader keeps 1, not '12'\n"},
         {rule::LOST_TEXT, channel("<BIT> &#51;</BIT>"),
-         "1:56 lost-text: channel 'P', bit 3: the text of <BIT> comes in pieces (a reference): the reader "
-         "keeps nothing of it\n"},
+         "1:56 lost-text: channel 'P': the text of <BIT> comes in pieces (a reference): the reader keeps "
+         "nothing of it\n"},
         {rule::LOST_TEXT, channel("<DESC>&#65;tail</DESC>"), ""},
         {rule::LOST_TEXT, channel("<DESC><!-- first -->text</DESC>"), ""},
         {rule::LOST_TEXT, channel("<DESC>text<!-- last -->\n</DESC>"), ""},
@@ -43,6 +43,23 @@ std::vector<checked_case> value_cases() {
          "1:25 lost-text: feature 'F': the text of <ToolTip> comes in pieces (a comment or an instruction): "
          "the reader keeps only 'a'\n"},
         {rule::LOST_TEXT, camera("<Float Name=\"F\"><ToolTip>a &amp; b</ToolTip></Float>"), ""},
+        {rule::LOST_TEXT,
+         channels("<CHANNEL><PROP> "
+                  "&#65;B</PROP><NAME>N</NAME></CHANNEL><CHANNEL><PROP>Q</PROP><NAME>M</NAME><UNITS>" +
+                  sixteen + "</UNITS></CHANNEL>"),
+         "1:28 lost-text: the text of <PROP> comes in pieces (a reference): the reader keeps nothing of it\n"
+         "1:109 cut-field: channel 'Q': the text of <UNITS> has 16 bytes, of which 15 are kept: it ends with "
+         "'uuuuuuuuuuuuuuu'\n"},
+        {rule::LOST_TEXT, "<BMR><EVENT><TYPE> &#52;</TYPE><TMASK>1</TMASK></EVENT></BMR>",
+         "1:13 lost-text: the text of <TYPE> comes in pieces (a reference): the reader keeps nothing of "
+         "it\n"},
+        {rule::LOST_TEXT,
+         "<ENVINDEXDICT><CHANNEL><PROP>P</PROP><INDEX> &#52;</INDEX></CHANNEL></ENVINDEXDICT>",
+         "1:38 lost-text: entry 'P': the text of <INDEX> comes in pieces (a reference): the reader keeps "
+         "nothing of it\n"},
+        {rule::LOST_TEXT, channel("<BIT>1<!-- -->2<BIT_NAME>on</BIT_NAME></BIT>"),
+         "1:56 lost-text: channel 'P', bit 12: the text of <BIT> comes in pieces: the reader keeps 1, not "
+         "'12'\n"},
         {rule::CUT_FIELD, channel("<UNITS>" + sixteen + "</UNITS>"),
          "1:56 cut-field: channel 'P': the text of <UNITS> has 16 bytes, of which 15 are kept: it ends with "
          "'uuuuuuuuuuuuuuu'\n"},
@@ -66,6 +83,9 @@ std::vector<checked_case> value_cases() {
          "1:85 cut-field: channel 'P', dimension 0: the text of <description> has 80 bytes, of which 79 are "
          "kept: it ends with 'pppppppppppppppppppp'\n"},
         {rule::CUT_FIELD, matrix_channel("<description>" + many.substr(0, 80) + "</description>"), ""},
+        {rule::CUT_FIELD, channel("<DESC>" + std::string(1 << 20, 'd') + std::string(10, 'e') + "</DESC>"),
+         "1:56 lost-text: channel 'P': the text of <DESC> comes in pieces (its length): the reader keeps "
+         "only 'dddddddddddddddddddddddddddddddddddddddd...'\n"},
         {rule::PADDED_VALUE, channel("<DESC>\n  text\n  </DESC>"),
          "1:56 padded-value: channel 'P': the white space around the text of <DESC> is kept: '\\n  text\\n  "
          "'\n"},
@@ -88,6 +108,10 @@ std::vector<checked_case> value_cases() {
         {rule::NOT_A_NUMBER, entry("<DABS>none</DABS>"),
          "1:54 not-a-number: entry 1: <DABS>: 'none' is no number; the reader keeps 0\n"},
         {rule::NOT_A_NUMBER, channel("<SIZE>+3</SIZE>"), ""},
+        {rule::NOT_A_NUMBER, bits_channel("<bitTitle bit=\"\">on</bitTitle>"),
+         "1:60 not-a-number: channel 'P': 'bit' of <bitTitle>: there is no number; the reader keeps 0\n"},
+        {rule::NOT_A_NUMBER, channel("<SIZE>2</SIZE><SIZE/>"),
+         "1:70 not-a-number: channel 'P': <SIZE>: there is no number; the value before it stays\n"},
         {rule::NUMBER_TAIL, channel("<SIZE>2O48</SIZE>"),
          "1:56 number-tail: channel 'P': <SIZE>: 'O48' after the number is ignored; the reader keeps 2\n"},
         {rule::NUMBER_TAIL, channel("<SIZE>1.5</SIZE>"),
@@ -95,6 +119,10 @@ std::vector<checked_case> value_cases() {
         {rule::NUMBER_TAIL, entry("<DABS>0.5 V</DABS>"),
          "1:54 number-tail: entry 1: <DABS>: ' V' after the number is ignored; the reader keeps 0.5\n"},
         {rule::NUMBER_TAIL, channel("<SIZE>2048\n</SIZE>"), ""},
+        {rule::NUMBER_TAIL, channel("<SIZE>2O48</SIZE><SIZE>4</SIZE>"),
+         "1:56 number-tail: channel 'P': <SIZE>: 'O48' after the number is ignored; it reads as 2\n"
+         "1:73 repeated-element: channel 'P': <SIZE> replaces the value that was read before; the first is "
+         "at 1:56\n"},
         {rule::HEX_NUMBER, channel("<EVTYPE>0x10</EVTYPE>"),
          "1:56 hex-number: channel 'P': <EVTYPE>: '0x10' is in base 16, but base 10 is read; the reader "
          "keeps 0\n"},
@@ -129,6 +157,9 @@ std::vector<checked_case> value_cases() {
         {rule::NUMBER_RANGE,
          channel("<DB_KEY>2147483647</DB_KEY><DTYPE>-2147483584</DTYPE><EVTYPE>4</EVTYPE>"), ""},
         {rule::NUMBER_RANGE, channel("<DTYPE>2147483712</DTYPE>"), ""},
+        {rule::NUMBER_RANGE, matrix_channel("<lastIndex>2147483647</lastIndex>"),
+         "1:67 number-range: channel 'P': <lastIndex>: '2147483647' does not fit into 32 bits; the reader "
+         "keeps -2147483648\n"},
         {rule::VALUE_RANGE, channel("<SIZE>0</SIZE>"),
          "1:56 value-range: channel 'P': <SIZE>: '0' makes no sense: it should be at least 1; the reader "
          "keeps 0\n"},

@@ -17,6 +17,12 @@ bool is_detail(std::string_view name) {
     return std::find(std::begin(MoreTags), std::end(MoreTags), name) != std::end(MoreTags);
 }
 
+std::vector<const char *> known_elements() {
+    std::vector<const char *> names(std::begin(FeatureTags), std::end(FeatureTags));
+    names.insert(names.end(), std::begin(MoreTags), std::end(MoreTags));
+    return names;
+}
+
 /// A text of a feature: where it should come from, and where the reader keeps it.
 struct detail {
     more_tags tag;
@@ -60,7 +66,8 @@ private:
 
     const outline &content_;
     const std::vector<ZEB5GigEFeature *> &features_;
-    std::unordered_map<std::string, std::size_t> first_of_; // by name: where the feature stands
+    std::unordered_map<std::string_view, const char *> meant_; // by name of an element; null: nothing
+    std::unordered_map<std::string, std::size_t> first_of_;    // by name: where the feature stands
     std::vector<finding> found_;
 };
 
@@ -68,17 +75,17 @@ private:
 void camera_check::check_spelling(std::size_t element) {
     constexpr std::size_t longest = 16;
     const std::string_view name = content_.elements[element].name;
+    const auto [place, is_new] = meant_.emplace(name, nullptr);
     const auto is_near = [name](std::string_view known) {
         return name.size() <= longest && changes_between(name, known) <= 1;
     };
-    for (const char *known : FeatureTags)
-        if (is_near(known))
-            return tell(rule::UNKNOWN_ELEMENT, element,
-                        in_tag(name) + " is no feature; did you mean " + in_tag(known) + "?");
-    for (const char *known : MoreTags)
-        if (is_near(known))
-            return tell(rule::UNKNOWN_ELEMENT, element,
-                        "no reader knows " + in_tag(name) + "; did you mean " + in_tag(known) + "?");
+    if (is_new)
+        for (const char *known : known_elements())
+            if (!place->second && is_near(known))
+                place->second = known;
+    if (place->second)
+        tell(rule::UNKNOWN_ELEMENT, element,
+             "no reader knows " + in_tag(name) + "; did you mean " + in_tag(place->second) + "?");
 }
 
 /// The attribute Name of an element.

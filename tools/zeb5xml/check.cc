@@ -48,7 +48,7 @@ std::string unknown_rule(const std::string &list) {
 }
 
 checked_file check_file(const std::string &path) {
-    constexpr std::size_t most_bytes = std::size_t{256} << 20;
+    constexpr std::size_t most_bytes = std::size_t{128} << 20;
     checked_file file{path == "-" ? "standard input" : path, {}};
     std::string bytes;
     const std::string problem = read_bounded(path, most_bytes, bytes);

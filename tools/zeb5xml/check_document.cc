@@ -148,7 +148,7 @@ bool document_check::has_own_entities() const {
 void document_check::check_records(const checked_kind &kind) {
     const kept_list list = kind.read(file_.path());
     const checked_document document{*kind.elements, content_, has_own_entities() ? nullptr : list.get(),
-                                    kind.merges};
+                                    kind.merges, !report_};
     record_tree tree = tree_of(document);
     take(std::move(tree.findings));
     take(faults_of_fields(document, tree, kind.rules));

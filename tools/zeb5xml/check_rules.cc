@@ -9,7 +9,7 @@ constexpr severity WARNING = severity::WARNING;
 constexpr severity FAULT = severity::FAULT;
 
 const rule_row rule_rows[] = {
-    {"unreadable", FAULT, "the file cannot be opened or read, or is longer than 256 MiB",
+    {"unreadable", FAULT, "the file cannot be opened or read, or is longer than 128 MiB",
      "zeb5xml check missing.xml"},
     {"not-xml", FAULT, "the parser reports an error; what follows is not read", "<NAME>BPM01</NAM>"},
     {"wrong-root", FAULT, "no reader knows the root element", "<CHANDESCRIPTION>"},

@@ -82,6 +82,8 @@ element_text text_of(const outline &document, const outline_element &element) {
             append_lines(result.whole, piece.text);
         const bool is_aside = piece.what == text_piece::ASIDE;
         if (element.pieces > 1) {
+            if (!is_aside && result.piece_starts.empty())
+                result.begins_blank = result.is_blank();
             if (!is_aside)
                 result.piece_starts.push_back(start);
             if (piece.what != text_piece::TEXT)
@@ -91,6 +93,12 @@ element_text text_of(const outline &document, const outline_element &element) {
         if (!is_aside && (!aside_seen || !trimmed(std::string_view(result.whole).substr(start)).empty()))
             end_of_last = result.whole.size();
     }
+    constexpr std::size_t most_at_once = std::size_t{1} << 20; // characters that the parser hands over
+    if (result.whole.size() > most_at_once && !result.is_split()) {
+        result.piece_starts.push_back(0);
+        result.causes = "its length";
+    }
+    result.begins_blank = result.begins_blank && end_of_last > 0 && !result.is_blank();
     result.whole.resize(end_of_last); // blanks behind a comment belong to no value
     return result;
 }

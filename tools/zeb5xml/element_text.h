@@ -15,6 +15,8 @@ struct element_text {
     std::string causes;                    // what stands between the pieces
     bool has_entity = false; // a reference to an entity that the document declares, which stands as written
 
+    bool begins_blank = false; // its first piece is blank, so that readers get nothing of the others
+
     bool is_split() const { return !piece_starts.empty(); }
     /// Whether a reader takes it for no text. A carriage return that came by a reference is one.
     bool is_blank() const { return whole.find_first_not_of(" \t\n") == whole.npos; }

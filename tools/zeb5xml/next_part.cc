@@ -1,5 +1,3 @@
-#include <algorithm>
-
 #include "element_text.h"
 #include "number_faults.h"
 #include "record_tree.h"
@@ -23,9 +21,17 @@ bool may_be_text(const element_row &row, std::string_view kept, const element_te
 bool may_be_number(const element_row &row, double kept, const element_text &text) {
     if (kept == number_read(row, text.whole) || text.has_entity)
         return true;
-    return std::any_of(text.piece_starts.begin(), text.piece_starts.end(), [&](std::size_t start) {
-        return kept == number_read(row, std::string_view(text.whole).substr(start));
-    });
+    // A piece, or a reference with the text behind it, or all that is left
+    const std::string_view whole = text.whole;
+    for (std::size_t i = 0; i < text.piece_starts.size(); ++i)
+        for (std::size_t end = i + 1; end <= i + 3; ++end) {
+            const bool is_last = end >= text.piece_starts.size() || end == i + 3;
+            const std::size_t start = text.piece_starts[i];
+            const std::size_t length = is_last ? whole.npos : text.piece_starts[end] - start;
+            if (kept == number_read(row, whole.substr(start, length)))
+                return true;
+        }
+    return false;
 }
 
 bool may_be_of(const checked_document &document, const element_row &row, const void *part,

@@ -57,8 +57,8 @@ std::string in_words(std::int64_t least, std::int64_t most) {
 
 std::optional<number_fault> outside(const zeb5::element_row &row, double number, std::string_view text) {
     const bool is_unsigned = row.value == value_kind::MASK || row.value == value_kind::UNSIGNED;
-    const double most =
-        is_unsigned ? std::numeric_limits<std::uint32_t>::max() : std::numeric_limits<std::int32_t>::max();
+    const double most = is_unsigned ? std::numeric_limits<std::uint32_t>::max()
+                                    : std::numeric_limits<std::int32_t>::max() - row.added;
     const double least = row.value == value_kind::UNSIGNED ? -most : std::numeric_limits<std::int32_t>::min();
     if (row.value != value_kind::REAL && (number < least || number > most))
         return number_fault{rule::NUMBER_RANGE, in_quotes(text) + " does not fit into 32 bits"};

@@ -46,6 +46,10 @@ public:
         for (std::size_t i = 1; i < tree_.records.size(); ++i) {
             record_ = i;
             find_part(tree_.records[i]);
+            is_replaced_ = true;
+            for (const filled_field &field : tree_.records[i].replaced_fields)
+                check(field);
+            is_replaced_ = false;
             for (const filled_field &field : tree_.records[i].fields)
                 check(field);
             check_name(tree_.records[i]);
@@ -77,6 +81,7 @@ private:
     record_tree &tree_;
     const field_rules &rules_;
     std::size_t record_ = 0;
+    bool is_replaced_ = false; // the field that is checked holds another value
     std::vector<finding> found_;
 };
 
@@ -99,11 +104,17 @@ void field_check::find_part(tree_record &own) {
     if (own.made)
         return;
     own.is_doubtful = true;
+    if (!document_.is_whole)
+        return;
     const element_text text = text_of(document_.content, document_.content.elements[own.opener]);
     if (text.is_split())
         tell(rule::LOST_TEXT, own.opener,
              "the text of " + in_tag(own.row->name) + " comes in pieces (" + text.causes +
                  "): the reader keeps nothing of it");
+    else
+        tell(rule::FEWER_RECORDS, own.opener,
+             std::string("the reader makes no ") +
+                 document_.kind.levels[static_cast<std::size_t>(own.level)].noun + " of it");
 }
 
 void field_check::check(const filled_field &field) {
@@ -131,7 +142,7 @@ void field_check::check_text(const filled_field &field, const element_text &text
     if (row.is_identity && rules_.small_field != 0 && text.whole.size() >= rules_.small_field)
         cut_at(rules_.small_field, std::string_view(text.whole).substr(0, rules_.small_field - 1),
                " in the classic layout");
-    if (!made() || field.is_replaced)
+    if (!made() || is_replaced_)
         return;
     const std::string_view kept = row.text(made());
     const bool is_cut = row.size != 0 && text.whole.size() >= row.size;
@@ -152,18 +163,19 @@ void field_check::check_text(const filled_field &field, const element_text &text
 void field_check::check_number(const filled_field &field, std::string_view text, bool is_split) {
     const element_row &row = *field.row;
     const bool is_real = row.value == value_kind::REAL;
-    const bool is_known = made() && !field.is_replaced;
+    const bool is_known = made() && !is_replaced_;
     const double kept = is_known ? row.number(made()) : number_read(row, text);
     const std::string name =
         row.attribute.empty() ? in_tag(row.name) : in_quotes(row.attribute) + " of " + in_tag(row.name);
     const auto fault = fault_of_number(row, text);
     if (fault) {
         const bool is_refused = tree_.records[record_].is_ignored && row.is_identity;
-        tell(fault->id, field.element,
-             name + ": " + fault->what + "; " +
-                 (is_refused
-                      ? "the reader makes nothing of it, and ignores what belongs to it"
-                      : (field.is_replaced ? "it reads as " : "the reader keeps ") + plain(kept, is_real)));
+        const std::string what_is_kept =
+            is_refused                     ? "the reader makes nothing of it, and ignores what belongs to it"
+            : is_replaced_ && text.empty() ? "the value before it stays"
+            : is_replaced_                 ? "it reads as " + plain(kept, is_real)
+                                           : "the reader keeps " + plain(kept, is_real);
+        tell(fault->id, field.element, name + ": " + fault->what + "; " + what_is_kept);
     } else if (is_known && is_split && kept != number_read(row, text))
         tell(rule::LOST_TEXT, field.element,
              "the text of " + name + " comes in pieces: the reader keeps " + plain(kept, is_real) + ", not " +

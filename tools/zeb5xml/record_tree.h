@@ -16,8 +16,7 @@
 /// An element that fills a field of a record.
 struct filled_field {
     const zeb5::element_row *row;
-    std::size_t element;      // its number in the outline
-    bool is_replaced = false; // by a later element
+    std::size_t element; // its number in the outline
 };
 
 /// A record, or a group of elements that has none.
@@ -27,13 +26,15 @@ struct tree_record {
 
     int level = zeb5::root_level;
     std::size_t parent = none;
-    std::size_t opener = none;              // number of the element that opened it
-    const zeb5::element_row *row = nullptr; // of that element; null for the document itself
-    const void *made = nullptr;             // what the reader made of it; null: nothing that is known
-    std::string label;                      // by which messages know it
-    std::vector<filled_field> fields;
+    std::size_t opener = none;                    // number of the element that opened it
+    const zeb5::element_row *row = nullptr;       // of that element; null for the document itself
+    const void *made = nullptr;                   // what the reader made of it; null: nothing that is known
+    std::string label;                            // by which messages know it
+    std::vector<filled_field> fields;             // one for each field at most
+    std::vector<filled_field> replaced_fields;    // those that lost theirs to a later element
     std::array<std::size_t, most_levels> taken{}; // number of the reader's parts that are known, by level
     std::uint64_t identities = 0;                 // rows of identities that have come, as bits
+    std::uint64_t empty_identities = 0;           // and rows of those that came without text
     bool is_ignored = false;                      // the reader ignores the rest of it, and a finding says so
     bool is_doubtful = false;                     // elements with wrong names have changed it
 };
@@ -49,6 +50,7 @@ struct checked_document {
     const outline &content;
     const void *list; // the reader's list of records; null: not to be compared
     bool merges;      // the reader merges a record into the first one of its identity
+    bool is_whole;    // the reader has read it to its end
 };
 
 /// Follows the elements as the reader does, but with an eye on their nesting.
@@ -61,6 +63,10 @@ std::string described(const checked_document &document, const record_tree &tree,
 /// number of its element could be those of the part; null otherwise.
 const void *next_part(const checked_document &document, tree_record &owner, int level,
                       const zeb5::element_row &row, std::size_t element);
+
+/// Returns the attribute that the row takes its number from; null when it is not there.
+const outline_attribute *attribute_of(const checked_document &document, const zeb5::element_row &row,
+                                      std::size_t element);
 
 /// Returns the number that the row takes from the element, as a text.
 std::string number_text(const checked_document &document, const zeb5::element_row &row, std::size_t element);

@@ -136,14 +136,14 @@ void expect_dictionary_survives(const std::string &document) {
     ASSERT_EQ(describe(first.entries), describe(second.entries)) << document;
 }
 
-class CheckPromise : public testing::Test {
+class CheckDocumentPromise : public testing::Test {
 protected:
     xml_platform platform; // saves the start for each document
 };
 
 constexpr int documents = 1500;
 
-TEST_F(CheckPromise, ChannelsWithoutFindingsSurviveWritingAndReading) {
+TEST_F(CheckDocumentPromise, ChannelsWithoutFindingsSurviveWritingAndReading) {
     int clean = 0, all = 0;
     rc::check([&](unsigned seed) {
         fair_documents source(seed);
@@ -160,7 +160,7 @@ TEST_F(CheckPromise, ChannelsWithoutFindingsSurviveWritingAndReading) {
     EXPECT_LT(clean, all);
 }
 
-TEST_F(CheckPromise, DictionariesWithoutFindingsSurviveWritingAndReading) {
+TEST_F(CheckDocumentPromise, DictionariesWithoutFindingsSurviveWritingAndReading) {
     int clean = 0, all = 0;
     rc::check([&](unsigned seed) {
         const std::string document = fair_documents(seed).dictionary();
@@ -176,7 +176,7 @@ TEST_F(CheckPromise, DictionariesWithoutFindingsSurviveWritingAndReading) {
 }
 
 // Numbers in these documents may stand for types that have no name
-TEST_F(CheckPromise, NothingIsFoundInPlainDocumentsButWhatStandsTwice) {
+TEST_F(CheckDocumentPromise, NothingIsFoundInPlainDocumentsButWhatStandsTwice) {
     rc::check([&](unsigned seed) {
         fair_documents source(seed, 0);
         for (const std::string &document : {source.channels(), source.variables(), source.dictionary()})
@@ -187,7 +187,7 @@ TEST_F(CheckPromise, NothingIsFoundInPlainDocumentsButWhatStandsTwice) {
 }
 
 // Whatever comes, damaged documents included
-TEST_F(CheckPromise, TheRestOfThePromiseIsThatReportsOfReadersAreFound) {
+TEST_F(CheckDocumentPromise, TheRestOfThePromiseIsThatReportsOfReadersAreFound) {
     random_documents source(1);
     for (int i = 0; i < documents; ++i) {
         const std::string document = source.next();
