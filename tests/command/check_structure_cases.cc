@@ -80,6 +80,8 @@ std::vector<checked_case> structure_cases() {
          "there\n"},
         {rule::UNKNOWN_ELEMENT, channel("<BITS>3<BIT_NAME>on</BIT_NAME></BITS>"),
          "1:56 unknown-element: channel 'P': no reader knows <BITS>; did you mean <BIT>?\n"},
+        {rule::UNKNOWN_ELEMENT, event("<SBLOCK>S</SBLOCK><CHANLIST><CHAN>C</CHAN></CHANLIST>"),
+         "1:45 unknown-element: no reader knows <CHANLIST>; did you mean <CHLIST>?\n"},
         {rule::MISPLACED_ELEMENT, channel("<DIM>0<UNITS>mm</UNITS></DIM>"),
          "1:62 misplaced-element: channel 'P', dimension 0: <UNITS> stands in <DIM> but goes to channel "
          "'P'\n"},
@@ -127,7 +129,9 @@ std::vector<checked_case> structure_cases() {
          "1:28\n"},
         {rule::REPEATED_ELEMENT, event("<TYPE>5</TYPE>"),
          "1:27 repeated-element: <TYPE> makes one more entry of the same event\n"},
-        {rule::REPEATED_ELEMENT, channel("<UNITS>V</UNITS><UNITS></UNITS>"), ""},
+        {rule::REPEATED_ELEMENT, channel("<UNITS>V</UNITS><UNITS></UNITS>"),
+         "1:72 repeated-element: channel 'P': <UNITS> stands here again without a text: the value before it "
+         "stays; the first is at 1:56\n"},
         {rule::REPEATED_ELEMENT,
          matrix_channel("<units>V</units><dimension id=\"0\"><units>s</units></dimension>"), ""},
         {rule::REPEATED_ELEMENT,
@@ -165,6 +169,12 @@ std::vector<checked_case> structure_cases() {
          "1:13 empty-identity: <TYPE> without a number gives no entry; what follows goes to the one before "
          "it, or is ignored\n"},
         {rule::EMPTY_IDENTITY, channels("<CHANNEL><PROP>0</PROP><NAME>N</NAME></CHANNEL>"), ""},
+        {rule::EMPTY_IDENTITY, channels("<CHANNEL><PROP>P</PROP><PROP/><NAME>N</NAME></CHANNEL>"),
+         "1:42 repeated-element: channel 'P': <PROP> stands here again without a text: the value before it "
+         "stays; the first is at 1:28\n"},
+        {rule::EMPTY_IDENTITY,
+         "<ENVINDEXDICT><CHANNEL><INDEX/><PROP>P</PROP><DABS>1</DABS></CHANNEL></ENVINDEXDICT>",
+         "1:24 empty-identity: entry 'P': <INDEX> is empty: the entry is not read\n"},
         {rule::DUPLICATE_IDENTITY,
          channels("\n<CHANNEL><PROP>P</PROP><NAME>N</NAME></CHANNEL>\n<CHANNEL><PROP>P</PROP><NAME>N</NAME></"
                   "CHANNEL>"),

@@ -11,8 +11,6 @@ namespace {
 
 constexpr std::size_t none = outline_element::none;
 
-std::string in_tag(std::string_view name) { return "<" + std::string(name) + ">"; }
-
 bool is_detail(std::string_view name) {
     return std::find(std::begin(MoreTags), std::end(MoreTags), name) != std::end(MoreTags);
 }
@@ -135,9 +133,7 @@ void camera_check::check_detail(std::size_t element, std::size_t end, const ZEB5
     if (text.has_entity)
         return;
     if (text.is_split() && (is_part || kept.empty()))
-        return tell(rule::LOST_TEXT, own,
-                    who + "the text of " + tag + " comes in pieces (" + text.causes + "): the reader keeps " +
-                        (kept.empty() ? "nothing of it" : "only " + in_quotes(kept)));
+        return tell(rule::LOST_TEXT, own, who + what_is_kept(MoreTags[one.tag], text, kept));
     if (last == own && kept.empty())
         return; // its own element is the last one of the file, and empty
     tell(rule::FOREIGN_TEXT, last == none ? element : last,

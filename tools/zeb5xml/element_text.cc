@@ -142,6 +142,13 @@ std::string in_quotes(std::string_view text) {
     return result + (end < text.size() ? "...'" : "'");
 }
 
+std::string in_tag(std::string_view name) { return "<" + std::string(name.substr(0, 60)) + ">"; }
+
+std::string what_is_kept(std::string_view name, const element_text &text, std::string_view kept) {
+    return "the text of " + in_tag(name) + " comes in pieces (" + text.causes + "): the reader keeps " +
+           (kept.empty() ? "nothing of it" : "only " + in_quotes(kept));
+}
+
 std::string_view trimmed(std::string_view text) {
     constexpr std::string_view blanks = " \t\r\n";
     const std::size_t from = std::min(text.find_first_not_of(blanks), text.size());

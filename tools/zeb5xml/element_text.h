@@ -30,6 +30,12 @@ std::string attribute_value(std::string_view written);
 /// Returns a text in quotes for a message: cut when it is long, and with marks for what does not print.
 std::string in_quotes(std::string_view text);
 
+/// Returns the name of an element as messages show it.
+std::string in_tag(std::string_view name);
+
+/// Says what a reader keeps of a text that comes in pieces.
+std::string what_is_kept(std::string_view name, const element_text &text, std::string_view kept);
+
 /// Returns the part of a text without white space at both ends.
 std::string_view trimmed(std::string_view text);
 

@@ -7,16 +7,14 @@
 
 #include "element_text.h"
 #include "elements/chan_descriptions_elements.h"
+#include "event_util.h"
 #include "number_faults.h"
 #include "parse_chan_descr.h"
-#include "type_names.h"
 
 namespace {
 
 using zeb5::element_row;
 using zeb5::value_kind;
-
-std::string in_tag(std::string_view name) { return "<" + std::string(name) + ">"; }
 
 std::string plain(double number, bool is_real) {
     char text[32];
@@ -24,15 +22,19 @@ std::string plain(double number, bool is_real) {
     return text;
 }
 
-/// Returns those names of a list with colons that are numbers: the types have no names.
-std::string unnamed_of(const std::string &names) {
+/// Returns the numbers of those types in a mask that have no names: a library names such a type by its
+/// number.
+std::string unnamed_types(std::uint32_t mask, bool is_event) {
+    constexpr int bits = 32;
+    const bool is_2010 = !is_event && mask >> 31 != 0; // the other bits mean block types from 32 on
     std::string unnamed;
-    for (std::size_t at = 0; at < names.size();) {
-        const std::size_t end = std::min(names.find(':', at), names.size());
-        const std::string name = names.substr(at, end - at);
-        if (name.find_first_not_of("0123456789") == name.npos)
-            unnamed.append(unnamed.empty() ? "" : ", ").append(name);
-        at = end + 1;
+    for (int bit = 0; bit < (is_event ? bits : bits - 1); ++bit) {
+        if ((mask >> bit & 1) == 0)
+            continue;
+        const int type = is_2010 ? bit + bits : bit;
+        const char *const name = is_event ? event_name_itoa(type) : block_name_itoa(type);
+        if (!name || std::to_string(type) == name)
+            unnamed.append(unnamed.empty() ? "" : ", ").append(std::to_string(type));
     }
     return unnamed;
 }
@@ -108,9 +110,7 @@ void field_check::find_part(tree_record &own) {
         return;
     const element_text text = text_of(document_.content, document_.content.elements[own.opener]);
     if (text.is_split())
-        tell(rule::LOST_TEXT, own.opener,
-             "the text of " + in_tag(own.row->name) + " comes in pieces (" + text.causes +
-                 "): the reader keeps nothing of it");
+        tell(rule::LOST_TEXT, own.opener, what_is_kept(own.row->name, text, {}));
     else
         tell(rule::FEWER_RECORDS, own.opener,
              std::string("the reader makes no ") +
@@ -154,9 +154,7 @@ void field_check::check_text(const filled_field &field, const element_text &text
     if (is_whole && is_cut)
         cut_at(row.size, kept, "");
     if (!is_whole && text.is_split())
-        tell(rule::LOST_TEXT, field.element,
-             "the text of " + tag + " comes in pieces (" + text.causes + "): the reader keeps " +
-                 (kept.empty() ? "nothing of it" : "only " + in_quotes(kept)));
+        tell(rule::LOST_TEXT, field.element, what_is_kept(row.name, text, kept));
     check_writable(row, kept, field.element);
 }
 
@@ -197,7 +195,7 @@ void field_check::check_types(const element_row &row, double kept, std::size_t e
     if (!is_event && !is_block)
         return;
     const auto mask = static_cast<std::uint32_t>(kept);
-    const std::string unnamed = unnamed_of(is_event ? event_names(mask) : block_names(mask));
+    const std::string unnamed = unnamed_types(mask, is_event);
     if (!unnamed.empty())
         tell(rule::UNNAMED_TYPE, element,
              in_tag(row.name) + ": no name is known for " + (is_event ? "event" : "block") + " type " +

@@ -113,6 +113,10 @@ bool tree_builder::put_field(std::size_t number, const element_row &row, std::si
     for (filled_field &field : own.fields) {
         if (row.text ? field.row->text != row.text : field.row->number != row.number)
             continue;
+        if (is_blank && row.value == value_kind::TEXT)
+            tell(rule::REPEATED_ELEMENT, number, owner,
+                 in_tag(row.name) + " stands here again without a text: the value before it stays",
+                 elements_[field.element].at);
         if (is_blank) {
             own.replaced_fields.push_back({&row, number});
             return false;
@@ -142,7 +146,7 @@ void tree_builder::fill(std::size_t number, const element_row &row, std::size_t 
     if (row.is_identity && text.is_blank()) {
         const std::uint64_t own = std::uint64_t{1} << (&row - document_.kind.rows.data());
         if (record(owner).identities & own)
-            return; // the record is listed already, and keeps its identity
+            return (void)put_field(number, row, owner, true); // the record keeps its identity
         tell(rule::EMPTY_IDENTITY, number, owner,
              in_tag(row.name) + " is empty: " + (row.absence ? row.absence : "the record is not read"));
         record(owner).empty_identities |= own;
@@ -234,9 +238,9 @@ void tree_builder::open(std::size_t number, const element_row &row, std::size_t 
             tell_lost(number, row, owner, text);
         else
             tell(row.is_identity ? rule::EMPTY_IDENTITY : rule::FEWER_RECORDS, number, owner,
-             in_tag(row.name) + " without a " + (has_number ? "number" : "name") + " gives no " +
-                 level(row.opens).noun +
-                 (row.is_identity ? "; what follows goes to the one before it, or is ignored" : ""));
+                 in_tag(row.name) + " without a " + (has_number ? "number" : "name") + " gives no " +
+                     level(row.opens).noun +
+                     (row.is_identity ? "; what follows goes to the one before it, or is ignored" : ""));
         if (row.is_identity)
             open_ignored(number, row, owner);
         return;

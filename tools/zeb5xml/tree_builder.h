@@ -32,9 +32,9 @@ public:
 private:
     /// What an element means for those in it.
     struct surroundings {
-        std::size_t record;               // that encloses them
-        bool is_muted = false;            // the element is probably a misspelt record
-        bool has_failed = false;          // it should have opened a record but did not
+        std::size_t record;                     // that encloses them
+        bool is_muted = false;                  // the element is probably a misspelt record
+        bool has_failed = false;                // it should have opened a record but did not
         const zeb5::element_row *row = nullptr; // null: an unknown element, or the root
     };
 
@@ -49,7 +49,8 @@ private:
     void open_ignored(std::size_t number, const zeb5::element_row &row, std::size_t owner);
     void note_repeated_part(std::size_t number, const zeb5::element_row &row, std::size_t part);
     std::size_t add_record(std::size_t number, const zeb5::element_row &row, std::size_t owner);
-    void identify(std::size_t number, const zeb5::element_row &row, std::size_t owner, const std::string &value);
+    void identify(std::size_t number, const zeb5::element_row &row, std::size_t owner,
+                  const std::string &value);
     void list_again(std::size_t owner);
     void note_duplicate(std::size_t number, const zeb5::element_row &row, tree_record &record,
                         const std::string &value);
@@ -93,7 +94,7 @@ private:
     const std::vector<outline_element> &elements_;
     std::unordered_map<std::string_view, std::vector<const zeb5::element_row *>> rows_;
     std::vector<std::string> names_;
-    std::unordered_map<std::string_view, std::string> meant_; // by name that no reader knows
+    std::unordered_map<std::string_view, std::string> meant_;   // by name that no reader knows
     std::vector<surroundings> around_;                          // by element: what it means for those in it
     std::array<std::size_t, tree_record::most_levels> current_; // record of each level
     std::array<std::size_t, tree_record::most_levels> last_;    // that was opened by a value, of each level
@@ -101,8 +102,5 @@ private:
     std::vector<pending_finding> pending_;
     record_tree tree_;
 };
-
-/// The name of an element as messages show it.
-std::string in_tag(std::string_view name);
 
 #endif

@@ -18,8 +18,6 @@ bool is_of_xml(std::string_view attribute) {
 
 } // namespace
 
-std::string in_tag(std::string_view name) { return "<" + std::string(name.substr(0, 60)) + ">"; }
-
 /// The known name that is meant by an unknown one. A document may have a million of them, so only the first
 /// thousand are compared.
 const std::string &tree_builder::meant_by(std::string_view name) {
@@ -42,7 +40,7 @@ void tree_builder::take_unknown(std::size_t number, surroundings &own) {
         const element_row &row = *rows_.find(meant)->second.front();
         const bool opens = row.opens != zeb5::no_level;
         message += "; did you mean " + in_tag(meant) + "?";
-        if (opens && row.value == value_kind::NONE)
+        if (opens && row.value == value_kind::NONE && !row.absence)
             message += " What is in it goes to the record before it, or is ignored";
         else if (row.absence && changes_between(name, meant) == 1)
             message.append(" Without it, ").append(row.absence);
@@ -152,9 +150,7 @@ void tree_builder::note_repeated_part(std::size_t number, const element_row &row
 
 void tree_builder::tell_lost(std::size_t number, const element_row &row, std::size_t of,
                              const element_text &text) {
-    tell(rule::LOST_TEXT, number, of,
-         "the text of " + in_tag(row.name) + " comes in pieces (" + text.causes +
-             "): the reader keeps nothing of it");
+    tell(rule::LOST_TEXT, number, of, what_is_kept(row.name, text, {}));
 }
 
 /// The reader made no record, although nothing that was found so far says so.
@@ -174,7 +170,8 @@ void tree_builder::tell_missing_identities() {
     std::vector<bool> is_told(tree_.records.size());
     for (std::size_t i = 1; i < tree_.records.size(); ++i) {
         const tree_record &own = tree_.records[i];
-        const std::uint64_t all = identities_of(own.level), missing = all & ~own.identities & ~own.empty_identities;
+        const std::uint64_t all = identities_of(own.level),
+                            missing = all & ~own.identities & ~own.empty_identities;
         if (missing == 0 || !elements_[own.opener].is_closed)
             continue;
         is_told[i] = true;
