@@ -125,8 +125,8 @@ std::vector<checked_case> structure_cases() {
          "3:1 repeated-element: channel 'P': <UNITS> replaces the value that was read before; the first is "
          "at 2:1\n"},
         {rule::REPEATED_ELEMENT, channel("<PROP>Q</PROP>"),
-         "1:56 repeated-element: channel 'P': <PROP> renames the record and lists it again; the first is at "
-         "1:28\n"},
+         "1:56 repeated-element: channel 'P': <PROP> stands here again: it renames the record and lists it "
+         "once more; the first is at 1:28\n"},
         {rule::REPEATED_ELEMENT, event("<TYPE>5</TYPE>"),
          "1:27 repeated-element: <TYPE> makes one more entry of the same event\n"},
         {rule::REPEATED_ELEMENT, channel("<UNITS>V</UNITS><UNITS></UNITS>"),
@@ -138,6 +138,12 @@ std::vector<checked_case> structure_cases() {
          matrix_channel("<dimension id=\"0\"><units>s</units><units>m</units></dimension>"),
          "1:101 repeated-element: channel 'P', dimension 0: <units> replaces the value that was read before; "
          "the first is at 1:85\n"},
+        {rule::REPEATED_ELEMENT, channel("<PROP>P</PROP>"),
+         "1:56 repeated-element: channel 'P': <PROP> stands here again: it renames the record and lists it "
+         "once more; the first is at 1:28\n"},
+        {rule::REPEATED_ELEMENT, bits_channel("<orvin>P</orvin><units>" + sixteen + "</units>"),
+         "1:60 repeated-element: channel 'P': <orvin> stands here again: it renames the record and lists it "
+         "once more; the first is at 1:24\n"},
         {rule::IGNORED_ATTRIBUTE, channel("<SIZE unit=\"kB\">2</SIZE>"),
          "1:62 ignored-attribute: channel 'P': no reader looks at the attribute 'unit' of <SIZE>\n"},
         {rule::IGNORED_ATTRIBUTE, "<BMR version=\"2\"/>",

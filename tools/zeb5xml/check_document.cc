@@ -157,6 +157,7 @@ void document_check::check_records(const checked_kind &kind) {
 /// Turns offsets into places, each in one pass over the text.
 std::vector<placed_finding> placed(const std::vector<finding> &findings, std::string_view text) {
     std::vector<placed_finding> result;
+    result.reserve(findings.size());
     text_places places(text);
     for (const finding &one : findings)
         result.push_back({places.place_of(one.at), one.id, one.message});

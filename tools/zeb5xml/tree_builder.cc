@@ -122,8 +122,9 @@ bool tree_builder::put_field(std::size_t number, const element_row &row, std::si
             return false;
         }
         tell(rule::REPEATED_ELEMENT, number, owner,
-             in_tag(row.name) + (row.is_identity ? " renames the record and lists it again"
-                                                 : " replaces the value that was read before"),
+             in_tag(row.name) + (row.is_identity
+                                     ? " stands here again: it renames the record and lists it once more"
+                                     : " replaces the value that was read before"),
              elements_[field.element].at);
         own.replaced_fields.push_back(field);
         field = {&row, number};
@@ -181,7 +182,7 @@ void tree_builder::identify(std::size_t number, const element_row &row, std::siz
         own.is_doubtful = !own.made;
     } else if (was_whole)
         list_again(owner);
-    note_duplicate(number, row, own, value);
+    note_duplicate(number, row, owner, value);
     if (own.is_doubtful && !own.is_ignored)
         tell_not_made(number, row, owner);
 }

@@ -52,7 +52,7 @@ private:
     void identify(std::size_t number, const zeb5::element_row &row, std::size_t owner,
                   const std::string &value);
     void list_again(std::size_t owner);
-    void note_duplicate(std::size_t number, const zeb5::element_row &row, tree_record &record,
+    void note_duplicate(std::size_t number, const zeb5::element_row &row, std::size_t owner,
                         const std::string &value);
     const zeb5::element_row &choose(const std::vector<const zeb5::element_row *> &rows) const;
     bool acts(const zeb5::element_row &row) const;
@@ -84,6 +84,12 @@ private:
     std::size_t current(int level) const { return current_[static_cast<std::size_t>(level)]; }
     std::uint64_t identities_of(int level) const;
 
+    /// Where an identity came first.
+    struct first_use {
+        std::size_t element;
+        std::size_t record;
+    };
+
     /// A finding whose record gets its label only later.
     struct pending_finding {
         finding what;
@@ -98,7 +104,7 @@ private:
     std::vector<surroundings> around_;                          // by element: what it means for those in it
     std::array<std::size_t, tree_record::most_levels> current_; // record of each level
     std::array<std::size_t, tree_record::most_levels> last_;    // that was opened by a value, of each level
-    std::unordered_map<std::string, std::size_t> first_of_;     // by identity: its first element
+    std::unordered_map<std::string, first_use> first_of_;       // by identity
     std::vector<pending_finding> pending_;
     record_tree tree_;
 };

@@ -119,14 +119,20 @@ void tree_builder::check_texts(std::size_t number, bool reads_text, std::size_t 
                 "text of " + in_tag(element.name) + " that follows another element is not read");
 }
 
-void tree_builder::note_duplicate(std::size_t number, const element_row &row, tree_record &own,
+void tree_builder::note_duplicate(std::size_t number, const element_row &row, std::size_t owner,
                                   const std::string &value) {
+    tree_record &own = record(owner);
     std::string key = row.value == value_kind::TEXT ? value : std::to_string(number_read(row, value));
     if (row.size != 0 && !document_.merges)
         key.resize(std::min(key.size(), row.size - 1)); // look-ups compare what is kept
-    const auto [place, is_new] = first_of_.emplace(std::string(row.name) + '=' + key, number);
+    const auto [place, is_new] =
+        first_of_.try_emplace(std::string(row.name) + '=' + key, first_use{number, owner});
     if (is_new)
         return;
+    if (place->second.record == owner) { // and a repeated element, which is told already
+        own.is_ignored = document_.merges;
+        return;
+    }
     std::string message = "another " + std::string(level(own.level).noun) + " has the same " +
                           in_tag(row.name) + " " + in_quotes(value) + ": ";
     if (document_.merges) {
@@ -134,18 +140,18 @@ void tree_builder::note_duplicate(std::size_t number, const element_row &row, tr
         own.is_ignored = !own.made;
     } else
         message += "both are kept, and look-ups find the first one only";
-    tell(rule::DUPLICATE_IDENTITY, number, none, message, elements_[place->second].at);
+    tell(rule::DUPLICATE_IDENTITY, number, none, message, elements_[place->second.element].at);
 }
 
 void tree_builder::note_repeated_part(std::size_t number, const element_row &row, std::size_t part) {
     const tree_record &own = tree_.records[part];
     const std::string key = std::to_string(own.parent) + std::string(row.name) + '=' +
                             std::to_string(number_read(row, number_text(document_, row, number)));
-    const auto [place, is_new] = first_of_.emplace(key, number);
+    const auto [place, is_new] = first_of_.try_emplace(key, first_use{number, part});
     if (!is_new)
         tell(rule::DUPLICATE_IDENTITY, number, own.parent,
              std::string("there is another ") + level(row.opens).noun + " " + own.label + ": both are kept",
-             elements_[place->second].at);
+             elements_[place->second.element].at);
 }
 
 void tree_builder::tell_lost(std::size_t number, const element_row &row, std::size_t of,
