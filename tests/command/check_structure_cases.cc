@@ -142,8 +142,8 @@ std::vector<checked_case> structure_cases() {
          "1:56 repeated-element: channel 'P': <PROP> stands here again: it renames the record and lists it "
          "once more; the first is at 1:28\n"},
         {rule::REPEATED_ELEMENT, bits_channel("<orvin>P</orvin><units>" + sixteen + "</units>"),
-         "1:60 repeated-element: channel 'P': <orvin> stands here again: it renames the record and lists it "
-         "once more; the first is at 1:24\n"},
+         "1:60 repeated-element: channel 'P': <orvin> stands here again: the same name ends the record, "
+         "another lists it anew; the first is at 1:24\n"},
         {rule::IGNORED_ATTRIBUTE, channel("<SIZE unit=\"kB\">2</SIZE>"),
          "1:62 ignored-attribute: channel 'P': no reader looks at the attribute 'unit' of <SIZE>\n"},
         {rule::IGNORED_ATTRIBUTE, "<BMR version=\"2\"/>",

@@ -121,11 +121,12 @@ bool tree_builder::put_field(std::size_t number, const element_row &row, std::si
             own.replaced_fields.push_back({&row, number});
             return false;
         }
-        tell(rule::REPEATED_ELEMENT, number, owner,
-             in_tag(row.name) + (row.is_identity
-                                     ? " stands here again: it renames the record and lists it once more"
-                                     : " replaces the value that was read before"),
-             elements_[field.element].at);
+        const char *effect = " replaces the value that was read before";
+        if (row.is_identity)
+            effect = document_.merges
+                         ? " stands here again: the same name ends the record, another lists it anew"
+                         : " stands here again: it renames the record and lists it once more";
+        tell(rule::REPEATED_ELEMENT, number, owner, in_tag(row.name) + effect, elements_[field.element].at);
         own.replaced_fields.push_back(field);
         field = {&row, number};
         return true;
