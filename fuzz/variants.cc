@@ -4,7 +4,7 @@
 #include <cstring>
 
 #include "SAX_Memory_Parser.h"
-#include "channels/chan_descr_tags.h"
+#include "elements/chan_descr_tags.h"
 #include "streams.h"
 #include "support/channel_records.h"
 #include "support/env_dictionary_records.h"

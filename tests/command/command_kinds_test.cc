@@ -1,4 +1,4 @@
-/// The commands show, convert, select and check with every kind of document.
+/// The commands show, convert and select with every kind of document.
 
 #include "support/command_runner.h"
 
@@ -52,7 +52,6 @@ protected:
     command_result run(const std::vector<std::string> &arguments, const std::string &input = "") const {
         return folder.run(arguments, input);
     }
-    command_result check(const std::string &document) const { return run({"check", "-"}, document); }
 
     command_folder folder;
 };
@@ -178,84 +177,6 @@ TEST_F(CommandKinds, SelectGoesOnAfterASourceThatFailed) {
                               "zeb5xml: missing.xml: No such file or directory\n"
                               "WRONG root tag: 'BMR' must be 'CHANDESCRIPTIONS or DAQvariables'\n"
                               "zeb5xml: events.xml: channel descriptions not read without errors\n"}));
-}
-
-// check
-
-TEST_F(CommandKinds, CheckSumsUpEachDocument) {
-    EXPECT_EQ(run({"check", "events.xml", "dictionary.xml", "camera.xml", "channels.xml"}),
-              (command_result{0,
-                              "events.xml: event list, 1 entry: ok\n"
-                              "dictionary.xml: env index dictionary, 1 entry: ok\n"
-                              "camera.xml: camera file, 1 feature: ok\n"
-                              "channels.xml: channel descriptions, 4 channels: ok\n",
-                              ""}));
-}
-
-TEST_F(CommandKinds, CheckTellsTheReportsOfTheParser) {
-    EXPECT_EQ(
-        check("<BMR>\n</BMX>"),
-        (command_result{1,
-                        "Fatal Error at (file standard input, line 2, char 3): expected end of tag 'BMR'\n"
-                        "standard input: event list, 0 entries, reader result 1\n",
-                        ""}));
-}
-
-TEST_F(CommandKinds, CheckTellsValuesThatComeInPieces) {
-    struct pieces_case {
-        const char *text; // of a DESC on line 2
-        const char *finding;
-    };
-    const pieces_case cases[] = {
-        {"a&amp;b&#65;c", "3 pieces (entity or character reference)"},
-        {"a<![CDATA[b]]>c", "3 pieces (CDATA section)"},
-        {"a<!-- & < -->b", "2 pieces (comment)"},
-        {"a<?pi x?>b", "2 pieces (processing instruction)"},
-        {"a&lt;<!-- -->b", "3 pieces (entity or character reference, comment)"},
-        {" &amp;y", "2 pieces (entity or character reference)"},
-        {"plain text", nullptr},
-        {"&lt;at the start", nullptr},
-        {"<!-- first -->text", nullptr},
-        {"text<!-- last -->\n", nullptr},
-        {"<![CDATA[all of it]]>", nullptr},
-    };
-    for (const pieces_case &row : cases) {
-        const std::string summary = "standard input: channel descriptions, 1 channel";
-        const std::string expected =
-            row.finding ? "standard input: line 2: the text of DESC comes in " + std::string(row.finding) +
-                              ": a reader keeps only one of them\n" + summary + ", 1 value in pieces\n"
-                        : summary + ": ok\n";
-        EXPECT_EQ(check("<CHANDESCRIPTIONS><!-- > ' --><CHANNEL><PROP a='>'>P</PROP>\n<DESC>" +
-                        std::string(row.text) + "</DESC></CHANNEL></CHANDESCRIPTIONS>"),
-                  (command_result{row.finding ? 1 : 0, expected, ""}))
-            << row.text;
-    }
-}
-
-TEST_F(CommandKinds, CheckIsNotMisledByADocumentType) {
-    EXPECT_EQ(check("<!DOCTYPE BMR [<!ELEMENT BMR ANY><!-- ' > --><!ENTITY e \"]>\">]>\n<BMR/>"),
-              (command_result{0, "standard input: event list, 0 entries: ok\n", ""}));
-}
-
-TEST_F(CommandKinds, CheckTellsValuesLongerThanTheirField) {
-    const std::string exact(15, 'u'), longer(16, 'u');
-    const std::string document = "<CHANDESCRIPTIONS><CHANNEL><PROP>P</PROP><UNITS>" + exact +
-                                 "</UNITS></CHANNEL><CHANNEL><PROP>Q</PROP><UNITS>" + longer +
-                                 "</UNITS></CHANNEL></CHANDESCRIPTIONS>";
-    EXPECT_EQ(
-        check(document),
-        (command_result{1,
-                        "standard input: the text of UNITS is 16 bytes long, cut at 15: '" + longer +
-                            "...'\n" + "standard input: channel descriptions, 2 channels, 1 value cut\n",
-                        ""}));
-    EXPECT_EQ(check("<ENVINDEXDICT><CHANNEL><INDEX>1</INDEX><PROP>" + std::string(100, 'N') +
-                    "</PROP></CHANNEL></ENVINDEXDICT>"),
-              (command_result{
-                  1,
-                  "standard input: the text of PROP is 100 bytes long, cut at 79 in the classic layout: '" +
-                      std::string(40, 'N') + "...'\n" +
-                      "standard input: env index dictionary, 1 entry, 1 value cut\n",
-                  ""}));
 }
 
 } // namespace

@@ -1,76 +1,167 @@
+#include <algorithm>
 #include <memory>
 #include <string>
 #include <vector>
 
-#include "command.h"
-#include "document_kinds.h"
-#include "each_file.h"
+#include "bounded_file.h"
+#include "check_output.h"
 #include "failure.h"
-#include "field_limits.h"
+#include "nearest.h"
 #include "output.h"
-#include "split_values.h"
 #include "standard_streams.h"
+#include "subcommand.h"
 #include "words.h"
 
 namespace {
 
-std::string told(const document &source, const split_value &value) {
-    return source.name + ": line " + std::to_string(value.line) + ": the text of " + value.element +
-           " comes in " + std::to_string(value.pieces) + " pieces (" + value.causes +
-           "): a reader keeps only one of them\n";
-}
+struct check_options {
+    std::vector<std::string> files;
+    std::string format = "text";
+    std::string select;
+    std::string ignore;
+    bool strict = false;
+    bool rules = false;
+};
 
-std::string told(const document &source, const cut_value &value) {
-    return source.name + ": the text of " + value.element + " is " + std::to_string(value.length) +
-           " bytes long, cut at " + std::to_string(value.limit) + value.where + ": '" + value.beginning +
-           "...'\n";
-}
-
-/// Writes one line for each finding; returns their number.
-template <class Finding> size_t tell_all(const document &source, const std::vector<Finding> &findings) {
-    for (const Finding &finding : findings)
-        write_standard_output(told(source, finding));
-    return findings.size();
-}
-
-int check(const std::string &path) {
-    document source = read_document(path);
-    const document_kind &kind = kind_of(source);
-    std::unique_ptr<record_list> records = kind.make();
-    int problems = 0;
-    std::string reports = held_output({1, 2}, [&] { problems = records->read(source); });
-    write_standard_output(readable_diagnostics(reports, source.name));
-
-    size_t split = 0, cut = 0;
-    if (kind.root) { // the camera reader takes all text nodes and has no fields of fixed size
-        if (!source.has_nul())
-            split = tell_all(source, find_split_values(source.text));
-        std::vector<cut_value> cut_values;
-        held_output({1, 2},
-                    [&] { cut_values = find_cut_values(source, kind.root); }); // reports were shown above
-        cut = tell_all(source, cut_values);
+std::vector<std::string> words_of(const std::string &list) {
+    std::vector<std::string> words;
+    for (std::size_t at = 0; at <= list.size();) {
+        const std::size_t end = std::min(list.find(',', at), list.size());
+        words.push_back(list.substr(at, end - at));
+        at = end + 1;
     }
-    std::string summary = source.name + ": " + kind.name + ", " + counted(records->size(), kind.records);
-    if (problems != 0)
-        summary += ", reader result " + std::to_string(problems);
-    if (split != 0)
-        summary += ", " + counted(split, "values") + " in pieces";
-    if (cut != 0)
-        summary += ", " + counted(cut, "values") + " cut";
-    bool clean = problems == 0 && split == 0 && cut == 0;
-    write_standard_output(summary + (clean ? ": ok\n" : "\n"));
-    return clean ? STATUS_DONE : STATUS_DOCUMENT;
+    return words;
+}
+
+bool holds(const std::string &list, const std::string &word) {
+    const std::vector<std::string> words = words_of(list);
+    return std::find(words.begin(), words.end(), word) != words.end();
+}
+
+/// Returns why a list of rules is refused.
+std::string unknown_rule(const std::string &list) {
+    const std::vector<std::string> names = rule_names();
+    for (const std::string &word : words_of(list))
+        if (std::find(names.begin(), names.end(), word) == names.end())
+            return "no such rule: " + word + did_you_mean(word, names);
+    return "";
+}
+
+checked_file check_file(const std::string &path) {
+    constexpr std::size_t most_bytes = std::size_t{128} << 20;
+    checked_file file{path == "-" ? "standard input" : path, {}};
+    std::string bytes;
+    const std::string problem = read_bounded(path, most_bytes, bytes);
+    if (problem.empty())
+        file.findings = check_document(bytes);
+    else
+        file.findings.push_back({{}, rule::UNREADABLE, problem});
+    return file;
+}
+
+/// What was found in all files, by severity.
+class finding_count {
+public:
+    void add(const checked_file &file) {
+        ++files_;
+        for (const placed_finding &one : file.findings) {
+            ++counts_[static_cast<std::size_t>(row_of(one.id).level)];
+            is_unreadable_ = is_unreadable_ || one.id == rule::UNREADABLE;
+        }
+    }
+
+    int status(bool strict) const {
+        if (is_unreadable_)
+            return STATUS_USAGE;
+        const std::size_t failing = faults() + warnings() + (strict ? notes() : 0);
+        return failing != 0 ? STATUS_DOCUMENT : STATUS_DONE;
+    }
+
+    std::string summary() const {
+        const std::string checked = counted(files_, "files") + " checked: ";
+        if (faults() + warnings() + notes() == 0)
+            return checked + "nothing found";
+        return checked + counted(faults(), "errors") + ", " + counted(warnings(), "warnings") + ", " +
+               counted(notes(), "notes");
+    }
+
+private:
+    std::size_t faults() const { return counts_[static_cast<std::size_t>(severity::FAULT)]; }
+    std::size_t warnings() const { return counts_[static_cast<std::size_t>(severity::WARNING)]; }
+    std::size_t notes() const { return counts_[static_cast<std::size_t>(severity::NOTE)]; }
+
+    std::size_t files_ = 0;
+    std::size_t counts_[3] = {};
+    bool is_unreadable_ = false;
+};
+
+int check(const check_options &options) {
+    if (options.rules) {
+        write_standard_output(rule_list());
+        return STATUS_DONE;
+    }
+    if (options.files.empty())
+        throw failure(STATUS_USAGE, "FILE is required\nTry: zeb5xml check --help");
+    const auto is_unwanted = [&options](const placed_finding &one) {
+        const std::string name = row_of(one.id).name;
+        return one.id != rule::UNREADABLE && ((!options.select.empty() && !holds(options.select, name)) ||
+                                              (!options.ignore.empty() && holds(options.ignore, name)));
+    };
+    finding_count count;
+    std::vector<checked_file> all; // for JSON, which is written in the end
+    for (const std::string &path : options.files) {
+        checked_file file = check_file(path);
+        auto &findings = file.findings;
+        findings.erase(std::remove_if(findings.begin(), findings.end(), is_unwanted), findings.end());
+        count.add(file);
+        if (options.format == "json")
+            all.push_back(std::move(file));
+        else
+            write_standard_output(options.format == "github" ? as_github(file) : as_text(file));
+    }
+    if (options.format == "json")
+        write_standard_output(as_json(all));
+    if (options.format == "text")
+        tell(count.summary());
+    return count.status(options.strict);
 }
 
 } // namespace
 
-command_action declare_check(CLI::App &app) {
-    auto files = std::make_shared<std::vector<std::string>>();
-    app.add_option("FILE", *files, "Documents of any kind; - is standard input")->required();
-    app.footer(
-        "Tells what the parser reports, values that arrive in pieces and values longer than their field, "
-        "and\n"
-        "sums up each document in one line. Values of UTF-16 documents are not looked at for pieces.\n\n" +
-        app.get_footer());
-    return [files] { return each_file(*files, check); };
+subcommand check_subcommand() {
+    auto options = std::make_shared<check_options>();
+    return {
+        "check",
+        "Tell what a process that reads the documents would swallow",
+        "Prints a line for each finding: FILE:LINE:COL: error|warning|note: MESSAGE [RULE]. The last line, "
+        "on\n"
+        "standard error, sums up. Exit status: 0 nothing but notes found, 1 errors or warnings found, 2 a "
+        "file\n"
+        "could not be checked. Documents are taken as the readers of files read them, with types as masks.\n"
+        "\n"
+        "  zeb5xml check --rules                           what is looked for\n"
+        "  zeb5xml check --ignore padded-value *.xml       all but one of them\n",
+        {
+            {"FILE", &options->files, "Documents of any kind; - is standard input"},
+            {"--format",
+             &options->format,
+             "How findings are printed (default: text)",
+             argument::OPTIONAL,
+             {"text", "json", "github"}},
+            {"--select",
+             &options->select,
+             "Only these rules, separated by commas",
+             argument::OPTIONAL,
+             {},
+             unknown_rule},
+            {"--ignore",
+             &options->ignore,
+             "All rules but these, separated by commas",
+             argument::OPTIONAL,
+             {},
+             unknown_rule},
+            {"--strict", &options->strict, "Notes give exit status 1, too"},
+            {"--rules", &options->rules, "List the rules, each with an example"},
+        },
+        [options] { return check(*options); }};
 }

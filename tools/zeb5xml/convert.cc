@@ -3,10 +3,10 @@
 #include <memory>
 
 #include "SAX_Memory_Parser.h"
-#include "command.h"
 #include "failure.h"
 #include "output.h"
 #include "standard_streams.h"
+#include "subcommand.h"
 
 namespace {
 
@@ -62,27 +62,34 @@ void refuse_form(const document &source, const std::string &kind, const std::str
     throw failure(STATUS_DOCUMENT, source.name + ": " + form + " is not for " + kind);
 }
 
-command_action declare_convert(CLI::App &app) {
+subcommand convert_subcommand() {
     auto options = std::make_shared<convert_options>();
-    app.add_option("FILE", options->file, "Document to read; - is standard input")->required();
-    app.add_option("--to", options->to, "Form to write, see below")
-        ->required()
-        ->check(CLI::IsMember({"chandescriptions", "daqvariables", "table", "summary", "envindexdict"}));
-    app.add_option("-o,--output", options->output,
-                   "File to write, replaced only when all is done (default: -)");
-    app.add_flag("--shift", options->shift, "Turn event and data type numbers into masks");
-    app.add_flag("--keep-duplicates", options->keep_duplicates,
-                 "Merge no channels of one property while reading");
-    app.add_option("--layout", options->layout, "Cut names at 79 bytes (classic) or 255 (2010, the default)")
-        ->check(CLI::IsMember({"classic", "2010"}));
-    app.footer(
+    return {
+        "convert",
+        "Write channel descriptions or an env index dictionary in another form",
         "Channel descriptions can be had as chandescriptions or daqvariables (XML without an isodate line), "
         "table or\n"
         "summary (text); --shift and --keep-duplicates are for them. An env index dictionary can be had as\n"
         "envindexdict (XML) or table (text); --layout is for it.\n"
         "Nothing is written when FILE cannot be read without errors. A UTF-16 FILE goes through the file "
         "reader,\n"
-        "which merges no duplicates under CHANDESCRIPTIONS and shifts no evType under DAQvariables.\n\n" +
-        app.get_footer());
-    return [options] { return convert(*options); };
+        "which merges no duplicates under CHANDESCRIPTIONS and shifts no evType under DAQvariables.\n",
+        {
+            {"FILE", &options->file, "Document to read; - is standard input", argument::REQUIRED},
+            {"--to",
+             &options->to,
+             "Form to write, see below",
+             argument::REQUIRED,
+             {"chandescriptions", "daqvariables", "table", "summary", "envindexdict"}},
+            {"-o,--output", &options->output, "File to write, replaced only when all is done (default: -)"},
+            {"--shift", &options->shift, "Turn event and data type numbers into masks"},
+            {"--keep-duplicates", &options->keep_duplicates,
+             "Merge no channels of one property while reading"},
+            {"--layout",
+             &options->layout,
+             "Cut names at 79 bytes (classic) or 255 (2010, the default)",
+             argument::OPTIONAL,
+             {"classic", "2010"}},
+        },
+        [options] { return convert(*options); }};
 }

@@ -3,12 +3,12 @@
 #include <vector>
 
 #include "chan_selector.h"
-#include "command.h"
 #include "document.h"
 #include "each_file.h"
 #include "failure.h"
 #include "output.h"
 #include "standard_streams.h"
+#include "subcommand.h"
 #include "text_table.h"
 #include "type_names.h"
 
@@ -89,32 +89,41 @@ int select_channels(const select_options &options) {
     return status;
 }
 
-/// Accepts the texts that `number_of` knows.
-CLI::Validator known(int (*number_of)(const std::string &), const std::string &what) {
-    return CLI::Validator(
-        [=](const std::string &text) {
-            return number_of(text) < 0 ? "no " + what + ": " + text : std::string();
-        },
-        "TYPE");
+/// Returns a check that refuses texts for which `number_of` knows no number.
+std::function<std::string(const std::string &)> known(int (*number_of)(const std::string &),
+                                                      const std::string &what) {
+    return [=](const std::string &text) {
+        return number_of(text) < 0 ? "no " + what + ": " + text : std::string();
+    };
 }
 
 } // namespace
 
-command_action declare_select(CLI::App &app) {
+subcommand select_subcommand() {
     auto options = std::make_shared<select_options>();
-    app.add_option("FILE", options->files, "Channel descriptions; - is standard input")->required();
-    app.add_option("--event", options->event, "Only channels of this event type, by name (ENV) or number (4)")
-        ->check(known(event_type_of, "event type"));
-    app.add_option("--block", options->block,
-                   "Only channels with data of this block type, by name (BLOCK_BPM) or number (6)")
-        ->check(known(block_type_of, "block type"));
-    app.add_flag("--slow", options->slow, "Only slow channels: event type BOR, EOR, ENV or UPD");
-    app.add_flag("--ml", options->ml, "Only channels of the ML class");
-    app.add_option("--channel", options->channel, "Only the channel with this name or property");
-    app.add_flag("--tabs", options->tabs, "Separate columns by tabs, for programs");
-    app.footer(
+    return {
+        "select",
+        "Tell event types, data type, speed and class of channels",
         "All channels are listed that pass every test given. Answers go by name: channels of the same name\n"
-        "get those of the first. SUB is the number of sub-channels; - stands for no answer.\n\n" +
-        app.get_footer());
-    return [options] { return select_channels(*options); };
+        "get those of the first. SUB is the number of sub-channels; - stands for no answer.\n",
+        {
+            {"FILE", &options->files, "Channel descriptions; - is standard input", argument::REQUIRED},
+            {"--event",
+             &options->event,
+             "Only channels of this event type, by name (ENV) or number (4)",
+             argument::OPTIONAL,
+             {},
+             known(event_type_of, "event type")},
+            {"--block",
+             &options->block,
+             "Only channels with data of this block type, by name (BLOCK_BPM) or number (6)",
+             argument::OPTIONAL,
+             {},
+             known(block_type_of, "block type")},
+            {"--slow", &options->slow, "Only slow channels: event type BOR, EOR, ENV or UPD"},
+            {"--ml", &options->ml, "Only channels of the ML class"},
+            {"--channel", &options->channel, "Only the channel with this name or property"},
+            {"--tabs", &options->tabs, "Separate columns by tabs, for programs"},
+        },
+        [options] { return select_channels(*options); }};
 }

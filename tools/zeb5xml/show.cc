@@ -2,12 +2,12 @@
 #include <string>
 #include <vector>
 
-#include "command.h"
 #include "document_kinds.h"
 #include "each_file.h"
 #include "failure.h"
 #include "output.h"
 #include "standard_streams.h"
+#include "subcommand.h"
 #include "words.h"
 
 namespace {
@@ -30,10 +30,14 @@ int show(const std::string &path, bool with_heading) {
 
 } // namespace
 
-command_action declare_show(CLI::App &app) {
+subcommand show_subcommand() {
     auto files = std::make_shared<std::vector<std::string>>();
-    app.add_option("FILE", *files, "Documents of any kind; - is standard input")->required();
-    return [files] {
-        return each_file(*files, [&](const std::string &path) { return show(path, files->size() > 1); });
-    };
+    return {"show",
+            "List the records of documents of any kind",
+            "",
+            {{"FILE", files.get(), "Documents of any kind; - is standard input", argument::REQUIRED}},
+            [files] {
+                return each_file(*files,
+                                 [&](const std::string &path) { return show(path, files->size() > 1); });
+            }};
 }

@@ -5,7 +5,7 @@
 #include <string>
 #include <string_view>
 
-#include "channels/chan_descr_tags.h"
+#include "elements/chan_descr_tags.h"
 #include "readers/chan_descriptions_reader.h"
 #include "readers/channel_reading.h"
 #include "readers/daq_variables_reader.h"

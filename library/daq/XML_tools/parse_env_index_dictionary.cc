@@ -84,15 +84,27 @@ private:
         read_float(s.text(), r.entry_->data.*Field);
     }
 
+    static constexpr auto &published = env_index_dictionary_layout_elements<entry>::rows;
+
+    /// A row whose element the published rows keep in the same field.
+    template <auto... Fields> static consteval tag_row<store> row(std::string_view tag, store action) {
+        return {kept_in<Fields...>(published, tag), action};
+    }
+
+    template <auto Field> static consteval tag_row<store> delta_row(std::string_view tag) {
+        return row<&entry::data, Field>(tag, delta<Field>);
+    }
+
     static const auto &elements() {
         using block = decltype(entry::data);
         static constexpr tag_row<store> rows[] = {
             {env_tags[ENV_INDX_CHAN], begin_channel}, // in channel_row
-            {env_tags[ENV_INDX_INDX], index},
-            {env_tags[ENV_INDX_PROP], prop},
-            {env_tags[ENV_INDX_DABS], delta<&block::env_ch_abs_delta>},
-            {env_tags[ENV_INDX_DREL], delta<&block::env_ch_rel_delta>},
+            row<&entry::index>(env_tags[ENV_INDX_INDX], index),
+            row<&entry::data, &block::env_prop>(env_tags[ENV_INDX_PROP], prop),
+            delta_row<&block::env_ch_abs_delta>(env_tags[ENV_INDX_DABS]),
+            delta_row<&block::env_ch_rel_delta>(env_tags[ENV_INDX_DREL]),
         };
+        static_assert(has_names_of(rows, published));
         static constexpr tag_table table{rows};
         return table;
     }

@@ -5,6 +5,7 @@
 #include <memory>
 #include <string_view>
 
+#include "elements/event_list_elements.h"
 #include "readers/documents.h"
 #include "steps/tag_table.h"
 #include "text/field_text.h"
@@ -13,8 +14,6 @@
 namespace {
 
 using namespace zeb5;
-
-constexpr char root_tag[] = "BMR";
 
 /// Appends a new entry, zero in every field but its type.
 zeb5_ev_entry *append_entry(std::vector<zeb5_ev_entry *> &list, ZEB5_EVTYPE type) {
@@ -28,10 +27,9 @@ zeb5_ev_entry *append_entry(std::vector<zeb5_ev_entry *> &list, ZEB5_EVTYPE type
 }
 
 zeb5_ev_sb_list *append_block(std::vector<zeb5_ev_sb_list *> &blocks, std::string_view name) {
-    constexpr std::size_t longest_name = 254; // Kept: one byte less than fits; consumers compare cut names
     auto channels = std::make_unique<std::vector<char *>>();
     auto block = std::make_unique<zeb5_ev_sb_list>();
-    copy_text(block->sb_list, name.substr(0, longest_name));
+    copy_text(block->sb_list, name.substr(0, longest_block_name));
     block->ch_list = channels.get();
     blocks.push_back(block.get());
     (void)channels.release();
@@ -114,18 +112,34 @@ private:
         read_unsigned(s.text(), r.entry_->min_ev_time.*Field);
     }
 
+    /// A row whose element the published rows keep in the same field.
+    template <auto... Fields>
+    static consteval tag_row<element> filling_row(std::string_view tag,
+                                                  void (*action)(self &, const step &)) {
+        return {kept_in<Fields...>(event_list_rows, tag), {TYPE_SEEN, FILLS_ENTRY, action}};
+    }
+
+    template <auto Field> static consteval tag_row<element> number_row(std::string_view tag) {
+        return filling_row<Field>(tag, number<Field>);
+    }
+
+    template <auto Field> static consteval tag_row<element> time_row(std::string_view tag) {
+        return filling_row<&zeb5_ev_entry::min_ev_time, Field>(tag, min_time<Field>);
+    }
+
     static const auto &elements() {
         static constexpr tag_row<element> rows[] = {
-            {"EVENT", {OUTSIDE, MARKS, event}},
-            {"TYPE", {IN_EVENT, MARKS, type}},
-            {"SBLOCK", {TYPE_SEEN, FILLS_ENTRY, server_block}},
-            {"CHLIST", {TYPE_SEEN, MARKS, channel_list}},
-            {"CHAN", {TYPE_SEEN, FILLS_ENTRY, channel}},
-            {"TMASK", {TYPE_SEEN, FILLS_ENTRY, number<&zeb5_ev_entry::tmask>}},
-            {"MINTIMESEC", {TYPE_SEEN, FILLS_ENTRY, min_time<&time_stamp::timeup>}},
-            {"MINTIMEUSEC", {TYPE_SEEN, FILLS_ENTRY, min_time<&time_stamp::timelow>}},
-            {"PRIORITY", {TYPE_SEEN, FILLS_ENTRY, number<&zeb5_ev_entry::priority>}},
+            {event_tags::event, {OUTSIDE, MARKS, event}},
+            {kept_in<&zeb5_ev_entry::evtype>(event_list_rows, event_tags::type), {IN_EVENT, MARKS, type}},
+            filling_row<&zeb5_ev_sb_list::sb_list>(event_tags::server_block, server_block),
+            {event_tags::channel_list, {TYPE_SEEN, MARKS, channel_list}},
+            {event_tags::channel, {TYPE_SEEN, FILLS_ENTRY, channel}},
+            number_row<&zeb5_ev_entry::tmask>(event_tags::trigger_mask),
+            time_row<&time_stamp::timeup>(event_tags::seconds),
+            time_row<&time_stamp::timelow>(event_tags::microseconds),
+            number_row<&zeb5_ev_entry::priority>(event_tags::priority),
         };
+        static_assert(has_names_of(rows, event_list_rows));
         static constexpr tag_table table{rows};
         return table;
     }
@@ -155,9 +169,9 @@ template <class Document> int read_ev_list(char *source, std::vector<zeb5_ev_ent
     if (!list)
         return 1;
     return walk_document<Document>(source, [list](document_steps &steps, std::string_view root) {
-        if (root != root_tag) {
+        if (root != event_tags::root) {
             std::fprintf(stderr, "WRONG root tag: %.*s must be '%s'\n", static_cast<int>(root.size()),
-                         root.data(), root_tag);
+                         root.data(), event_tags::root);
             return 1;
         }
         event_list_reader reader(*list);

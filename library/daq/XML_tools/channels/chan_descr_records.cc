@@ -6,7 +6,7 @@
 #include <memory>
 
 #include "channels/chan_descr_parts.h"
-#include "channels/chan_descr_tags.h"
+#include "elements/chan_descr_tags.h"
 #include "parse_chan_descr.h"
 #include "text/field_text.h"
 

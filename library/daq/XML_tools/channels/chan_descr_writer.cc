@@ -8,9 +8,9 @@
 #include <unistd.h>
 
 #include "channels/chan_descr_parts.h"
-#include "channels/chan_descr_tags.h"
 #include "channels/chan_descriptions_writer.h"
 #include "channels/daq_variables_writer.h"
+#include "elements/chan_descr_tags.h"
 #include "parse_chan_descr.h"
 #include "text/name_index.h"
 #include "text/output_file.h"

@@ -6,59 +6,35 @@ namespace {
 
 // Axes of spectra and images, which are given apart from the records
 
-enum parameter_number {
-    DIM_START,
-    DIM_INC,
-    DIM_NDATA,
-    DIM_GROUPS,
-    DIM_GROUP_INC,
-    DIM_XSTART,
-    DIM_WIDTH,
-    DIM_YSTART,
-    DIM_XBIN,
-    DIM_HEIGHT,
-    DIM_YBIN,
-    DIM_BPP,
-    DIM_EBITPP,
-    DIM_UNSIGNED,
-    DIM_PARAMETERS
-};
-
-constexpr const char *tagspectprms[] = {
-    "DIM_START",  "DIM_INC",  "DIM_NDATA",  "DIM_GROUPS", "DIM_GROUP_INC", "DIM_XSTART", "DIM_WIDTH",
-    "DIM_YSTART", "DIM_XBIN", "DIM_HEIGHT", "DIM_YBIN",   "DIM_BPP",       "DIM_EBITPP", "DIM_UNSIGNED",
-};
-static_assert(sizeof tagspectprms / sizeof tagspectprms[0] == DIM_PARAMETERS, "one name for each");
-
-template <parameter_number Number> constexpr element_tags parameter_tag(tagspectprms[Number]);
+template <axis_number Number> constexpr element_tags axis_tag(axis_tags[Number]);
 
 void write_spectrum(xml_text &out, const zeb5_spect_header_2010 &axis) {
-    out.put_float(parameter_tag<DIM_START>, axis.start, "%e");
-    out.put_float(parameter_tag<DIM_INC>, axis.inc, "%e");
-    out.put(element<parameter_tag<DIM_NDATA>>(axis.ndata), element<parameter_tag<DIM_GROUPS>>(axis.groups));
-    out.put_float(parameter_tag<DIM_GROUP_INC>, axis.group_inc, "%e");
+    out.put_float(axis_tag<DIM_START>, axis.start, "%e");
+    out.put_float(axis_tag<DIM_INC>, axis.inc, "%e");
+    out.put(element<axis_tag<DIM_NDATA>>(axis.ndata), element<axis_tag<DIM_GROUPS>>(axis.groups));
+    out.put_float(axis_tag<DIM_GROUP_INC>, axis.group_inc, "%e");
 }
 
-template <parameter_number Number> void element_if(bool wanted, xml_text &out, std::int32_t value) {
+template <axis_number Number> void element_if(bool wanted, xml_text &out, std::int32_t value) {
     if (wanted)
-        out.put(element<parameter_tag<Number>>(value));
+        out.put(element<axis_tag<Number>>(value));
 }
 
-template <parameter_number Number> void element_if_positive(xml_text &out, float value) {
+template <axis_number Number> void element_if_positive(xml_text &out, float value) {
     if (value > 0.0F)
-        out.put_float(parameter_tag<Number>, value, "%e");
+        out.put_float(axis_tag<Number>, value, "%e");
 }
 
-template <parameter_number Number> void element_if_positive(xml_text &out, std::int32_t value) {
+template <axis_number Number> void element_if_positive(xml_text &out, std::int32_t value) {
     element_if<Number>(value > 0, out, value);
 }
 
 void write_image(xml_text &out, const zeb5_image_ext_frame_head &head) {
-    out.put(element<parameter_tag<DIM_XSTART>>(head.x_start),
-            element<parameter_tag<DIM_WIDTH>>(head.aoi_width >= 1 ? head.aoi_width : head.width));
+    out.put(element<axis_tag<DIM_XSTART>>(head.x_start),
+            element<axis_tag<DIM_WIDTH>>(head.aoi_width >= 1 ? head.aoi_width : head.width));
     element_if_positive<DIM_XBIN>(out, head.hbin);
-    out.put(element<parameter_tag<DIM_YSTART>>(head.y_start),
-            element<parameter_tag<DIM_HEIGHT>>(head.aoi_height >= 1 ? head.aoi_height : head.height));
+    out.put(element<axis_tag<DIM_YSTART>>(head.y_start),
+            element<axis_tag<DIM_HEIGHT>>(head.aoi_height >= 1 ? head.aoi_height : head.height));
     element_if_positive<DIM_YBIN>(out, head.vbin);
     element_if_positive<DIM_BPP>(out, head.bpp);
     element_if_positive<DIM_EBITPP>(out, head.ebitpp);

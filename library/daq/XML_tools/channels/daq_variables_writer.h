@@ -3,7 +3,7 @@
 
 /// Writes channels in the DAQvariables dialect.
 
-#include "channels/chan_descr_tags.h"
+#include "elements/chan_descr_tags.h"
 #include "parse_chan_descr.h"
 #include "text/xml_text.h"
 

@@ -1,16 +1,13 @@
 #ifndef ZEB5_ENV_INDEX_DICTIONARY_LAYOUTS_H
 #define ZEB5_ENV_INDEX_DICTIONARY_LAYOUTS_H
 
-/// What reader and writer of env index dictionaries share: the element names, each spelled once, and all that
-/// differs between the classic and the 2010 layout.
+/// What reader and writer of env index dictionaries share: the element names, and all that differs between
+/// the classic and the 2010 layout.
 
+#include "elements/env_index_dictionary_elements.h"
 #include "parse_env_index_dictionary.h"
 
 namespace zeb5 {
-
-/// Elements of the document, by their ENV_INDX_* number.
-inline constexpr const char *env_tags[] = {"ENVINDEXDICT", "CHANNEL", "INDEX", "PROP", "DABS", "DREL"};
-static_assert(sizeof env_tags / sizeof env_tags[0] == ENV_INDX_DREL + 1, "one name for each");
 
 struct env_layout_classic {
     using entry = zeb5_env_index_dictionary_entry;

@@ -1,6 +1,6 @@
 #include "readers/chan_descriptions_reader.h"
 
-#include "channels/chan_descr_tags.h"
+#include "elements/chan_descriptions_elements.h"
 #include "steps/tag_table.h"
 #include "text/field_text.h"
 
@@ -88,6 +88,27 @@ private:
         r.stat_->stat = to_int(s.text());
     }
 
+    /// A row whose element the published rows keep in the same field.
+    template <auto Field> static consteval tag_row<store> row(std::string_view tag, store action) {
+        return {kept_in<Field>(chan_descriptions_rows, tag), action};
+    }
+
+    template <auto Field> static consteval tag_row<store> number_row(std::string_view tag) {
+        return row<Field>(tag, number<Field>);
+    }
+
+    template <auto Field> static consteval tag_row<store> text_row(std::string_view tag) {
+        return row<Field>(tag, text<Field>);
+    }
+
+    template <auto Part, auto Field> static consteval tag_row<store> part_row(std::string_view tag) {
+        return row<Field>(tag, part_text<Part, Field>);
+    }
+
+    template <auto Part, auto Field> static consteval tag_row<store> description_row(std::string_view tag) {
+        return row<Field>(row<&chan_descr_2010::prop_desc>(tag, nullptr).tag, part_description<Part, Field>);
+    }
+
     static const auto &elements() {
         using c = chan_descr_2010;
         using b = bit_descr;
@@ -95,31 +116,32 @@ private:
         using t = stat_descr;
         static constexpr tag_row<store> rows[] = {
             {tags[TAG_CHANNEL][OF_CHANNEL], begin_channel}, // in channel_row
-            {tags[TAG_EVTYPE][OF_CHANNEL], ev_type},
-            {tags[TAG_STREAM][OF_CHANNEL], number<&c::stream>},
-            {tags[TAG_PROP][OF_CHANNEL], prop},
-            {tags[TAG_SB_NAME][OF_CHANNEL], text<&c::sb_name>},
-            {tags[TAG_DTYPE][OF_CHANNEL], dtype},
-            {tags[TAG_DB_KEY][OF_CHANNEL], number<&c::db_key>},
-            {tags[TAG_COUNT][OF_CHANNEL], number<&c::count>},
-            {tags[TAG_SETPOINT][OF_CHANNEL], number<&c::set_point>},
-            {tags[TAG_NAME][OF_CHANNEL], text<&c::daq_name>},
-            {tags[TAG_SUBSYSTEM][OF_CHANNEL], text<&c::subsystem>},
-            {tags[TAG_DESC][OF_CHANNEL], text<&c::prop_desc>},
-            {tags[TAG_UNITS][OF_CHANNEL], text<&c::units>},
-            {tags[TAG_SIZE][OF_CHANNEL], number<&c::max_size>},
-            {tags[TAG_PART][OF_CHANNEL], bit},
-            {tags[TAG_PART_NAME][OF_CHANNEL], part_text<&self::bit_, &b::bit_name>},
-            {tags[TAG_PART_DESCR][OF_CHANNEL], part_text<&self::bit_, &b::bit_desc>},
-            {tags[TAG_PART][OF_DIM], dim},
-            {tags[TAG_PART_NAME][OF_DIM], part_text<&self::dim_, &d::dim_name>},
-            {tags[TAG_PART_DESCR][OF_DIM], part_description<&self::dim_, &d::dim_desc>},
-            {tags[TAG_UNITS][OF_DIM], part_text<&self::dim_, &d::units>},
-            {tags[TAG_PART][OF_STAT], stat},
-            {tags[TAG_PART_NAME][OF_STAT], part_text<&self::stat_, &t::stat_name>},
-            {tags[TAG_PART_DESCR][OF_STAT], part_description<&self::stat_, &t::stat_desc>},
-            {tags[TAG_UNITS][OF_STAT], part_text<&self::stat_, &t::units>},
+            row<&c::ev_type>(tags[TAG_EVTYPE][OF_CHANNEL], ev_type),
+            number_row<&c::stream>(tags[TAG_STREAM][OF_CHANNEL]),
+            row<&c::prop_name>(tags[TAG_PROP][OF_CHANNEL], prop),
+            text_row<&c::sb_name>(tags[TAG_SB_NAME][OF_CHANNEL]),
+            row<&c::dtype>(tags[TAG_DTYPE][OF_CHANNEL], dtype),
+            number_row<&c::db_key>(tags[TAG_DB_KEY][OF_CHANNEL]),
+            number_row<&c::count>(tags[TAG_COUNT][OF_CHANNEL]),
+            number_row<&c::set_point>(tags[TAG_SETPOINT][OF_CHANNEL]),
+            text_row<&c::daq_name>(tags[TAG_NAME][OF_CHANNEL]),
+            text_row<&c::subsystem>(tags[TAG_SUBSYSTEM][OF_CHANNEL]),
+            text_row<&c::prop_desc>(tags[TAG_DESC][OF_CHANNEL]),
+            text_row<&c::units>(tags[TAG_UNITS][OF_CHANNEL]),
+            number_row<&c::max_size>(tags[TAG_SIZE][OF_CHANNEL]),
+            row<&b::bit>(tags[TAG_PART][OF_CHANNEL], bit),
+            part_row<&self::bit_, &b::bit_name>(tags[TAG_PART_NAME][OF_CHANNEL]),
+            part_row<&self::bit_, &b::bit_desc>(tags[TAG_PART_DESCR][OF_CHANNEL]),
+            row<&d::dim>(tags[TAG_PART][OF_DIM], dim),
+            part_row<&self::dim_, &d::dim_name>(tags[TAG_PART_NAME][OF_DIM]),
+            description_row<&self::dim_, &d::dim_desc>(tags[TAG_PART_DESCR][OF_DIM]),
+            part_row<&self::dim_, &d::units>(tags[TAG_UNITS][OF_DIM]),
+            row<&t::stat>(tags[TAG_PART][OF_STAT], stat),
+            part_row<&self::stat_, &t::stat_name>(tags[TAG_PART_NAME][OF_STAT]),
+            description_row<&self::stat_, &t::stat_desc>(tags[TAG_PART_DESCR][OF_STAT]),
+            part_row<&self::stat_, &t::units>(tags[TAG_UNITS][OF_STAT]),
         };
+        static_assert(has_names_of(rows, chan_descriptions_rows));
         static constexpr tag_table table{rows};
         return table;
     }

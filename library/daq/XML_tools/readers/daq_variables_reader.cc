@@ -4,7 +4,7 @@
 #include <optional>
 #include <string>
 
-#include "channels/chan_descr_tags.h"
+#include "elements/daq_variables_elements.h"
 #include "steps/tag_table.h"
 #include "text/field_text.h"
 #include "text/number_text.h"
@@ -120,6 +120,24 @@ private:
         return std::nullopt;
     }
 
+    /// A row of any channel whose element the published rows keep in the same field.
+    template <auto Field> static consteval tag_row<element> row(std::string_view tag, store action) {
+        return {kept_in<Field>(daq_variables_rows, tag), {ANY, WITH_TEXT, action}};
+    }
+
+    template <auto Field> static consteval tag_row<element> text_row(std::string_view tag) {
+        return row<Field>(tag, text<Field>);
+    }
+
+    template <auto OfDimension, auto OfChannel>
+    static consteval tag_row<element> part_row(std::string_view tag) {
+        return row<OfDimension>(row<OfChannel>(tag, nullptr).tag, part_text<OfDimension, OfChannel>);
+    }
+
+    template <auto Field> static consteval std::string_view kept(std::string_view tag) {
+        return kept_in<Field>(daq_variables_rows, tag);
+    }
+
     static const auto &elements() {
         using c = chan_descr_2010;
         using d = dim_descr;
@@ -127,18 +145,19 @@ private:
             {daq_tags::float_channel, {BEGINS_CHANNEL, ALWAYS, begin<FLOAT>}},
             {daq_tags::bits_channel, {BEGINS_CHANNEL, ALWAYS, begin<BITS>}},
             {daq_tags::matrix_channel, {BEGINS_CHANNEL, ALWAYS, begin<MATRIX>}},
-            {daq_tags::ev_type, {ANY, WITH_TEXT, ev_type}},
-            {daq_tags::prop, {ANY, WITH_TEXT, prop}},
-            {daq_tags::daq_name, {ANY, WITH_TEXT, text<&c::daq_name>}},
-            {daq_tags::subsystem, {ANY, WITH_TEXT, text<&c::subsystem>}},
-            {daq_tags::set_point, {ANY, WITH_TEXT, set_point}},
-            {daq_tags::description, {ANY, WITH_TEXT, part_text<&d::dim_desc, &c::prop_desc>}},
-            {daq_tags::units, {ANY, WITH_TEXT, part_text<&d::units, &c::units>}},
-            {daq_tags::last_index, {ANY, WITH_TEXT, last_index}},
-            {daq_tags::bit, {BITS, ALWAYS, bit}},
-            {daq_tags::dim, {MATRIX, ALWAYS, dim}},
-            {daq_tags::dim_name, {MATRIX, WITH_TEXT, dim_name}},
+            row<&c::ev_type>(daq_tags::ev_type, ev_type),
+            row<&c::prop_name>(daq_tags::prop, prop),
+            text_row<&c::daq_name>(daq_tags::daq_name),
+            text_row<&c::subsystem>(daq_tags::subsystem),
+            row<&c::set_point>(daq_tags::set_point, set_point),
+            part_row<&d::dim_desc, &c::prop_desc>(daq_tags::description),
+            part_row<&d::units, &c::units>(daq_tags::units),
+            row<&c::max_size>(daq_tags::last_index, last_index),
+            {kept<&bit_descr::bit_name>(daq_tags::bit), {BITS, ALWAYS, bit}},
+            {kept<&d::dim>(daq_tags::dim), {MATRIX, ALWAYS, dim}},
+            {kept<&d::dim_name>(daq_tags::dim_name), {MATRIX, WITH_TEXT, dim_name}},
         };
+        static_assert(has_names_of(rows, daq_variables_rows));
         static constexpr tag_table table{rows};
         return table;
     }

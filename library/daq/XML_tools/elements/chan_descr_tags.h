@@ -54,6 +54,33 @@ inline constexpr const char *tags[][TAG_LEVELS] = {
 };
 static_assert(sizeof tags / sizeof tags[0] == TAG_NUMBERS, "one row for each name");
 
+/// Axes of spectra and images, which the writer adds to a dimension.
+enum axis_number {
+    DIM_START,
+    DIM_INC,
+    DIM_NDATA,
+    DIM_GROUPS,
+    DIM_GROUP_INC,
+    DIM_XSTART,
+    DIM_WIDTH,
+    DIM_YSTART,
+    DIM_XBIN,
+    DIM_HEIGHT,
+    DIM_YBIN,
+    DIM_BPP,
+    DIM_EBITPP,
+    DIM_UNSIGNED,
+    AXIS_NUMBERS
+};
+inline constexpr const char *axis_tags[] = {
+    "DIM_START",  "DIM_INC",  "DIM_NDATA",  "DIM_GROUPS", "DIM_GROUP_INC", "DIM_XSTART", "DIM_WIDTH",
+    "DIM_YSTART", "DIM_XBIN", "DIM_HEIGHT", "DIM_YBIN",   "DIM_BPP",       "DIM_EBITPP", "DIM_UNSIGNED",
+};
+static_assert(sizeof axis_tags / sizeof axis_tags[0] == AXIS_NUMBERS, "one name for each");
+
+/// The date of writing, which stands first in a document.
+inline constexpr char date_tag[] = "isodate";
+
 /// Elements of the DAQvariables dialect.
 namespace daq_tags {
 inline constexpr char root[] = "DAQvariables";

@@ -1,0 +1,153 @@
+/// The command line of `check`: formats, options and exit statuses.
+
+#include <filesystem>
+
+#include <gtest/gtest.h>
+
+#include "support/command_runner.h"
+
+namespace {
+
+const char faulty[] = "<CHANDESCRIPTIONS>\n"
+                      "<CHANNEL><PROP>P</PROP><NAME>N</NAME><EVTYPE>268435456</EVTYPE></CHANNEL>\n"
+                      "<CHANNEL><PROP>Q</PROP><NAME>N</NAME>\n"
+                      "  <UNTS>V</UNTS><SIZE>2O48</SIZE>\n"
+                      "</CHANNEL>\n"
+                      "</CHANDESCRIPTIONS>\n";
+const char noted[] = "<CHANDESCRIPTIONS><CHANNEL><PROP>P</PROP></CHANNEL></CHANDESCRIPTIONS>";
+
+const std::string note_line =
+    "faulty.xml:2:38: note: channel 'P': <EVTYPE>: no name is known for event type 28 [unnamed-type]\n";
+const std::string unknown_line =
+    "faulty.xml:4:3: warning: channel 'Q': no reader knows <UNTS>; did you mean <UNITS>? [unknown-element]\n";
+const std::string tail_line =
+    "faulty.xml:4:17: error: channel 'Q': <SIZE>: 'O48' after the number is ignored; "
+    "the reader keeps 2 [number-tail]\n";
+
+class Check : public testing::Test {
+protected:
+    Check() {
+        folder.write("faulty.xml", faulty);
+        folder.write("noted.xml", noted);
+        folder.write("clean.xml", "<BMR/>");
+    }
+    command_result run(std::vector<std::string> arguments, const std::string &input = "") const {
+        arguments.insert(arguments.begin(), "check");
+        return folder.run(arguments, input);
+    }
+
+    command_folder folder;
+};
+
+TEST_F(Check, TellsOneLineForEachFinding) {
+    EXPECT_EQ(run({"faulty.xml", "clean.xml"}),
+              (command_result{1, note_line + unknown_line + tail_line,
+                              "zeb5xml: 2 files checked: 1 error, 1 warning, 1 note\n"}));
+    EXPECT_EQ(run({"clean.xml"}), (command_result{0, "", "zeb5xml: 1 file checked: nothing found\n"}));
+}
+
+TEST_F(Check, NotesFailOnlyWhenItIsStrict) {
+    const std::string line =
+        "noted.xml:1:19: note: channel 'P': there is no <NAME>: a writer names the channel "
+        "'!!!UNDEFINED!!!' [missing-name]\n";
+    const std::string summary = "zeb5xml: 1 file checked: 0 errors, 0 warnings, 1 note\n";
+    EXPECT_EQ(run({"noted.xml"}), (command_result{0, line, summary}));
+    EXPECT_EQ(run({"noted.xml", "--strict"}), (command_result{1, line, summary}));
+}
+
+TEST_F(Check, SelectsAndIgnoresRules) {
+    const std::string one_error = "zeb5xml: 1 file checked: 1 error, 0 warnings, 0 notes\n";
+    EXPECT_EQ(run({"faulty.xml", "--select", "number-tail,doctype"}),
+              (command_result{1, tail_line, one_error}));
+    EXPECT_EQ(run({"--ignore", "unnamed-type,unknown-element", "faulty.xml"}),
+              (command_result{1, tail_line, one_error}));
+    EXPECT_EQ(run({"faulty.xml", "--select", "doctype"}),
+              (command_result{0, "", "zeb5xml: 1 file checked: nothing found\n"}));
+    EXPECT_EQ(run({"faulty.xml", "--ignore", "number-tial"}),
+              (command_result{2, "",
+                              "zeb5xml: --ignore: no such rule: number-tial; did you mean 'number-tail'?\n"
+                              "Try: zeb5xml check --help\n"}));
+}
+
+TEST_F(Check, PrintsJson) {
+    folder.write("a\"b\n.xml", "<OTHER/>");
+    EXPECT_EQ(
+        run({"--format", "json", "a\"b\n.xml", "faulty.xml", "--ignore", "unknown-element"}),
+        (command_result{
+            1,
+            "[\n"
+            "  {\"file\": \"a\\\"b\\u000a.xml\", \"line\": 1, \"column\": 1, \"severity\": \"error\", "
+            "\"rule\": "
+            "\"wrong-root\", \"message\": \"the root <OTHER> is none of CHANDESCRIPTIONS, DAQvariables, BMR "
+            "and "
+            "ENVINDEXDICT, and no camera feature is in it\"},\n"
+            "  {\"file\": \"faulty.xml\", \"line\": 2, \"column\": 38, \"severity\": \"note\", \"rule\": "
+            "\"unnamed-type\", \"message\": \"channel 'P': <EVTYPE>: no name is known for event type 28\"},\n"
+            "  {\"file\": \"faulty.xml\", \"line\": 4, \"column\": 17, \"severity\": \"error\", \"rule\": "
+            "\"number-tail\", \"message\": \"channel 'Q': <SIZE>: 'O48' after the number is ignored; the "
+            "reader "
+            "keeps 2\"}\n"
+            "]\n",
+            ""}));
+    EXPECT_EQ(run({"--format", "json", "clean.xml"}), (command_result{0, "[\n]\n", ""}));
+}
+
+TEST_F(Check, PrintsCommandsOfAWorkflow) {
+    folder.write("50%,a.xml", "<BMR a='100%'/>");
+    EXPECT_EQ(
+        run({"--format", "github", "50%,a.xml", "faulty.xml"}),
+        (command_result{
+            1,
+            "::warning file=50%25%2Ca.xml,line=1,col=6,title=ignored-attribute::no reader looks at the "
+            "attribute 'a' of <BMR>\n"
+            "::notice file=faulty.xml,line=2,col=38,title=unnamed-type::channel 'P': <EVTYPE>: no name is "
+            "known for event type 28\n"
+            "::warning file=faulty.xml,line=4,col=3,title=unknown-element::channel 'Q': no reader knows "
+            "<UNTS>; did you mean <UNITS>?\n"
+            "::error file=faulty.xml,line=4,col=17,title=number-tail::channel 'Q': <SIZE>: 'O48' after the "
+            "number is ignored; the reader keeps 2\n",
+            ""}));
+}
+
+TEST_F(Check, TellsFilesThatItCannotReadAndGoesOn) {
+    std::filesystem::create_directory(folder.path("folder"));
+    EXPECT_EQ(run({"missing.xml", "folder", "noted.xml", "--ignore", "unreadable,missing-name"}),
+              (command_result{2,
+                              "missing.xml:1:1: error: No such file or directory [unreadable]\n"
+                              "folder:1:1: error: Is a directory [unreadable]\n",
+                              "zeb5xml: 3 files checked: 2 errors, 0 warnings, 0 notes\n"}));
+}
+
+TEST_F(Check, ReadsStandardInputAndUtf16FromIt) {
+    std::string wide = "\xff\xfe";
+    for (const char c : std::string("<BMR>\n<X/></BMR>"))
+        wide += std::string{c, '\0'};
+    EXPECT_EQ(run({"-"}, wide),
+              (command_result{1, "standard input:2:1: warning: no reader knows <X> [unknown-element]\n",
+                              "zeb5xml: 1 file checked: 0 errors, 1 warning, 0 notes\n"}));
+}
+
+TEST_F(Check, WantsAFileUnlessItListsItsRules) {
+    EXPECT_EQ(run({}), (command_result{2, "", "zeb5xml: FILE is required\nTry: zeb5xml check --help\n"}));
+    const command_result rules = run({"--rules"});
+    EXPECT_EQ(rules.status, 0);
+    EXPECT_EQ(rules.err, "");
+    EXPECT_TRUE(
+        rules.out.starts_with("unreadable (error): the file cannot be opened or read, or is longer than "
+                              "128 MiB\n    zeb5xml check missing.xml\n"))
+        << rules.out;
+    EXPECT_NE(rules.out.find("\ncut-field (error): the text is longer than its field\n"
+                             "    <UNITS>millimetres of water</UNITS>\n"),
+              std::string::npos);
+}
+
+TEST_F(Check, FindsNothingInTheExamples) {
+    std::vector<std::string> files;
+    for (const auto &file : std::filesystem::directory_iterator(EXAMPLES_DIR))
+        if (file.path().extension() == ".xml")
+            files.push_back(file.path());
+    EXPECT_EQ(files.size(), 5U);
+    EXPECT_EQ(run(files), (command_result{0, "", "zeb5xml: 5 files checked: nothing found\n"}));
+}
+
+} // namespace

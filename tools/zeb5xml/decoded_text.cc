@@ -1,0 +1,151 @@
+#include "decoded_text.h"
+
+#include <algorithm>
+#include <cctype>
+#include <cstdint>
+
+namespace {
+
+constexpr char32_t replacement = 0xFFFD;
+
+void append_character(std::string &text, char32_t c) {
+    const auto put = [&text](char32_t byte) { text += static_cast<char>(byte); };
+    if (c < 0x80)
+        return put(c);
+    if (c < 0x800)
+        put(0xC0 | c >> 6);
+    else if (c < 0x10000) {
+        put(0xE0 | c >> 12);
+        put(0x80 | (c >> 6 & 0x3F));
+    } else {
+        put(0xF0 | c >> 18);
+        put(0x80 | (c >> 12 & 0x3F));
+        put(0x80 | (c >> 6 & 0x3F));
+    }
+    put(0x80 | (c & 0x3F));
+}
+
+unsigned char byte_at(std::string_view bytes, std::size_t at) {
+    return at < bytes.size() ? static_cast<unsigned char>(bytes[at]) : 0;
+}
+
+/// Returns the length of the character of UTF-8 that starts at `at`; 0 when it is malformed.
+std::size_t character_length(std::string_view bytes, std::size_t at) {
+    const unsigned char first = byte_at(bytes, at), second = byte_at(bytes, at + 1);
+    if (first < 0x80)
+        return 1;
+    const std::size_t length = first < 0xC2 ? 0 : first < 0xE0 ? 2 : first < 0xF0 ? 3 : first < 0xF5 ? 4 : 0;
+    for (std::size_t i = 1; i < length; ++i)
+        if ((byte_at(bytes, at + i) & 0xC0) != 0x80)
+            return 0;
+    const bool is_overlong = (first == 0xE0 && second < 0xA0) || (first == 0xF0 && second < 0x90);
+    const bool is_outside = (first == 0xED && second > 0x9F) || (first == 0xF4 && second > 0x8F);
+    return is_overlong || is_outside ? 0 : length;
+}
+
+std::string hexadecimal(unsigned char byte) {
+    constexpr char digits[] = "0123456789ABCDEF";
+    return {'0', 'x', digits[byte >> 4], digits[byte & 15]};
+}
+
+void note_malformed(decoded_text &result, unsigned char byte) {
+    if (result.malformed != decoded_text::none)
+        return;
+    result.malformed = result.text.size();
+    result.malformed_bytes = hexadecimal(byte);
+}
+
+void decode_utf_8(decoded_text &result, std::string_view bytes) {
+    for (std::size_t at = 0; at < bytes.size();) {
+        const std::size_t length = character_length(bytes, at);
+        if (length == 0) {
+            note_malformed(result, byte_at(bytes, at++));
+            append_character(result.text, replacement);
+        } else {
+            result.text.append(bytes, at, length);
+            at += length;
+        }
+    }
+}
+
+/// `high` is the place of the higher byte in each pair of bytes.
+void decode_utf_16(decoded_text &result, std::string_view bytes, std::size_t high) {
+    const auto unit = [&](std::size_t at) {
+        return static_cast<char32_t>(byte_at(bytes, at + high) << 8 | byte_at(bytes, at + 1 - high));
+    };
+    for (std::size_t at = 0; at < bytes.size(); at += 2) {
+        const char32_t first = unit(at);
+        const bool is_surrogate = first >= 0xD800 && first < 0xE000;
+        const char32_t second = is_surrogate && at + 4 <= bytes.size() ? unit(at + 2) : 0;
+        if (!is_surrogate && at + 2 <= bytes.size()) {
+            append_character(result.text, first);
+        } else if (first < 0xDC00 && second >= 0xDC00 && second < 0xE000) {
+            append_character(result.text, 0x10000 + ((first - 0xD800) << 10) + (second - 0xDC00));
+            at += 2;
+        } else {
+            note_malformed(result, byte_at(bytes, at));
+            append_character(result.text, replacement);
+        }
+    }
+}
+
+void decode_single_bytes(decoded_text &result, std::string_view bytes) {
+    bool is_utf_8 = true; // so far, beyond ASCII
+    for (std::size_t at = 0, next = 0; at < bytes.size(); ++at) {
+        const unsigned char byte = byte_at(bytes, at);
+        if (byte >= 0x80 && at >= next && is_utf_8) {
+            const std::size_t length = character_length(bytes, at);
+            is_utf_8 = length > 1;
+            next = at + length;
+            if (is_utf_8 && result.mislabelled == decoded_text::none)
+                result.mislabelled = result.text.size();
+        }
+        append_character(result.text, byte);
+    }
+    if (!is_utf_8)
+        result.mislabelled = decoded_text::none;
+}
+
+/// Returns what the XML declaration at the beginning says about the encoding.
+std::string encoding_label(std::string_view text) {
+    if (text.substr(0, 5) != "<?xml")
+        return "";
+    const std::string_view declaration = text.substr(0, std::min(text.find("?>"), std::size_t{1000}));
+    const std::size_t name = declaration.find("encoding");
+    const std::size_t quote = declaration.find_first_of("\"'", name == declaration.npos ? name : name + 8);
+    if (name == declaration.npos || quote == declaration.npos)
+        return "";
+    const std::size_t end = declaration.find(declaration[quote], quote + 1);
+    return std::string(declaration.substr(quote + 1, std::min(end, declaration.size()) - quote - 1));
+}
+
+bool is_utf_8_label(std::string label) {
+    std::transform(label.begin(), label.end(), label.begin(),
+                   [](unsigned char c) { return static_cast<char>(std::tolower(c)); });
+    return label.empty() || label == "utf-8" || label == "utf8";
+}
+
+} // namespace
+
+decoded_text decode(std::string_view bytes) {
+    using namespace std::string_view_literals;
+    decoded_text result;
+    const std::string_view start = bytes.substr(0, 2);
+    if (start == "\xFF\xFE"sv || start == "\xFE\xFF"sv) {
+        decode_utf_16(result, bytes.substr(2), start == "\xFF\xFE"sv ? 1 : 0);
+    } else if (start == "<\0"sv || start == "\0<"sv) {
+        decode_utf_16(result, bytes, start == "<\0"sv ? 1 : 0);
+    } else {
+        const bool has_mark = bytes.substr(0, 3) == "\xEF\xBB\xBF"sv;
+        const std::string_view content = bytes.substr(has_mark ? 3 : 0);
+        result.label = encoding_label(content);
+        result.text.reserve(content.size());
+        if (has_mark || is_utf_8_label(result.label))
+            decode_utf_8(result, content);
+        else
+            decode_single_bytes(result, content);
+        return result;
+    }
+    result.label = encoding_label(result.text);
+    return result;
+}

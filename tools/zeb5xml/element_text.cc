@@ -1,0 +1,156 @@
+#include "element_text.h"
+
+#include <algorithm>
+#include <cctype>
+#include <charconv>
+#include <cstdint>
+
+namespace {
+
+struct known_entity {
+    std::string_view reference;
+    char character;
+};
+constexpr known_entity known_entities[] = {
+    {"&amp;", '&'}, {"&lt;", '<'}, {"&gt;", '>'}, {"&quot;", '"'}, {"&apos;", '\''}};
+
+void append_utf_8(std::string &text, std::uint32_t c) {
+    const auto put = [&text](std::uint32_t byte) { text += static_cast<char>(byte); };
+    if (c < 0x80)
+        return put(c);
+    if (c >= 0x10000)
+        put(0xF0 | c >> 18);
+    if (c >= 0x800)
+        put(c >= 0x10000 ? 0x80 | (c >> 12 & 0x3F) : 0xE0 | c >> 12);
+    put(c >= 0x800 ? 0x80 | (c >> 6 & 0x3F) : 0xC0 | c >> 6);
+    put(0x80 | (c & 0x3F));
+}
+
+/// Appends the character that a reference stands for. Returns false for an entity of the document's own,
+/// which is appended as it is written.
+bool append_reference(std::string &text, std::string_view reference) {
+    for (const known_entity &entity : known_entities)
+        if (reference == entity.reference) {
+            text += entity.character;
+            return true;
+        }
+    if (reference.substr(0, 2) == "&#") {
+        const bool is_hex = reference.substr(2, 1) == "x";
+        std::uint32_t number = 0;
+        std::from_chars(reference.data() + (is_hex ? 3 : 2), reference.data() + reference.size(), number,
+                        is_hex ? 16 : 10);
+        append_utf_8(text, std::min(number, std::uint32_t{0x10FFFF}));
+        return true;
+    }
+    text += reference;
+    return false;
+}
+
+/// Appends a text with the line ends that a parser makes of it.
+void append_lines(std::string &text, std::string_view written) {
+    for (std::size_t at = 0; at < written.size(); ++at) {
+        if (written[at] != '\r')
+            text += written[at];
+        else if (written.substr(at + 1, 1) != "\n")
+            text += '\n';
+    }
+}
+
+const char *cause_of(text_piece::kind what) {
+    return what == text_piece::REFERENCE ? "a reference"
+           : what == text_piece::CDATA   ? "a CDATA section"
+                                         : "a comment or an instruction";
+}
+
+void add_cause(std::string &causes, const char *cause) {
+    if (causes.find(cause) == causes.npos)
+        causes.append(causes.empty() ? "" : ", ").append(cause);
+}
+
+} // namespace
+
+element_text text_of(const outline &document, const outline_element &element) {
+    element_text result;
+    std::size_t end_of_last = 0; // of the last piece that is not blank, if an aside follows it
+    bool aside_seen = false;
+    for (std::size_t i = 0; i < element.pieces; ++i) {
+        const text_piece &piece = document.pieces[element.first_piece + i];
+        const std::size_t start = result.whole.size();
+        if (piece.what == text_piece::REFERENCE)
+            result.has_entity |= !append_reference(result.whole, piece.text);
+        else if (piece.what != text_piece::ASIDE)
+            append_lines(result.whole, piece.text);
+        const bool is_aside = piece.what == text_piece::ASIDE;
+        if (element.pieces > 1) {
+            if (!is_aside && result.piece_starts.empty())
+                result.begins_blank = result.is_blank();
+            if (!is_aside)
+                result.piece_starts.push_back(start);
+            if (piece.what != text_piece::TEXT)
+                add_cause(result.causes, cause_of(piece.what));
+        }
+        aside_seen = aside_seen || is_aside;
+        if (!is_aside && (!aside_seen || !trimmed(std::string_view(result.whole).substr(start)).empty()))
+            end_of_last = result.whole.size();
+    }
+    constexpr std::size_t most_at_once = std::size_t{1} << 20; // characters that the parser hands over
+    if (result.whole.size() > most_at_once && !result.is_split()) {
+        result.piece_starts.push_back(0);
+        result.causes = "its length";
+    }
+    result.begins_blank = result.begins_blank && end_of_last > 0 && !result.is_blank();
+    result.whole.resize(end_of_last); // blanks behind a comment belong to no value
+    return result;
+}
+
+std::string attribute_value(std::string_view written) {
+    std::string value;
+    for (std::size_t at = 0; at < written.size();) {
+        const std::size_t end = written[at] == '&' ? written.find(';', at) : written.npos;
+        if (end == written.npos) {
+            const bool is_blank = written[at] == '\t' || written[at] == '\n' || written[at] == '\r';
+            value += is_blank ? ' ' : written[at];
+            ++at;
+        } else {
+            append_reference(value, written.substr(at, end + 1 - at));
+            at = end + 1;
+        }
+    }
+    return value;
+}
+
+std::string in_quotes(std::string_view text) {
+    constexpr std::size_t most = 40;
+    std::size_t end = std::min(text.size(), most);
+    while (end > 0 && end < text.size() && (text[end] & 0xC0) == 0x80)
+        --end; // not within a character
+    std::string result = "'";
+    for (const char c : text.substr(0, end)) {
+        constexpr char digits[] = "0123456789ABCDEF";
+        const auto byte = static_cast<unsigned char>(c);
+        if (c == '\n')
+            result += "\\n";
+        else if (c == '\t')
+            result += "\\t";
+        else if (c == '\r')
+            result += "\\r";
+        else if (byte < 0x20 || byte == 0x7F)
+            result.append("\\x").append(1, digits[byte >> 4]).append(1, digits[byte & 15]);
+        else
+            result += c;
+    }
+    return result + (end < text.size() ? "...'" : "'");
+}
+
+std::string in_tag(std::string_view name) { return "<" + std::string(name.substr(0, 60)) + ">"; }
+
+std::string what_is_kept(std::string_view name, const element_text &text, std::string_view kept) {
+    return "the text of " + in_tag(name) + " comes in pieces (" + text.causes + "): the reader keeps " +
+           (kept.empty() ? "nothing of it" : "only " + in_quotes(kept));
+}
+
+std::string_view trimmed(std::string_view text) {
+    constexpr std::string_view blanks = " \t\r\n";
+    const std::size_t from = std::min(text.find_first_not_of(blanks), text.size());
+    return text.substr(from, text.find_last_not_of(blanks) + 1 - from);
+}

@@ -1,0 +1,71 @@
+#include "element_text.h"
+#include "number_faults.h"
+#include "record_tree.h"
+
+namespace {
+
+using zeb5::element_row;
+using zeb5::value_kind;
+
+std::string_view as_kept(const element_row &row, std::string_view text) {
+    return row.size == 0 ? text : text.substr(0, row.size - 1);
+}
+
+/// Whether the reader may have taken `kept` from the text, or from one of its pieces.
+bool may_be_text(const element_row &row, std::string_view kept, const element_text &text) {
+    if (kept == as_kept(row, text.whole) || text.has_entity)
+        return true;
+    return text.is_split() && !kept.empty() && text.whole.find(kept) != std::string::npos;
+}
+
+bool may_be_number(const element_row &row, double kept, const element_text &text) {
+    if (kept == number_read(row, text.whole) || text.has_entity)
+        return true;
+    // A piece, or a reference with the text behind it, or all that is left
+    const std::string_view whole = text.whole;
+    for (std::size_t i = 0; i < text.piece_starts.size(); ++i)
+        for (std::size_t end = i + 1; end <= i + 3; ++end) {
+            const bool is_last = end >= text.piece_starts.size() || end == i + 3;
+            const std::size_t start = text.piece_starts[i];
+            const std::size_t length = is_last ? whole.npos : text.piece_starts[end] - start;
+            if (kept == number_read(row, whole.substr(start, length)))
+                return true;
+        }
+    return false;
+}
+
+bool may_be_of(const checked_document &document, const element_row &row, const void *part,
+               std::size_t number) {
+    const outline_element &element = document.content.elements[number];
+    if (!row.attribute.empty())
+        return row.number(part) == number_read(row, number_text(document, row, number));
+    const element_text text = text_of(document.content, element);
+    return row.text ? may_be_text(row, row.text(part), text) : may_be_number(row, row.number(part), text);
+}
+
+} // namespace
+
+const void *next_part(const checked_document &document, tree_record &owner, int level, const element_row &row,
+                      std::size_t element) {
+    const zeb5::part_access part = document.kind.levels[static_cast<std::size_t>(level)].part;
+    const void *const around = owner.row ? owner.made : document.list;
+    std::size_t &taken = owner.taken[static_cast<std::size_t>(level)];
+    if (!around)
+        return nullptr;
+    // An element whose number is in an attribute makes one part at each step that delivers it
+    const std::size_t most = row.attribute.empty() ? 1 : 3;
+    const void *found = nullptr;
+    for (std::size_t ahead = 0; ahead < most; ++ahead) {
+        const void *const next = part(around, taken);
+        const bool is_renamed =
+            !owner.row && next && next == part(around, taken + 1); // by a further identity
+        if (!next || !(is_renamed || may_be_of(document, row, next, element)))
+            break;
+        found = next;
+        ++taken;
+        const bool has_text = row.value == value_kind::TEXT && row.text;
+        if (has_text && !row.text(next).empty())
+            break; // the step with the text comes last
+    }
+    return found;
+}

@@ -1,0 +1,37 @@
+#ifndef ZEB5XML_SUBCOMMAND_H
+#define ZEB5XML_SUBCOMMAND_H
+
+#include <functional>
+#include <string>
+#include <string_view>
+#include <variant>
+#include <vector>
+
+/// One argument of a subcommand. The type of `target` says how it is given: a bool is a flag, a text takes
+/// one value, and a list takes all values up to the next option.
+struct argument {
+    const char *names; // "-o,--output"; without a dash ("FILE") it is known by its position
+    std::variant<bool *, std::string *, std::vector<std::string> *> target;
+    const char *help;
+    enum need { OPTIONAL, REQUIRED } need = OPTIONAL;
+    std::vector<std::string> words = {}; // what the value may be; empty: anything
+    /// Returns why a value is refused, or an empty text; not called when it is empty.
+    std::function<std::string(const std::string &)> refusal = {};
+};
+
+/// A subcommand: what its command line may hold, and what it does.
+struct subcommand {
+    const char *name;
+    const char *summary;
+    std::string details; // printed by --help after the arguments; examples come last
+    std::vector<argument> arguments;
+    std::function<int()> run; // called when all targets hold what was given; returns an exit status
+};
+
+// Each returns its subcommand. The targets of the arguments live as long as its `run`.
+subcommand show_subcommand();
+subcommand convert_subcommand();
+subcommand select_subcommand();
+subcommand check_subcommand();
+
+#endif
