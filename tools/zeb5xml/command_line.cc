@@ -9,15 +9,9 @@
 #include "nearest.h"
 #include "output.h"
 #include "standard_streams.h"
+#include "words.h"
 
 namespace {
-
-std::string joined(const std::vector<std::string> &words) {
-    std::string text;
-    for (const std::string &word : words)
-        text.append(text.empty() ? "" : ", ").append(word);
-    return text;
-}
 
 /// Accepts only the words of an argument.
 CLI::Validator one_of(const std::vector<std::string> &words) {
@@ -26,7 +20,7 @@ CLI::Validator one_of(const std::vector<std::string> &words) {
             for (const std::string &word : words)
                 if (text == word)
                     return std::string();
-            return "'" + text + "' is none of " + joined(words) + did_you_mean(text, words);
+            return "'" + text + "' is none of " + joined(words, ", ") + did_you_mean(text, words);
         },
         "");
 }

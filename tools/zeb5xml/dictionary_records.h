@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "parse_env_index_dictionary.h"
+#include "record_types.h"
 
 /// Releases each entry once: a dictionary may hold an entry twice.
 template <class Record> void free_entries(std::vector<Record *> *list) {
@@ -20,6 +21,7 @@ template <class Record> void free_entries(std::vector<Record *> *list) {
 struct dictionary_classic {
     using record = zeb5_env_index_dictionary_entry;
     using list = std::vector<record *>;
+    static constexpr const record_type &type = classic_dictionary_entry_type;
     static int read_file(char *path, list *entries) { return parse_env_index_dict_readf(path, entries); }
     static int read_text(char *text, list *entries) { return parse_env_index_dict_list_read(text, entries); }
     static int write(list *entries, char *file_name, int mode, std::string *xml) {
@@ -31,6 +33,7 @@ struct dictionary_classic {
 struct dictionary_2010 {
     using record = zeb5_env_index_dictionary_entry_2010;
     using list = std::vector<record *>;
+    static constexpr const record_type &type = dictionary_entry_type;
     static int read_file(char *path, list *entries) { return parse_env_index_dict_readf_2010(path, entries); }
     static int read_text(char *text, list *entries) {
         return parse_env_index_dict_list_read_2010(text, entries);

@@ -6,6 +6,7 @@
 #include "failure.h"
 #include "parse_chan_descr.h"
 #include "parse_ev_list.h"
+#include "record_types.h"
 #include "standard_streams.h"
 #include "started_parser.h"
 #include "zeb5_gige_descr.h"
@@ -15,6 +16,7 @@ namespace {
 struct channel_family {
     using record = chan_descr_2010;
     using list = std::vector<record *>;
+    static constexpr const record_type &type = channel_type;
     static int read_file(char *path, list *records) {
         return zeb5_load_master_daq_channel_description_file(records, path);
     }
@@ -28,6 +30,7 @@ struct channel_family {
 struct event_family {
     using record = zeb5_ev_entry;
     using list = std::vector<record *>;
+    static constexpr const record_type &type = event_entry_type;
     static int read_file(char *path, list *records) { return zeb5_parse_ev_list_readf(path, records); }
     static int read_text(char *text, list *records) { return zeb5_parse_ev_list_read(text, records); }
     static void print(const list *records) { zeb5_print_ev_list(records); }
@@ -52,6 +55,7 @@ struct dictionary_family : dictionary_2010 { // the layout with room for all nam
 struct camera_family {
     using record = ZEB5GigEFeature;
     using list = std::vector<record *>;
+    static constexpr const record_type &type = feature_type;
     static int read_file(char *path, list *records) {
         return zeb5_fill_gige_descr(path, records);
     } // true: failed
@@ -67,14 +71,26 @@ template <class Family> class family_list : public record_list {
 public:
     ~family_list() override { Family::clean(&records_); }
     int read(document &source) override {
-        return source.regular_file ? Family::read_file(source.path.data(), &records_)
-                                   : Family::read_text(source.text.data(), &records_);
+        const int problems = source.regular_file ? Family::read_file(source.path.data(), &records_)
+                                                 : Family::read_text(source.text.data(), &records_);
+        kept_ = records_;
+        return problems;
     }
-    void print() const override { Family::print(&records_); }
-    size_t size() const override { return records_.size(); }
+    void print() const override { Family::print(&kept_); }
+    size_t size() const override { return kept_.size(); }
+    record at(size_t place) const override { return record_from(kept_[place], Family::type); }
+    const record_type &type() const override { return Family::type; }
+    void append(const record &fields) override {
+        records_.push_back(static_cast<typename Family::record *>(struct_from(fields, Family::type)));
+        kept_.push_back(records_.back());
+    }
+    void keep(const std::function<bool(const ::record &)> &wanted) override {
+        std::erase_if(kept_, [&](const void *one) { return !wanted(record_from(one, Family::type)); });
+    }
 
 private:
-    typename Family::list records_;
+    typename Family::list records_; // owned
+    typename Family::list kept_;
 };
 
 template <class Family> std::unique_ptr<record_list> make() {
@@ -82,12 +98,14 @@ template <class Family> std::unique_ptr<record_list> make() {
 }
 
 const document_kind kinds[] = {
-    {"CHANDESCRIPTIONS", CHANNELS, "channel descriptions", "channels", make<channel_family>},
-    {"DAQvariables", CHANNELS, "channel descriptions", "channels", make<channel_family>},
-    {"BMR", EVENTS, "event list", "entries", make<event_family>},
-    {"ENVINDEXDICT", DICTIONARY, "env index dictionary", "entries", make<dictionary_family>},
+    {"CHANDESCRIPTIONS", CHANNELS, "channel descriptions", "channels", &channel_type, make<channel_family>},
+    {"DAQvariables", CHANNELS, "channel descriptions", "channels", &channel_type, make<channel_family>},
+    {"BMR", EVENTS, "event list", "entries", &event_entry_type, make<event_family>},
+    {"ENVINDEXDICT", DICTIONARY, "env index dictionary", "entries", &dictionary_entry_type,
+     make<dictionary_family>},
 };
-const document_kind camera_kind = {nullptr, CAMERA, "camera file", "features", make<camera_family>};
+const document_kind camera_kind = {nullptr,    CAMERA,        "camera file",
+                                   "features", &feature_type, make<camera_family>};
 
 /// Returns the name of the root element; empty when there is none or the parser reports an error up to it.
 std::string root_of(document &source) {

@@ -17,8 +17,8 @@ size_t changes(std::string_view a, std::string_view b) {
     for (size_t i = 1; i <= a.size(); ++i) {
         row[0] = i;
         for (size_t j = 1; j <= b.size(); ++j) {
-            row[j] = std::min({above[j] + 1, row[j - 1] + 1,
-                               above[j - 1] + (same_letter(a[i - 1], b[j - 1]) ? 0 : 1)});
+            row[j] = std::min(
+                {above[j] + 1, row[j - 1] + 1, above[j - 1] + (same_letter(a[i - 1], b[j - 1]) ? 0 : 1)});
             if (i > 1 && j > 1 && same_letter(a[i - 1], b[j - 2]) && same_letter(a[i - 2], b[j - 1]))
                 row[j] = std::min(row[j], before[j - 2] + 1);
         }

@@ -11,6 +11,23 @@ void write_all(int fd, const std::string &text, const std::string &name);
 
 void write_standard_output(const std::string &text);
 
+/// Gathers small pieces of text for standard output and writes them in large ones.
+class output_buffer {
+public:
+    void add(const std::string &text) {
+        text_ += text;
+        if (text_.size() >= 65'536)
+            flush();
+    }
+    void flush() {
+        write_standard_output(text_);
+        text_.clear();
+    }
+
+private:
+    std::string text_;
+};
+
 /// Closes standard output, which some file systems use to report a failed write.
 void close_standard_output();
 

@@ -2,10 +2,10 @@
 #include <string>
 #include <vector>
 
-#include "document_kinds.h"
 #include "each_file.h"
 #include "failure.h"
 #include "output.h"
+#include "read_records.h"
 #include "standard_streams.h"
 #include "subcommand.h"
 #include "words.h"
@@ -14,17 +14,11 @@ namespace {
 
 /// Lists the records that could be read, even from a faulty document: a process would get them, too.
 int show(const std::string &path, bool with_heading) {
-    document source = read_document(path);
-    const document_kind &kind = kind_of(source);
-    std::unique_ptr<record_list> records = kind.make();
-    int problems = 0;
-    run_library(source.name, [&] { problems = records->read(source); });
+    const read_records records(path);
     if (with_heading)
-        write_standard_output("==> " + source.name + " <==\n");
-    write_standard_output(held_output({1}, [&] { records->print(); }));
-    if (problems != 0)
-        throw failure(STATUS_DOCUMENT, source.name + ": not read without errors: only " +
-                                           counted(records->size(), kind.records) + " listed");
+        write_standard_output("==> " + records.source.name + " <==\n");
+    write_standard_output(held_output({1}, [&] { records.list->print(); }));
+    records.require_all("only " + counted(records.list->size(), records.kind.records) + " listed");
     return STATUS_DONE;
 }
 

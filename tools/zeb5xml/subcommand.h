@@ -7,8 +7,8 @@
 #include <variant>
 #include <vector>
 
-/// One argument of a subcommand. The type of `target` says how it is given: a bool is a flag, a text takes one
-/// value, and a list takes all values up to the next option.
+/// One argument of a subcommand. The type of `target` says how it is given: a bool is a flag, a text takes
+/// one value, and a list takes all values up to the next option.
 struct argument {
     const char *names; // "-o,--output"; without a dash ("FILE") it is known by its position
     std::variant<bool *, std::string *, std::vector<std::string> *> target;
@@ -30,6 +30,7 @@ struct subcommand {
 
 // Each returns its subcommand. The targets of the arguments live as long as its `run`.
 subcommand show_subcommand();
+subcommand export_subcommand();
 subcommand convert_subcommand();
 subcommand select_subcommand();
 subcommand check_subcommand();
