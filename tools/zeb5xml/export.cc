@@ -100,8 +100,7 @@ private:
 
 int run_export(const export_options &options) {
     exporter all(format_of(options.format), options.files.size() > 1);
-    const int status =
-        each_file(options.files, [&](const std::string &path) { return all.add(path); });
+    const int status = each_file(options.files, [&](const std::string &path) { return all.add(path); });
     all.finish();
     return status;
 }
@@ -110,14 +109,19 @@ int run_export(const export_options &options) {
 
 subcommand export_subcommand() {
     auto options = std::make_shared<export_options>();
-    return {"export",
-            "Write every field of the records for other programs, as JSON or as a table",
-            "jsonl is one JSON object a line, json one array of them. csv (RFC 4180) and tsv have a heading and one\n"
-            "row a record; bits, dimensions and server blocks are JSON in one cell. Fields have the names of the\n"
-            "record structs; masks and types have their names beside them. Several FILEs add a column or member\n"
-            "\"source\". Texts are UTF-8; those of a field whose bytes are not UTF-8 are taken as\n"
-            "ISO-8859-1, and \"latin_1\" lists these fields. `zeb5xml convert --from json` reads jsonl and json again.\n",
-            {{"FILE", &options->files, "Documents of any kind; - is standard input", argument::REQUIRED},
-             {"--format", &options->format, "Form to write (default: jsonl)", argument::OPTIONAL, format_names()}},
-            [options] { return run_export(*options); }};
+    return {
+        "export",
+        "Write every field of the records for other programs, as JSON or as a table",
+        "jsonl is one JSON object a line, json one array of them. csv (RFC 4180) and tsv have a heading and "
+        "one\n"
+        "row a record; bits, dimensions and server blocks are JSON in one cell. Fields have the names of "
+        "the\n"
+        "record structs; masks and types have their names beside them. Several FILEs add a column or member\n"
+        "\"source\". Texts are UTF-8; those of a field whose bytes are not UTF-8 are taken as\n"
+        "ISO-8859-1, and \"latin_1\" lists these fields. `zeb5xml convert --from json` reads jsonl and json "
+        "again.\n",
+        {{"FILE", &options->files, "Documents of any kind; - is standard input", argument::REQUIRED},
+         {"--format", &options->format, "Form to write (default: jsonl)", argument::OPTIONAL,
+          format_names()}},
+        [options] { return run_export(*options); }};
 }

@@ -91,6 +91,6 @@ template <class Parser> std::vector<cut_value> walk(Parser &parser, const std::s
 
 } // namespace
 
-std::vector<cut_value> find_cut_values(document &source, const std::string &root) {
+std::vector<cut_value> find_cut_values(const document &source, const std::string &root) {
     return with_started_parser(source, [&](auto &parser) { return walk(parser, root); });
 }

@@ -17,6 +17,6 @@ struct cut_value {
 };
 
 /// Finds cut values in a document with this root element. The document must be readable without errors.
-std::vector<cut_value> find_cut_values(document &source, const std::string &root);
+std::vector<cut_value> find_cut_values(const document &source, const std::string &root);
 
 #endif

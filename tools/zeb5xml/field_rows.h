@@ -14,9 +14,7 @@
 namespace field_rows {
 
 template <class> struct member;
-template <class Struct, class Type> struct member<Type Struct::*> {
-    using owner = Struct;
-};
+template <class Struct, class Type> struct member<Type Struct::*> { using owner = Struct; };
 
 /// The member at the end of the path.
 template <auto First, auto... Rest> auto &reach(auto &owner) {
@@ -37,12 +35,9 @@ using type_at = std::remove_reference_t<decltype(in<Path...>(static_cast<void *>
 /// An integer, or an event type.
 template <auto... Path> constexpr field_row number(const char *name, field_kind kind = NUMBER) {
     using type = type_at<Path...>;
-    field_row row = {name, kind,
-                     [](const void *from) { return value{static_cast<std::int64_t>(in<Path...>(from))}; },
-                     [](void *to, const value &content) {
-                         in<Path...>(to) = static_cast<type>(content.number());
-                     },
-                     1};
+    field_row row = {
+        name, kind, [](const void *from) { return value{static_cast<std::int64_t>(in<Path...>(from))}; },
+        [](void *to, const value &content) { in<Path...>(to) = static_cast<type>(content.number()); }, 1};
     if constexpr (std::is_same_v<type, ZEB5_EVTYPE>) {
         row.highest = ZEB5_EV_EVMAX;
     } else {
@@ -54,9 +49,7 @@ template <auto... Path> constexpr field_row number(const char *name, field_kind 
 
 template <auto... Path> constexpr field_row decimal(const char *name) {
     return {name, REAL, [](const void *from) { return value{real{in<Path...>(from)}}; },
-            [](void *to, const value &content) {
-                in<Path...>(to) = std::get<real>(content.content).number;
-            },
+            [](void *to, const value &content) { in<Path...>(to) = std::get<real>(content.content).number; },
             1};
 }
 
@@ -78,9 +71,7 @@ template <size_t Unused, auto... Path> constexpr field_row bounded_text(const ch
     row.capacity = sizeof(array) - Unused;
     return row;
 }
-template <auto... Path> constexpr field_row text(const char *name) {
-    return bounded_text<1, Path...>(name);
-}
+template <auto... Path> constexpr field_row text(const char *name) { return bounded_text<1, Path...>(name); }
 
 template <auto Member> constexpr field_row free_text(const char *name) {
     return {name, TEXT, [](const void *from) { return value{in<Member>(from)}; },

@@ -15,8 +15,8 @@ std::string json_text(const std::string &text, text_encoding encoding = UTF_8);
 std::string json_text(const value &one, const field_row &row);
 
 /// The record as one object on one line, without a line end: its kind, its fields with the names of masks and
-/// types behind them, and "latin_1" with the names of the fields taken as ISO-8859-1, if any. A source that is
-/// not empty comes first.
+/// types behind them, and "latin_1" with the names of the fields taken as ISO-8859-1, if any. A source that
+/// is not empty comes first.
 std::string json_text(const record &fields, const record_type &type, const std::string &source = "");
 
 /// A float in the fewest digits that give it back.

@@ -4,7 +4,7 @@
 #include "standard_streams.h"
 
 read_records::read_records(const std::string &path)
-    : source(read_document(path)), kind(kind_of(source)), list(kind.make()), problems(0) {
+    : source(read_document(path)), kind(kind_of(source)), list(kind.make({})), problems(0) {
     run_library(source.name, [&] { problems = list->read(source); });
 }
 

@@ -73,7 +73,8 @@ struct field_row {
 struct record_type {
     const char *name; // "channel"
     std::span<const field_row> rows;
-    void *(*make)(); // a new record as its reader makes it, without parts
+    void *(*make)();                          // a new record as its reader makes it, without parts
+    record (*fresh)(const record_type &type); // the fields of such a record
 
     const field_row &identity() const { return rows.front(); }
     /// Place of the row with this name; the number of rows when there is none.

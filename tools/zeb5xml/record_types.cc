@@ -15,6 +15,11 @@ using namespace field_rows;
 
 template <class Struct> void *make_new() { return new Struct(); }
 
+template <class Struct> record fresh(const record_type &type) {
+    const Struct one{};
+    return record_from(&one, type);
+}
+
 // Channels
 
 constexpr field_row bit_rows[] = {
@@ -22,7 +27,7 @@ constexpr field_row bit_rows[] = {
     text<&bit_descr::bit_name>("bit_name"),
     text<&bit_descr::bit_desc>("bit_desc"),
 };
-constexpr record_type bit_type = {"bit", bit_rows, make_new<bit_descr>};
+constexpr record_type bit_type = {"bit", bit_rows, make_new<bit_descr>, fresh<bit_descr>};
 
 constexpr field_row stat_rows[] = {
     number<&stat_descr::stat>("stat"),
@@ -30,7 +35,7 @@ constexpr field_row stat_rows[] = {
     text<&stat_descr::stat_desc>("stat_desc"),
     text<&stat_descr::units>("units"),
 };
-constexpr record_type stat_type = {"statistic", stat_rows, make_new<stat_descr>};
+constexpr record_type stat_type = {"statistic", stat_rows, make_new<stat_descr>, fresh<stat_descr>};
 
 constexpr field_row dim_rows[] = {
     number<&dim_descr::dim>("dim"),
@@ -39,7 +44,7 @@ constexpr field_row dim_rows[] = {
     text<&dim_descr::units>("units"),
     counted_parts<&dim_descr::stats, &dim_descr::nstats, stat_type>("stats"),
 };
-constexpr record_type dim_type = {"dimension", dim_rows, make_new<dim_descr>};
+constexpr record_type dim_type = {"dimension", dim_rows, make_new<dim_descr>, fresh<dim_descr>};
 
 constexpr field_row channel_rows[] = {
     selected_by("--channel", text<&chan_descr_2010::prop_name>("prop_name")),
@@ -65,11 +70,13 @@ constexpr field_row server_block_rows[] = {
     bounded_text<2, &zeb5_ev_sb_list::sb_list>("sb_list"), // readers cut it at 254 bytes
     names<&zeb5_ev_sb_list::ch_list>("ch_list"),
 };
-constexpr record_type server_block_type = {"server block", server_block_rows, []() -> void * {
+constexpr record_type server_block_type = {"server block", server_block_rows,
+                                           []() -> void * {
                                                auto *block = new zeb5_ev_sb_list();
                                                block->ch_list = new std::vector<char *>;
                                                return block;
-                                           }};
+                                           },
+                                           fresh<zeb5_ev_sb_list>};
 
 constexpr field_row event_entry_rows[] = {
     selected_by("--event", number<&zeb5_ev_entry::evtype>("evtype", EVENT_TYPE)),
@@ -153,13 +160,16 @@ constexpr field_row feature_rows[] = {
 
 } // namespace
 
-const record_type channel_type = {"channel", channel_rows, make_new<chan_descr_2010>};
-const record_type event_entry_type = {"event", event_entry_rows, []() -> void * {
+const record_type channel_type = {"channel", channel_rows, make_new<chan_descr_2010>, fresh<chan_descr_2010>};
+const record_type event_entry_type = {"event", event_entry_rows,
+                                      []() -> void * {
                                           auto *entry = new zeb5_ev_entry();
                                           entry->sb_list = new std::vector<zeb5_ev_sb_list *>;
                                           return entry;
-                                      }};
-const record_type classic_dictionary_entry_type = {"dictionary entry", classic_rows::rows,
-                                                   classic_rows::make};
-const record_type dictionary_entry_type = {"dictionary entry", rows_2010::rows, rows_2010::make};
-const record_type feature_type = {"feature", feature_rows, make_new<ZEB5GigEFeature>};
+                                      },
+                                      fresh<zeb5_ev_entry>};
+const record_type classic_dictionary_entry_type = {"dictionary entry", classic_rows::rows, classic_rows::make,
+                                                   fresh<zeb5_env_index_dictionary_entry>};
+const record_type dictionary_entry_type = {"dictionary entry", rows_2010::rows, rows_2010::make,
+                                           fresh<zeb5_env_index_dictionary_entry_2010>};
+const record_type feature_type = {"feature", feature_rows, make_new<ZEB5GigEFeature>, fresh<ZEB5GigEFeature>};

@@ -62,8 +62,7 @@ std::string yes_no(int answer) { return answer < 0 ? "" : answer ? "yes" : "no";
 /// Adds the channels of one document; those read before an error are kept.
 int read_source(chan_selector &selector, const std::string &path) {
     document source = read_document(path);
-    selector.change_mode(source.regular_file ? EXTR_FROM_FILE : EXTR_FROM_XML);
-    std::vector<char *> sources = {source.regular_file ? source.path.data() : source.text.data()};
+    std::vector<char *> sources = {source.path.data()};
     bool failed = false;
     run_library(source.name, [&] { failed = selector.set_descriptions(&sources, nullptr); });
     if (failed)

@@ -9,8 +9,8 @@ unsigned char byte_at(std::string_view bytes, size_t at) { return static_cast<un
 /// Length of the UTF-8 character at `at`; 0 when there is none.
 size_t character_length(std::string_view bytes, size_t at) {
     struct form {
-        unsigned char first, last;        // of the first byte
-        unsigned char lowest, highest;    // of the second byte
+        unsigned char first, last;     // of the first byte
+        unsigned char lowest, highest; // of the second byte
         size_t length;
     };
     static const form forms[] = {
