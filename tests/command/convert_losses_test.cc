@@ -41,22 +41,29 @@ struct loss_case {
 const loss_case loss_cases[] = {
     // The reader keeps the last piece
     {"chandescriptions", channel("<PROP>HALL&lt;2&gt;/CURRENT</PROP>"),
-     "zeb5xml: in.xml: line 1: the text of PROP comes in 3 pieces (entity or character reference): a reader keeps "
+     "zeb5xml: in.xml: line 1: the text of PROP comes in 3 pieces (entity or character reference): a reader "
+     "keeps "
      "only one of them\n"},
     // It once doubled at each pass
-    {"chandescriptions", channel("<PROP>A</PROP><UNITS>\xc2\xb5" "A</UNITS>"),
-     "zeb5xml: in.xml: A: units: \"\xc2\xb5" "A\" becomes \"\xc3\x82\xc2\xb5" "A\"\n"},
+    {"chandescriptions",
+     channel("<PROP>A</PROP><UNITS>\xc2\xb5"
+             "A</UNITS>"),
+     "zeb5xml: in.xml: A: units: \"\xc2\xb5"
+     "A\" becomes \"\xc3\x82\xc2\xb5"
+     "A\"\n"},
     {"daqvariables", channel("<PROP>\xc2\xb5</PROP>"),
      "zeb5xml: in.xml: \xc2\xb5: prop_name: \"\xc2\xb5\" becomes \"\xc3\x82\xc2\xb5\"\n"},
-    {"chandescriptions",
-     channel("<PROP>A</PROP><DESC>&amp;</DESC><BIT>1<BIT_NAME>&lt;</BIT_NAME></BIT>"),
+    {"chandescriptions", channel("<PROP>A</PROP><DESC>&amp;</DESC><BIT>1<BIT_NAME>&lt;</BIT_NAME></BIT>"),
      "zeb5xml: in.xml: A: prop_desc: \"&\" makes the document ill-formed, as it is written without escaping\n"
-     "zeb5xml: in.xml: A: bits.bit_name: \"<\" makes the document ill-formed, as it is written without escaping\n"},
+     "zeb5xml: in.xml: A: bits.bit_name: \"<\" makes the document ill-formed, as it is written without "
+     "escaping\n"},
     {"chandescriptions", channel("<PROP>A</PROP><UNITS>0123456789abcdef</UNITS>"),
      "zeb5xml: in.xml: the text of UNITS is 16 bytes long, cut at 15: '0123456789abcdef...'\n"},
     {"daqvariables", channel("<PROP>A</PROP><BIT>1<BIT_NAME>on</BIT_NAME></BIT>"),
-     "zeb5xml: in.xml: daqvariables changes bits in 1 channel, such as A: bits[1].bit_name: \"on\" becomes \"\"\n"},
-    {"envindexdict", "<ENVINDEXDICT><CHANNEL><INDEX>1</INDEX><PROP>P</PROP><DABS>1e-7</DABS></CHANNEL></ENVINDEXDICT>",
+     "zeb5xml: in.xml: daqvariables changes bits in 1 channel, such as A: bits[1].bit_name: \"on\" becomes "
+     "\"\"\n"},
+    {"envindexdict",
+     "<ENVINDEXDICT><CHANNEL><INDEX>1</INDEX><PROP>P</PROP><DABS>1e-7</DABS></CHANNEL></ENVINDEXDICT>",
      "zeb5xml: in.xml: index 1: env_ch_abs_delta: 1e-07 becomes 0\n"},
 };
 
@@ -79,21 +86,23 @@ TEST_F(ConvertLosses, AreNamedAndAcceptedWhenForced) {
 TEST_F(ConvertLosses, LeaveTheDocumentThatIsConvertedIntoItself) {
     const std::string document = channel("<PROP>A&amp;</PROP>");
     folder.write("in.xml", document);
-    EXPECT_EQ(folder.run({"convert", "in.xml", "--to", "chandescriptions", "-o", "in.xml"}),
-              (command_result{1, "",
-                              "zeb5xml: in.xml: line 1: the text of PROP comes in 2 pieces (entity or character "
-                              "reference): a reader keeps only one of them\n"
-                              "zeb5xml: in.xml: &: prop_name: \"&\" makes the document ill-formed, as it is "
-                              "written without escaping\n" +
-                                  std::string(refusal)}));
+    EXPECT_EQ(
+        folder.run({"convert", "in.xml", "--to", "chandescriptions", "-o", "in.xml"}),
+        (command_result{1, "",
+                        "zeb5xml: in.xml: line 1: the text of PROP comes in 2 pieces (entity or character "
+                        "reference): a reader keeps only one of them\n"
+                        "zeb5xml: in.xml: &: prop_name: \"&\" makes the document ill-formed, as it is "
+                        "written without escaping\n" +
+                            std::string(refusal)}));
     EXPECT_EQ(folder.text("in.xml"), document);
 }
 
 TEST_F(ConvertLosses, OfRecordsAreNamed) {
-    EXPECT_EQ(convert("<CHANDESCRIPTIONS><CHANNEL><PROP>A</PROP><NAME>N</NAME></CHANNEL>"
-                      "<CHANNEL><PROP>A</PROP><NAME>M</NAME></CHANNEL></CHANDESCRIPTIONS>",
-                      {"--to", "chandescriptions", "--keep-duplicates"}),
-              (command_result{1, "", "zeb5xml: in.xml: A (2): the record is left out\n" + std::string(refusal)}));
+    EXPECT_EQ(
+        convert("<CHANDESCRIPTIONS><CHANNEL><PROP>A</PROP><NAME>N</NAME></CHANNEL>"
+                "<CHANNEL><PROP>A</PROP><NAME>M</NAME></CHANNEL></CHANDESCRIPTIONS>",
+                {"--to", "chandescriptions", "--keep-duplicates"}),
+        (command_result{1, "", "zeb5xml: in.xml: A (2): the record is left out\n" + std::string(refusal)}));
 }
 
 TEST_F(ConvertLosses, ThatLieInTheFormAreNamedOnceAndAccepted) {
@@ -108,11 +117,13 @@ TEST_F(ConvertLosses, ThatLieInTheFormAreNamedOnceAndAccepted) {
             "zeb5xml: in.xml: daqvariables changes daq_name in 1 channel, such as A: daq_name: \"\" becomes "
             "\"!!!UNDEFINED!!!\"\n"
             "zeb5xml: in.xml: daqvariables changes stream in 2 channels, such as A: stream: 1 becomes 0\n"
-            "zeb5xml: in.xml: daqvariables changes dtype in 1 channel, such as A: dtype: 0x9 (0:ENV_BLOCK) becomes "
+            "zeb5xml: in.xml: daqvariables changes dtype in 1 channel, such as A: dtype: 0x9 (0:ENV_BLOCK) "
+            "becomes "
             "0x0\n"
             "zeb5xml: in.xml: daqvariables changes count in 1 channel, such as A: count: 3 becomes 0\n"
             "zeb5xml: in.xml: daqvariables changes db_key in 1 channel, such as A: db_key: 2 becomes -1\n"
-            "zeb5xml: in.xml: daqvariables changes sb_name in 1 channel, such as A: sb_name: \"S\" becomes \"\"\n"
+            "zeb5xml: in.xml: daqvariables changes sb_name in 1 channel, such as A: sb_name: \"S\" becomes "
+            "\"\"\n"
             "zeb5xml: in.xml: daqvariables changes dims.stats in 1 channel, such as A: dims[0].stats[1]: "
             "{\"stat\":1,\"stat_name\":\"\",\"stat_desc\":\"\",\"units\":\"\"} becomes nothing\n"}));
     EXPECT_TRUE(folder.text("out.xml").ends_with("</DAQvariables>\n\n"));

@@ -12,9 +12,9 @@ enum { FULL_TABLE = 1, XML_DOCUMENT = 2, SUMMARY_TABLE = 3 }; // modes of dump_c
 constexpr form_loss no_name = {"daq_name", true, "", "!!!UNDEFINED!!!"};
 constexpr form_loss chandescriptions_losses[] = {no_name};
 // A bit has one text in this form, and a reader makes two bits of each
-constexpr form_loss daqvariables_losses[] = {no_name,           {"stream", true},     {"dtype", true},
-                                             {"count", true},   {"db_key", true},     {"sb_name", true},
-                                             {"bits", false},   {"dims.stats", true}};
+constexpr form_loss daqvariables_losses[] = {no_name,         {"stream", true},    {"dtype", true},
+                                             {"count", true}, {"db_key", true},    {"sb_name", true},
+                                             {"bits", false}, {"dims.stats", true}};
 
 constexpr form forms[] = {
     {"chandescriptions", true, XML_DOCUMENT, 0, chandescriptions_losses},
@@ -50,8 +50,7 @@ struct channel_family {
         if (to.mode == XML_DOCUMENT)
             return dump_chan_desr(records, nullptr, to.mode, to.dialect, -1, &text, nullptr);
         memory_file table; // tables go to files only
-        const int result =
-            dump_chan_desr(records, table.path(), to.mode, to.dialect, -1, nullptr, nullptr);
+        const int result = dump_chan_desr(records, table.path(), to.mode, to.dialect, -1, nullptr, nullptr);
         text = table.text();
         return result;
     }
@@ -59,6 +58,10 @@ struct channel_family {
 
 } // namespace
 
-const record_kind channel_records = {
-    "channel descriptions", "channel descriptions", "channels", &channel_type, make_list<channel_family>,
-    forms,                  options};
+const record_kind channel_records = {"channel descriptions",
+                                     "channel descriptions",
+                                     "channels",
+                                     &channel_type,
+                                     make_list<channel_family>,
+                                     forms,
+                                     options};

@@ -3,13 +3,11 @@
 
 #include "document_kinds.h"
 #include "failure.h"
-#include "findings.h"
+#include "form_losses.h"
 #include "json_records.h"
-#include "output.h"
-#include "round_trip.h"
 #include "standard_streams.h"
 #include "subcommand.h"
-#include "words.h"
+#include "write_records.h"
 
 namespace {
 
@@ -36,12 +34,11 @@ struct records_read {
 };
 
 const form &form_of(const record_kind &kind, const convert_options &options, const std::string &name) {
-    const auto found = std::find_if(kind.forms.begin(), kind.forms.end(),
-                                    [&](const form &one) { return options.to == one.name; });
+    const form *found = form_named(kind, options.to);
     if (kind.forms.empty())
         throw failure(STATUS_DOCUMENT,
                       name + ": is " + kind.with_article + ", which can be shown, checked and exported only");
-    if (found == kind.forms.end())
+    if (!found)
         throw failure(STATUS_DOCUMENT, name + ": --to " + options.to + " is not for " + kind.with_article);
     return *found;
 }
@@ -57,13 +54,6 @@ void require_options_for(const record_kind &kind, const convert_options &options
             throw failure(STATUS_DOCUMENT, name + ": " + option + " is not for " + kind.with_article);
 }
 
-/// Whether a text field of the record or of its parts holds this many bytes.
-bool has_capacity(const record_type &type, size_t bytes) {
-    return std::any_of(type.rows.begin(), type.rows.end(), [&](const field_row &row) {
-        return row.part ? has_capacity(*row.part, bytes) : row.capacity == bytes;
-    });
-}
-
 records_read read_xml(const document &source, const convert_options &options) {
     const document_kind &kind = kind_of(source);
     form_of(kind, options, source.name); // refused before anything is read
@@ -73,13 +63,7 @@ records_read read_xml(const document &source, const convert_options &options) {
     run_library(source.name, [&] { problems = result.list->read_to_convert(source); });
     if (problems != 0)
         throw failure(STATUS_DOCUMENT, source.name + ": not read without errors: nothing written");
-    findings missed = find_missed_values(source, kind);
-    std::erase_if(missed.cut, [&](const missed_value &value) { // a field of another layout
-        return !has_capacity(result.list->type(), value.limit);
-    });
-    for (const std::vector<missed_value> *values : {&missed.split, &missed.cut})
-        for (const missed_value &value : *values)
-            result.losses += "zeb5xml: " + value.line;
+    result.losses = lost_in_reading(source, kind, result.list->type());
     return result;
 }
 
@@ -96,34 +80,13 @@ records_read read_json(const document &source, const convert_options &options) {
     return result;
 }
 
-/// Tells all losses. Throws failure when values are lost, unless it is forced.
-void tell_losses(const document &source, const std::string &read, const round_trip_losses &written,
-                 bool force) {
-    write_standard_error(read);
-    for (const texts *lines : {&written.accepted, &written.refused})
-        for (const std::string &line : *lines)
-            tell(source.name + ": " + line);
-    if (!force && !(read.empty() && written.refused.empty()))
-        throw failure(STATUS_DOCUMENT, source.name + ": nothing written, as values would be lost; --force "
-                                                     "writes all the same");
-}
-
 int convert(const convert_options &options) {
     const document source = read_document(options.file);
     const records_read records =
         options.from == "json" ? read_json(source, options) : read_xml(source, options);
     const form &to = form_of(*records.kind, options, source.name);
-    std::string text;
-    int result = 0;
-    run_library(source.name, [&] { result = records.list->write(to, text); });
-    if (result != 0)
-        throw failure(STATUS_OUTPUT, source.name + ": could not be put into that form, result " +
-                                         std::to_string(result) + " of the writer");
-    round_trip_losses losses;
-    if (to.is_document)
-        losses = find_losses(*records.list, *records.kind, conversion_of(options), to, text);
-    tell_losses(source, records.losses, losses, options.force);
-    write_output(options.output, text);
+    write_records({source.name, *records.kind, *records.list, conversion_of(options), to, records.losses},
+                  options.output, options.force, "; --force writes all the same");
     return STATUS_DONE;
 }
 

@@ -77,11 +77,17 @@ template <class Layout> struct dictionary_family {
 };
 
 std::unique_ptr<record_list> make(const conversion &how) {
-    return how.classic_layout ? make_list<dictionary_family<classic_layout>>(how)
-                              : make_list<dictionary_family<layout_2010>>(how); // which has room for all names
+    return how.classic_layout
+               ? make_list<dictionary_family<classic_layout>>(how)
+               : make_list<dictionary_family<layout_2010>>(how); // which has room for all names
 }
 
 } // namespace
 
-const record_kind dictionary_records = {
-    "env index dictionary", "an env index dictionary", "entries", &dictionary_entry_type, make, forms, options};
+const record_kind dictionary_records = {"env index dictionary",
+                                        "an env index dictionary",
+                                        "entries",
+                                        &dictionary_entry_type,
+                                        make,
+                                        forms,
+                                        options};

@@ -124,8 +124,7 @@ std::vector<difference> differences(const record &before, const record &after, c
 }
 
 std::string difference_text(const difference &one, const std::string &becomes) {
-    return one.path + ": " + side_text(one.was, *one.row) + " " + becomes + " " +
-           side_text(one.is, *one.row);
+    return one.path + ": " + side_text(one.was, *one.row) + " " + becomes + " " + side_text(one.is, *one.row);
 }
 
 void for_each_pair(const record_list &before, const record_list &after,

@@ -14,9 +14,9 @@
 
 /// One field that differs, or one part that only one of the records has.
 struct difference {
-    std::string path;        // "bits[3].bit_name"
-    std::string field;       // "bits.bit_name"
-    const field_row *row;    // of the field, or of the list of the part
+    std::string path;         // "bits[3].bit_name"
+    std::string field;        // "bits.bit_name"
+    const field_row *row;     // of the field, or of the list of the part
     std::optional<value> was; // a part stands alone in a list; nothing: it was not there
     std::optional<value> is;
 };
@@ -34,7 +34,8 @@ struct record_pair {
     std::optional<record> after;
 };
 
-/// Calls `action` for each record of two lists of one type, sorted by identity. Only one pair is held at a time.
+/// Calls `action` for each record of two lists of one type, sorted by identity. Only one pair is held at a
+/// time.
 void for_each_pair(const record_list &before, const record_list &after,
                    const std::function<void(const record_pair &)> &action);
 

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "failure.h"
+#include "form_losses.h"
 #include "standard_streams.h"
 #include "started_parser.h"
 
@@ -13,8 +14,11 @@ const record_kind *const record_kinds[] = {&channel_records, &event_records, &di
 
 const std::vector<document_kind> &kinds() {
     static const std::vector<document_kind> all = {
-        {channel_records, "CHANDESCRIPTIONS"}, {channel_records, "DAQvariables"}, {event_records, "BMR"},
-        {dictionary_records, "ENVINDEXDICT"},  {camera_records, nullptr},
+        {channel_records, "CHANDESCRIPTIONS", "chandescriptions"},
+        {channel_records, "DAQvariables", "daqvariables"},
+        {event_records, "BMR", nullptr},
+        {dictionary_records, "ENVINDEXDICT", "envindexdict"},
+        {camera_records, nullptr, nullptr},
     };
     return all;
 }
@@ -65,8 +69,7 @@ std::vector<std::string> form_names() {
 std::vector<const record_kind *> kinds_of_form(const std::string &name) {
     std::vector<const record_kind *> found;
     for (const record_kind *kind : record_kinds)
-        for (const form &one : kind->forms)
-            if (name == one.name)
-                found.push_back(kind);
+        if (form_named(*kind, name))
+            found.push_back(kind);
     return found;
 }

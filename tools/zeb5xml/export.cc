@@ -4,6 +4,7 @@
 
 #include "each_file.h"
 #include "failure.h"
+#include "filters.h"
 #include "json_text.h"
 #include "output.h"
 #include "read_records.h"
@@ -16,6 +17,7 @@ namespace {
 struct export_options {
     std::vector<std::string> files;
     std::string format = "jsonl";
+    record_filters filters;
 };
 
 /// A form in which records are exported: a heading for tables, the records, and what stands around them.
@@ -50,12 +52,15 @@ const export_format &format_of(const std::string &name) {
 /// Writes the records of all documents to standard output, one after the other.
 class exporter {
 public:
-    exporter(const export_format &format, bool with_source) : format_(format), with_source_(with_source) {
-        out_.add(format.begin);
+    explicit exporter(const export_options &options)
+        : format_(format_of(options.format)), with_source_(options.files.size() > 1),
+          filters_(options.filters) {
+        out_.add(format_.begin);
     }
 
     int add(const std::string &path) {
         const read_records records(path);
+        filters_.apply(*records.list, records.kind, records.source.name);
         require_same_table(records);
         for (size_t i = 0; i < records.list->size(); ++i)
             add(records.list->at(i), records.list->type(), with_source_ ? records.source.name : "");
@@ -93,13 +98,14 @@ private:
 
     const export_format &format_;
     const bool with_source_;
+    const record_filters &filters_;
     const record_type *type_ = nullptr; // of the table
     bool is_first_ = true;
     output_buffer out_;
 };
 
 int run_export(const export_options &options) {
-    exporter all(format_of(options.format), options.files.size() > 1);
+    exporter all(options);
     const int status = each_file(options.files, [&](const std::string &path) { return all.add(path); });
     all.finish();
     return status;
@@ -109,9 +115,13 @@ int run_export(const export_options &options) {
 
 subcommand export_subcommand() {
     auto options = std::make_shared<export_options>();
+    std::vector<argument> arguments = {
+        {"FILE", &options->files, "Documents of any kind; - is standard input", argument::REQUIRED},
+        {"--format", &options->format, "Form to write (default: jsonl)", argument::OPTIONAL, format_names()}};
+    for (const argument &one : options->filters.arguments())
+        arguments.push_back(one);
     return {
-        "export",
-        "Write every field of the records for other programs, as JSON or as a table",
+        "export", "Write every field of the records for other programs, as JSON or as a table",
         "jsonl is one JSON object a line, json one array of them. csv (RFC 4180) and tsv have a heading and "
         "one\n"
         "row a record; bits, dimensions and server blocks are JSON in one cell. Fields have the names of "
@@ -120,8 +130,5 @@ subcommand export_subcommand() {
         "\"source\". Texts are UTF-8; those of a field whose bytes are not UTF-8 are taken as\n"
         "ISO-8859-1, and \"latin_1\" lists these fields. `zeb5xml convert --from json` reads jsonl and json "
         "again.\n",
-        {{"FILE", &options->files, "Documents of any kind; - is standard input", argument::REQUIRED},
-         {"--format", &options->format, "Form to write (default: jsonl)", argument::OPTIONAL,
-          format_names()}},
-        [options] { return run_export(*options); }};
+        arguments, [options] { return run_export(*options); }};
 }

@@ -21,7 +21,8 @@ using nlohmann::json;
 }
 
 value number_from(const json &content, const field_row &row, const std::string &where) {
-    const double number = content.is_number() ? content.get<double>() : NAN; // exact for what fits into a field
+    const double number =
+        content.is_number() ? content.get<double>() : NAN; // exact for what fits into a field
     if (!(number == std::floor(number)))
         refuse(where, "is no whole number");
     if (number < static_cast<double>(row.lowest) || number > static_cast<double>(row.highest))
@@ -84,8 +85,8 @@ value value_from(const json &content, const field_row &row, bool is_latin_1, con
     if (row.kind == PARTS) {
         std::vector<record> parts;
         for (const json &one : list_from(content, where))
-            parts.push_back(record_from(one, *row.part, {},
-                                        where + "[" + std::to_string(parts.size()) + "]", is_latin_1));
+            parts.push_back(record_from(one, *row.part, {}, where + "[" + std::to_string(parts.size()) + "]",
+                                        is_latin_1));
         return {std::move(parts)};
     }
     return number_from(content, row, where);
@@ -131,8 +132,8 @@ record record_from(const json &object, const record_type &type, const texts &oth
         const field_row &row = type.rows[i];
         const bool is_named = std::find(in_latin_1.begin(), in_latin_1.end(), row.name) != in_latin_1.end();
         if (is_given(object, row.name))
-            fields.fields[i] = value_from(object[row.name], row, is_latin_1 || is_named,
-                                          where + ": " + row.name);
+            fields.fields[i] =
+                value_from(object[row.name], row, is_latin_1 || is_named, where + ": " + row.name);
     }
     return fields;
 }
@@ -140,7 +141,8 @@ record record_from(const json &object, const record_type &type, const texts &oth
 /// Takes one object after the other.
 class object_reader {
 public:
-    object_reader(const document &source, const std::vector<const record_kind *> &kinds, const conversion &how)
+    object_reader(const document &source, const std::vector<const record_kind *> &kinds,
+                  const conversion &how)
         : source_(source), kinds_(kinds), how_(how) {}
 
     void read_all() {

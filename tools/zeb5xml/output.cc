@@ -8,6 +8,7 @@
 #include <cstring>
 #include <fcntl.h>
 #include <filesystem>
+#include <iostream>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -171,6 +172,14 @@ void write_all(int fd, const std::string &text, const std::string &name) {
 }
 
 void write_standard_output(const std::string &text) { write_all(STDOUT_FILENO, text, "standard output"); }
+
+void print_to_standard_output(const std::function<void()> &code) {
+    errno = 0; // printing goes on after a failed write, whose reason is the last one here
+    code();
+    std::cout.flush();
+    if (fflush(stdout) != 0 || ferror(stdout) || !std::cout)
+        fail("standard output");
+}
 
 void close_standard_output() {
     if (close(STDOUT_FILENO) != 0)

@@ -19,8 +19,8 @@ struct conversion {
 
 /// A field that a form does not hold, or not as it was.
 struct form_loss {
-    const char *field; // "dims.stats", with all that is below it
-    bool is_accepted;  // written nevertheless, as nobody expects the form to hold it
+    const char *field;             // "dims.stats", with all that is below it
+    bool is_accepted;              // written nevertheless, as nobody expects the form to hold it
     const char *was = nullptr;     // only this is changed; null: anything
     const char *becomes = nullptr; // to this; null: anything
 };
@@ -58,7 +58,8 @@ public:
 
     // Conversion, of kinds that have forms
 
-    /// Reads as the library does when it converts: channels of one property are merged. Returns as read() does.
+    /// Reads as the library does when it converts: channels of one property are merged. Returns as read()
+    /// does.
     virtual int read_to_convert(const document &source) = 0;
 
     /// Reads what write() wrote, as it stands.
@@ -70,12 +71,12 @@ public:
 
 /// All that differs between the kinds of records.
 struct record_kind {
-    const char *name;        // what messages call a document: "event list"
+    const char *name;         // what messages call a document: "event list"
     const char *with_article; // "an event list"
-    const char *records;     // its records, in the plural
+    const char *records;      // its records, in the plural
     const record_type *type;
     std::unique_ptr<record_list> (*make)(const conversion &how);
-    std::span<const form> forms = {};         // in which `convert` can write them
+    std::span<const form> forms = {};          // in which `convert` can write them
     std::span<const char *const> options = {}; // of `convert` that are for them
 };
 

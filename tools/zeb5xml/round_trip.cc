@@ -1,6 +1,7 @@
 #include "round_trip.h"
 
 #include "differences.h"
+#include "form_losses.h"
 #include "standard_streams.h"
 #include "value_text.h"
 #include "words.h"
@@ -10,7 +11,8 @@ namespace {
 /// Whether the text cannot stand in a document as it is. Writers do not escape.
 bool is_ill_formed(const std::string &text) {
     for (const char c : text)
-        if (c == '&' || c == '<' || (static_cast<unsigned char>(c) < ' ' && c != '\t' && c != '\n' && c != '\r'))
+        if (c == '&' || c == '<' ||
+            (static_cast<unsigned char>(c) < ' ' && c != '\t' && c != '\n' && c != '\r'))
             return true;
     return text.find("]]>") != std::string::npos;
 }
@@ -36,27 +38,8 @@ texts ill_formed_texts(const record_list &list, const std::string &reports) {
         add_ill_formed(lines, identity_text(list.identity_at(i), list.type().identity()), list.at(i),
                        list.type(), "");
     if (lines.empty())
-        lines.push_back("what would be written cannot be read: " +
-                        reports.substr(0, reports.find('\n')));
+        lines.push_back("what would be written cannot be read: " + reports.substr(0, reports.find('\n')));
     return lines;
-}
-
-bool is_at_or_below(const std::string &field, const std::string &above) {
-    return field == above || field.compare(0, above.size() + 1, above + ".") == 0;
-}
-
-bool is_text(const std::optional<value> &one, const char *text) {
-    return !text || (one && std::holds_alternative<std::string>(one->content) && one->text() == text);
-}
-
-/// Place of the loss of the form that explains the difference; the number of losses when there is none.
-size_t loss_of(const form &to, const difference &one) {
-    size_t i = 0;
-    while (i < to.losses.size() &&
-           !(is_at_or_below(one.field, to.losses[i].field) && is_text(one.was, to.losses[i].was) &&
-             is_text(one.is, to.losses[i].becomes)))
-        ++i;
-    return i;
 }
 
 /// Gathers the differences of all records.

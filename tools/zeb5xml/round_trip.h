@@ -4,8 +4,8 @@
 #include "record_list.h"
 
 /// What does not come back when records that were written in a form are read again. Each line names the
-/// record, the field, what it was and what it becomes. What the form does not hold is one line for each field,
-/// with the number of records and an example.
+/// record, the field, what it was and what it becomes. What the form does not hold is one line for each
+/// field, with the number of records and an example.
 struct round_trip_losses {
     texts accepted; // nobody expects the form to hold these
     texts refused;

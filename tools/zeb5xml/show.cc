@@ -4,20 +4,26 @@
 
 #include "each_file.h"
 #include "failure.h"
+#include "filters.h"
 #include "output.h"
 #include "read_records.h"
-#include "standard_streams.h"
 #include "subcommand.h"
 #include "words.h"
 
 namespace {
 
+struct show_options {
+    std::vector<std::string> files;
+    record_filters filters;
+};
+
 /// Lists the records that could be read, even from a faulty document: a process would get them, too.
-int show(const std::string &path, bool with_heading) {
+int show(const std::string &path, const show_options &options) {
     const read_records records(path);
-    if (with_heading)
+    options.filters.apply(*records.list, records.kind, records.source.name);
+    if (options.files.size() > 1)
         write_standard_output("==> " + records.source.name + " <==\n");
-    write_standard_output(held_output({1}, [&] { records.list->print(); }));
+    print_to_standard_output([&] { records.list->print(); });
     records.require_all("only " + counted(records.list->size(), records.kind.records) + " listed");
     return STATUS_DONE;
 }
@@ -25,13 +31,13 @@ int show(const std::string &path, bool with_heading) {
 } // namespace
 
 subcommand show_subcommand() {
-    auto files = std::make_shared<std::vector<std::string>>();
-    return {"show",
-            "List the records of documents of any kind",
-            "",
-            {{"FILE", files.get(), "Documents of any kind; - is standard input", argument::REQUIRED}},
-            [files] {
-                return each_file(*files,
-                                 [&](const std::string &path) { return show(path, files->size() > 1); });
+    auto options = std::make_shared<show_options>();
+    std::vector<argument> arguments = {
+        {"FILE", &options->files, "Documents of any kind; - is standard input", argument::REQUIRED}};
+    for (const argument &one : options->filters.arguments())
+        arguments.push_back(one);
+    return {"show", "List the records of documents of any kind", "", arguments, [options] {
+                return each_file(options->files,
+                                 [&](const std::string &path) { return show(path, *options); });
             }};
 }

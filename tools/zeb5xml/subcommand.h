@@ -32,6 +32,10 @@ struct subcommand {
 subcommand show_subcommand();
 subcommand export_subcommand();
 subcommand convert_subcommand();
+subcommand canonical_subcommand();
+subcommand diff_subcommand();
+subcommand merge_subcommand();
+subcommand mask_subcommand();
 subcommand select_subcommand();
 subcommand check_subcommand();
 
