@@ -22,9 +22,7 @@ struct diff_options {
 enum diff_status { SAME = 0, DIFFERENT = 1, TROUBLE = 2 };
 
 /// The same difference, seen from the other side.
-difference reversed(const difference &one) {
-    return {one.path, one.field, one.row, one.is, one.was};
-}
+difference reversed(const difference &one) { return {one.path, one.field, one.row, one.is, one.was}; }
 
 /// Which differences of two documents come from their dialects: from what one of the two forms does not hold.
 class dialect_differences {
@@ -138,15 +136,19 @@ int run_diff(const diff_options &options) {
 
 subcommand diff_subcommand() {
     auto options = std::make_shared<diff_options>();
-    return {"diff",
-            "Tell which records and fields of two documents differ",
-            "Records are matched by identity: property, event type, index or name of the feature. Their order, the\n"
-            "date and the dialect make no difference; what DAQvariables does not hold is compared only between two\n"
-            "documents in this dialect. One line tells a changed field, an added or a removed record;\n"
-            "json is one array of objects. Here the exit status is 0 for no difference, 1 for differences, and 2\n"
-            "when the documents cannot be compared.\n",
-            {{"A", &options->before, "Document of any kind; - is standard input", argument::REQUIRED},
-             {"B", &options->after, "Document of the same kind, after the changes", argument::REQUIRED},
-             {"--format", &options->format, "text (the default) or json", argument::OPTIONAL, {"text", "json"}}},
-            [options] { return run_diff(*options); }};
+    return {
+        "diff",
+        "Tell which records and fields of two documents differ",
+        "Records are matched by identity: property, event type, index or name of the feature. Their order, "
+        "the\n"
+        "date and the dialect make no difference; what DAQvariables does not hold is compared only between "
+        "two\n"
+        "documents in this dialect. One line tells a changed field, an added or a removed record;\n"
+        "json is one array of objects. Here the exit status is 0 for no difference, 1 for differences, and "
+        "2\n"
+        "when the documents cannot be compared.\n",
+        {{"A", &options->before, "Document of any kind; - is standard input", argument::REQUIRED},
+         {"B", &options->after, "Document of the same kind, after the changes", argument::REQUIRED},
+         {"--format", &options->format, "text (the default) or json", argument::OPTIONAL, {"text", "json"}}},
+        [options] { return run_diff(*options); }};
 }

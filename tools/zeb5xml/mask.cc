@@ -24,7 +24,8 @@ struct mask_kind {
     int last; // type
 };
 const mask_kind kinds[] = {
-    {"event", "event type", event_type_of, [](int type) { return std::uint32_t{1} << type; }, event_names, 31},
+    {"event", "event type", event_type_of, [](int type) { return std::uint32_t{1} << type; }, event_names,
+     31},
     {"dtype", "block type", block_type_of,
      [](int type) { return std::uint32_t{1} << type % 32 | (type < 32 ? 0 : blocks_2010); }, block_names, 62},
 };
@@ -66,11 +67,12 @@ std::uint32_t mask_from_names(const mask_kind &kind, const std::string &text) {
         const std::string name = text.substr(at, end - at);
         const int type = kind.type_of(name);
         if (type < 0)
-            throw failure(STATUS_USAGE, "no " + std::string(kind.one) + ": " + name +
-                                            "; `zeb5xml mask " + kind.name + "` lists all");
+            throw failure(STATUS_USAGE, "no " + std::string(kind.one) + ": " + name + "; `zeb5xml mask " +
+                                            kind.name + "` lists all");
         const std::uint32_t bit = kind.bit_of(type);
         if (kind.names == block_names && all && (*all & blocks_2010) != (bit & blocks_2010))
-            throw failure(STATUS_USAGE, "one data-type word holds block types below 32, or those above: " + text);
+            throw failure(STATUS_USAGE,
+                          "one data-type word holds block types below 32, or those above: " + text);
         all = all.value_or(0) | bit;
         at = end + 1;
     }
@@ -105,13 +107,15 @@ int tell_mask(const std::string &kind_name, const std::vector<std::string> &mask
 subcommand mask_subcommand() {
     auto kind = std::make_shared<std::string>();
     auto masks = std::make_shared<std::vector<std::string>>();
-    return {"mask",
-            "Turn masks of event types and data types into names, and names into masks",
-            "A number is a mask as it stands in EVTYPE or DTYPE, decimal or hexadecimal; after --, it may be\n"
-            "negative, as documents write DTYPE. Names are separated by commas. Without MASK, all types are listed.\n"
-            "  zeb5xml mask dtype 0x80000200\n"
-            "  zeb5xml mask event BOR,EOR\n",
-            {{"KIND", kind.get(), "event (EVTYPE) or dtype (DTYPE)", argument::REQUIRED, {"event", "dtype"}},
-             {"MASK", masks.get(), "Masks, or names of types"}},
-            [kind, masks] { return tell_mask(*kind, *masks); }};
+    return {
+        "mask",
+        "Turn masks of event types and data types into names, and names into masks",
+        "A number is a mask as it stands in EVTYPE or DTYPE, decimal or hexadecimal; after --, it may be\n"
+        "negative, as documents write DTYPE. Names are separated by commas. Without MASK, all types are "
+        "listed.\n"
+        "  zeb5xml mask dtype 0x80000200\n"
+        "  zeb5xml mask event BOR,EOR\n",
+        {{"KIND", kind.get(), "event (EVTYPE) or dtype (DTYPE)", argument::REQUIRED, {"event", "dtype"}},
+         {"MASK", masks.get(), "Masks, or names of types"}},
+        [kind, masks] { return tell_mask(*kind, *masks); }};
 }
