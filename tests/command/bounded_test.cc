@@ -1,5 +1,5 @@
-/// What the command does with endless, huge and single-use sources: it reads on only as long as there is hope,
-/// and it holds no more than the records.
+/// What the command does with endless, huge and single-use sources: it reads on only as long as there is
+/// hope, and it holds no more than the records.
 
 #include <csignal>
 #include <filesystem>
@@ -25,8 +25,11 @@ void limit_memory() {
 
 TEST(BoundedCommand, GivesUpAnEndlessSourceAtItsFirstBytes) {
     const command_folder folder;
-    for (const std::vector<std::string> &start :
-         {std::vector<std::string>{"show"}, {"export"}, {"canonical"}, {"convert", "--to", "table"}, {"merge"}}) {
+    for (const std::vector<std::string> &start : {std::vector<std::string>{"show"},
+                                                  {"export"},
+                                                  {"canonical"},
+                                                  {"convert", "--to", "table"},
+                                                  {"merge"}}) {
         std::vector<std::string> arguments = start;
         arguments.push_back("/dev/zero");
         EXPECT_EQ(folder.run(arguments, "", limit_memory),
@@ -35,26 +38,27 @@ TEST(BoundedCommand, GivesUpAnEndlessSourceAtItsFirstBytes) {
                                       "zeb5xml: /dev/zero: no root element could be read\n"}))
             << start[0];
     }
-    EXPECT_EQ(folder
-                  .run({"show", "-"}, "",
-                       [] {
-                           limit_memory();
-                           dup2(open("/dev/zero", O_RDONLY), STDIN_FILENO);
-                       }),
-              (command_result{1, "",
-                              "Fatal Error at (file standard input, line 1, char 1): " + std::string(no_root) +
-                                  "zeb5xml: standard input: no root element could be read\n"}));
+    EXPECT_EQ(
+        folder.run({"show", "-"}, "",
+                   [] {
+                       limit_memory();
+                       dup2(open("/dev/zero", O_RDONLY), STDIN_FILENO);
+                   }),
+        (command_result{1, "",
+                        "Fatal Error at (file standard input, line 1, char 1): " + std::string(no_root) +
+                            "zeb5xml: standard input: no root element could be read\n"}));
 }
 
 TEST(BoundedCommand, RefusesASparseFileAtItsFirstHole) {
     const command_folder folder;
     folder.write("sparse.xml", "<BMR>");
     std::filesystem::resize_file(folder.path("sparse.xml"), std::uintmax_t{2} << 30);
-    const std::string report = "Fatal Error at (file sparse.xml, line 1, char 6): input ended before all started tags "
-                               "were ended; last tag started is 'BMR'\n";
+    const std::string report =
+        "Fatal Error at (file sparse.xml, line 1, char 6): input ended before all started tags "
+        "were ended; last tag started is 'BMR'\n";
     EXPECT_EQ(folder.run({"show", "sparse.xml"}, "", limit_memory),
-              (command_result{1, "",
-                              report + "zeb5xml: sparse.xml: not read without errors: only 0 entries listed\n"}));
+              (command_result{
+                  1, "", report + "zeb5xml: sparse.xml: not read without errors: only 0 entries listed\n"}));
     EXPECT_EQ(folder.run({"check", "sparse.xml"}, "", limit_memory),
               (command_result{1, report + "sparse.xml: event list, 0 entries, reader result 1\n", ""}));
 }
@@ -87,7 +91,8 @@ TEST(BoundedCommand, ReadsEveryKindFromAPipe) {
         const char *summary;
     };
     const kind kinds[] = {
-        {"<CHANDESCRIPTIONS><CHANNEL><PROP>P</PROP></CHANNEL></CHANDESCRIPTIONS>", "channel descriptions, 1 channel"},
+        {"<CHANDESCRIPTIONS><CHANNEL><PROP>P</PROP></CHANNEL></CHANDESCRIPTIONS>",
+         "channel descriptions, 1 channel"},
         {"<BMR/>", "event list, 0 entries"},
         {"<ENVINDEXDICT/>", "env index dictionary, 0 entries"},
         {"<C><Integer Name=\"Gain\"/></C>", "camera file, 1 feature"},
@@ -113,7 +118,8 @@ TEST(BoundedCommand, ReadsStandardInputFromWhereItStands) {
 
 TEST(BoundedCommand, SaysWhereATemporaryFileCannotBeMade) {
     const command_folder folder;
-    const command_result seen = folder.run({"check", "/dev/null"}, "", [] { setenv("TMPDIR", "/nowhere", 1); });
+    const command_result seen =
+        folder.run({"check", "/dev/null"}, "", [] { setenv("TMPDIR", "/nowhere", 1); });
     EXPECT_EQ(seen.status, 3);
     EXPECT_EQ(seen.out, "");
     EXPECT_TRUE(seen.err.starts_with("zeb5xml: /nowhere/zeb5xml.")) << seen.err;

@@ -8,8 +8,10 @@ namespace {
 
 const char channels[] =
     "<CHANDESCRIPTIONS>"
-    "<CHANNEL><STREAM>1</STREAM><EVTYPE>12</EVTYPE><PROP>A/X</PROP><NAME>N.1</NAME><SUBSYSTEM>DIAG</SUBSYSTEM></CHANNEL>"
-    "<CHANNEL><STREAM>2</STREAM><EVTYPE>8</EVTYPE><PROP>A/Y</PROP><NAME>N.2</NAME><SUBSYSTEM>RF</SUBSYSTEM></CHANNEL>"
+    "<CHANNEL><STREAM>1</STREAM><EVTYPE>12</EVTYPE><PROP>A/X</PROP><NAME>N.1</NAME><SUBSYSTEM>DIAG</"
+    "SUBSYSTEM></CHANNEL>"
+    "<CHANNEL><STREAM>2</STREAM><EVTYPE>8</EVTYPE><PROP>A/Y</PROP><NAME>N.2</NAME><SUBSYSTEM>RF</SUBSYSTEM></"
+    "CHANNEL>"
     "<CHANNEL><STREAM>2</STREAM><PROP>B/X</PROP><NAME>M.3</NAME><SUBSYSTEM>RF</SUBSYSTEM></CHANNEL>"
     "</CHANDESCRIPTIONS>";
 
@@ -60,10 +62,11 @@ TEST_F(Filters, SelectChannels) {
 
 TEST_F(Filters, ListOnlyWhatIsSelected) {
     EXPECT_EQ(folder.run({"show", "events.xml", "--event", "NORMAL"}),
-              (command_result{0,
-                              "Entry[0]\nEVENT TYPE:\tNORMAL\nTrigger mask:\t0x0 (0)\nMin event time:\t0 sec 0 usec\n"
-                              "Priority:\t0x0 (0)\nServer Blocks: 0\n",
-                              ""}));
+              (command_result{
+                  0,
+                  "Entry[0]\nEVENT TYPE:\tNORMAL\nTrigger mask:\t0x0 (0)\nMin event time:\t0 sec 0 usec\n"
+                  "Priority:\t0x0 (0)\nServer Blocks: 0\n",
+                  ""}));
     EXPECT_EQ(folder.run({"show", "-", "--channel", "G*"},
                          "<C><Integer Name=\"Gain\"/><Float Name=\"Width\"/></C>"),
               (command_result{0, "[0] Name:'Gain' type:1 ToolTip:'' Description:''\n", ""}));

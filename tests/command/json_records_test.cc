@@ -23,24 +23,27 @@ TEST_F(JsonRecords, AreObjectsOrOneArrayInAnyLayout) {
       "prop_name" : "B", "ev_type_names" : ["BOR"], "units" : null, "source" : "x", "max_size": 7.0 })";
     const std::string table_of_b = "0\t0\t!!!UNDEFINED!!!\tB\t0\t\"\"\t\"\"\t7\t0\t0\n";
     for (const std::string &json :
-         {object + other, object + "\n" + other + "\n", "[" + object + "," + other + "]", "\n [\n" + object + "\n,\n" + other + "\n]\n"})
+         {object + other, object + "\n" + other + "\n", "[" + object + "," + other + "]",
+          "\n [\n" + object + "\n,\n" + other + "\n]\n"})
         EXPECT_EQ(convert(json), (command_result{0, table_of_a + table_of_b, ""})) << json;
 }
 
 TEST_F(JsonRecords, NeedNoKindWhenTheFormTellsIt) {
     EXPECT_EQ(convert(R"({"index":1,"env_prop":"P","env_ch_abs_delta":"inf"})", "envindexdict").status, 0);
     EXPECT_EQ(convert("", "envindexdict").status, 0);
-    EXPECT_EQ(convert(""), (command_result{1, "", "zeb5xml: standard input: holds no record that tells which kind "
-                                                  "the table is of\n"}));
+    EXPECT_EQ(convert(""), (command_result{1, "",
+                                           "zeb5xml: standard input: holds no record that tells which kind "
+                                           "the table is of\n"}));
 }
 
 TEST_F(JsonRecords, HaveNoLossesWhenTheyAreWritten) {
     EXPECT_EQ(convert(R"({"prop_name":"&","daq_name":"N"})", "chandescriptions"),
-              (command_result{1, "",
-                              "zeb5xml: standard input: &: prop_name: \"&\" makes the document ill-formed, as it is "
-                              "written without escaping\n"
-                              "zeb5xml: standard input: nothing written, as values would be lost; --force writes "
-                              "all the same\n"}));
+              (command_result{
+                  1, "",
+                  "zeb5xml: standard input: &: prop_name: \"&\" makes the document ill-formed, as it is "
+                  "written without escaping\n"
+                  "zeb5xml: standard input: nothing written, as values would be lost; --force writes "
+                  "all the same\n"}));
 }
 
 struct refusal {
@@ -72,11 +75,12 @@ const refusal refusals[] = {
      "record 2: is of another kind than the records before"},
     {"[{\"kind\":\"channel\",\"prop_name\":\"A\"},[{}]]", "record 2: is no object"},
     {"[7]", "record 1: is no object"},
-    {"[{\"kind\":\"channel\",\"prop_name\":\"A\"}",
-     "record 2: parse error at line 1, column 36: syntax error while parsing array - unexpected end of input; "
-     "expected ']'"},
+    {"[{\"kind\":\"channel\",\"prop_name\":\"A\"}", "record 2: parse error at line 1, column 36: syntax "
+                                                    "error while parsing array - unexpected end of input; "
+                                                    "expected ']'"},
     {"{\"kind\":\"channel\",\"prop_name\":\"\xb5\"}",
-     "record 1: parse error at line 1, column 32: syntax error while parsing value - invalid string: ill-formed "
+     "record 1: parse error at line 1, column 32: syntax error while parsing value - invalid string: "
+     "ill-formed "
      "UTF-8 byte; last read: '\"\xb5'"},
 };
 

@@ -21,8 +21,10 @@ TEST(CommandMask, TurnsNumbersIntoNamesAndBack) {
         {{"event", "eor:ZEB5_EV_BOR"}, heading + "0xc   12        12      BOR,EOR\n"},
         {{"event", "0", "HB"}, heading + "0x0   0         0       -\n0x1   1         1       HB\n"},
         {{"dtype", "0x80000200"}, wide_heading + "0x80000200  2147484160  -2147483136  BLOCK_1CHAN_2010\n"},
-        {{"dtype", "BLOCK_1CHAN_2010"}, wide_heading + "0x80000200  2147484160  -2147483136  BLOCK_1CHAN_2010\n"},
-        {{"dtype", "--", "-2147483136"}, wide_heading + "0x80000200  2147484160  -2147483136  BLOCK_1CHAN_2010\n"},
+        {{"dtype", "BLOCK_1CHAN_2010"},
+         wide_heading + "0x80000200  2147484160  -2147483136  BLOCK_1CHAN_2010\n"},
+        {{"dtype", "--", "-2147483136"},
+         wide_heading + "0x80000200  2147484160  -2147483136  BLOCK_1CHAN_2010\n"},
         {{"dtype", "BLOCK_BPM,BLOCK_SINGLE"}, heading + "0x240  576       576     BLOCK_BPM,BLOCK_SINGLE\n"},
     };
     const command_folder folder;
@@ -39,7 +41,8 @@ TEST(CommandMask, TurnsNumbersIntoNamesAndBack) {
 TEST(CommandMask, ListsAllNames) {
     const command_folder folder;
     const command_result events = folder.run({"mask", "event"}), blocks = folder.run({"mask", "dtype"});
-    EXPECT_TRUE(events.out.starts_with("TYPE  MASK        NAME\n0     0x1         HB\n1     0x2         NORMAL\n"))
+    EXPECT_TRUE(
+        events.out.starts_with("TYPE  MASK        NAME\n0     0x1         HB\n1     0x2         NORMAL\n"))
         << events;
     EXPECT_TRUE(events.out.ends_with("31    0x80000000  31\n")) << events;
     EXPECT_TRUE(blocks.out.ends_with("62    0xc0000000  BLOCK_7CHAN_2010\n")) << blocks;
@@ -50,8 +53,9 @@ TEST(CommandMask, RefusesWhatIsNoMask) {
     const command_folder folder;
     EXPECT_EQ(folder.run({"mask", "event", "BOR,NO"}),
               (command_result{2, "", "zeb5xml: no event type: NO; `zeb5xml mask event` lists all\n"}));
-    EXPECT_EQ(folder.run({"mask", "event", "4294967296"}),
-              (command_result{2, "", "zeb5xml: no event type: 4294967296; `zeb5xml mask event` lists all\n"}));
+    EXPECT_EQ(
+        folder.run({"mask", "event", "4294967296"}),
+        (command_result{2, "", "zeb5xml: no event type: 4294967296; `zeb5xml mask event` lists all\n"}));
     EXPECT_EQ(folder.run({"mask", "dtype", "BLOCK_BPM,BLOCK_1CHAN_2010"}),
               (command_result{2, "",
                               "zeb5xml: one data-type word holds block types below 32, or those above: "

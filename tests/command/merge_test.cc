@@ -40,30 +40,35 @@ TEST_F(Merge, FillsWhatIsEmptyAndTellsWhatDisagrees) {
 }
 
 TEST_F(Merge, LetsTheLaterDocumentWinWhenForced) {
-    EXPECT_EQ(folder.run({"merge", "a.xml", "-", "-o", "out.xml", "--force"}, second),
-              (command_result{0, "",
-                              "zeb5xml: A: daq_name: \"N\" gives way to \"M\" of standard input\n"
-                              "zeb5xml: A: bits[1].bit_name: \"on\" gives way to \"ON\" of standard input\n"
-                              "zeb5xml: A: bits[2]: {\"bit\":2,\"bit_name\":\"\",\"bit_desc\":\"\"} gives way to "
-                              "nothing of standard input\n"}));
+    EXPECT_EQ(
+        folder.run({"merge", "a.xml", "-", "-o", "out.xml", "--force"}, second),
+        (command_result{0, "",
+                        "zeb5xml: A: daq_name: \"N\" gives way to \"M\" of standard input\n"
+                        "zeb5xml: A: bits[1].bit_name: \"on\" gives way to \"ON\" of standard input\n"
+                        "zeb5xml: A: bits[2]: {\"bit\":2,\"bit_name\":\"\",\"bit_desc\":\"\"} gives way to "
+                        "nothing of standard input\n"}));
     EXPECT_EQ(table(), "1\t4\tM\tA\t0\t\"text\"\t\"V\"\t8\t2\t0\n1\tON\t\"\"\n3\t\t\"\"\n"
                        "0\t0\tB\tB\t0\t\"\"\t\"\"\t1\t0\t0\n");
 }
 
 TEST_F(Merge, WritesNothingWhenADocumentIsFaultyOrOfAnotherKind) {
     folder.write("out.xml", "old");
-    EXPECT_EQ(folder.run({"merge", "a.xml", "-", "-o", "out.xml"}, "<BMR/>"),
-              (command_result{1, "",
-                              "zeb5xml: standard input: is an event list: only channel descriptions can be merged\n"}));
-    EXPECT_EQ(folder.run({"merge", "a.xml", "-", "-o", "out.xml"}, "<CHANDESCRIPTIONS><x></CHANDESCRIPTIONS>"),
-              (command_result{1, "",
-                              "Fatal Error at (file standard input, line 1, char 24): expected end of tag 'x'\n"
-                              "zeb5xml: standard input: not read without errors: nothing written\n"}));
-    EXPECT_EQ(folder.run({"merge", "a.xml", "-", "-o", "out.xml"}, document("<CHANNEL><PROP>&amp;</PROP></CHANNEL>")),
-              (command_result{1, "",
-                              "zeb5xml: merged channels: &: prop_name: \"&\" makes the document ill-formed, as it is "
-                              "written without escaping\n"
-                              "zeb5xml: merged channels: nothing written, as values would be lost\n"}));
+    EXPECT_EQ(
+        folder.run({"merge", "a.xml", "-", "-o", "out.xml"}, "<BMR/>"),
+        (command_result{
+            1, "", "zeb5xml: standard input: is an event list: only channel descriptions can be merged\n"}));
+    EXPECT_EQ(
+        folder.run({"merge", "a.xml", "-", "-o", "out.xml"}, "<CHANDESCRIPTIONS><x></CHANDESCRIPTIONS>"),
+        (command_result{1, "",
+                        "Fatal Error at (file standard input, line 1, char 24): expected end of tag 'x'\n"
+                        "zeb5xml: standard input: not read without errors: nothing written\n"}));
+    EXPECT_EQ(folder.run({"merge", "a.xml", "-", "-o", "out.xml"},
+                         document("<CHANNEL><PROP>&amp;</PROP></CHANNEL>")),
+              (command_result{
+                  1, "",
+                  "zeb5xml: merged channels: &: prop_name: \"&\" makes the document ill-formed, as it is "
+                  "written without escaping\n"
+                  "zeb5xml: merged channels: nothing written, as values would be lost\n"}));
     EXPECT_EQ(folder.text("out.xml"), "old");
 }
 

@@ -105,7 +105,7 @@ const subcommand *chosen_subcommand(const std::vector<subcommand> &subcommands, 
         CLI::App *sub = app.add_subcommand(row.name, row.summary);
         for (const argument &one : row.arguments)
             declare(*sub, one);
-        sub->footer(row.details + (row.details.empty() ? "" : "\n") + app.get_footer());
+        sub->footer(row.details + (row.details.empty() ? "" : "\n") + row.statuses);
         sub->callback([&chosen, &row] { chosen = &row; });
     }
     try {

@@ -144,11 +144,16 @@ subcommand diff_subcommand() {
         "date and the dialect make no difference; what DAQvariables does not hold is compared only between "
         "two\n"
         "documents in this dialect. One line tells a changed field, an added or a removed record;\n"
-        "json is one array of objects. Here the exit status is 0 for no difference, 1 for differences, and "
-        "2\n"
-        "when the documents cannot be compared.\n",
+        "json is one array of objects.\n",
         {{"A", &options->before, "Document of any kind; - is standard input", argument::REQUIRED},
          {"B", &options->after, "Document of the same kind, after the changes", argument::REQUIRED},
          {"--format", &options->format, "text (the default) or json", argument::OPTIONAL, {"text", "json"}}},
-        [options] { return run_diff(*options); }};
+        [options] { return run_diff(*options); },
+        "Exit status:\n"
+        "  0  no difference\n"
+        "  1  differences\n"
+        "  2  wrong command line, or a document is missing, cannot be read without errors or is of another "
+        "kind\n"
+        "  3  output could not be written, or the system refused memory\n"
+        "A reader that closes the pipe early ends the command silently."};
 }
