@@ -21,13 +21,13 @@ TEST(CommandHelp, GivesEveryExitStatus) {
 TEST(CommandHelp, OfDiffHasStatusesOfItsOwn) {
     const command_folder folder;
     const std::string help = folder.run({"diff", "--help"}).out;
-    EXPECT_TRUE(help.ends_with(
-        "Exit status:\n"
-        "  0  no difference\n"
-        "  1  differences\n"
-        "  2  wrong command line, or a document is missing, cannot be read without errors or is of another kind\n"
-        "  3  output could not be written, or the system refused memory\n"
-        "A reader that closes the pipe early ends the command silently.\n"))
+    EXPECT_TRUE(help.ends_with("Exit status:\n"
+                               "  0  no difference\n"
+                               "  1  differences\n"
+                               "  2  wrong command line, or a document is missing, cannot be read without "
+                               "errors or is of another kind\n"
+                               "  3  output could not be written, or the system refused memory\n"
+                               "A reader that closes the pipe early ends the command silently.\n"))
         << help;
 }
 
