@@ -5,8 +5,8 @@ cd "$(dirname "${BASH_SOURCE[0]}")/.."
 export TZ=Asia/Kathmandu # dates are written in local time: a zone far from UTC shows a mistake
 jobs=$(nproc)
 
-build_packages=(build-essential cmake ninja-build libxerces-c-dev libcli11-dev libgtest-dev librapidcheck-dev
-    libxml2-utils locales tzdata)
+build_packages=(build-essential cmake ninja-build libxerces-c-dev libcli11-dev nlohmann-json3-dev libgtest-dev
+    librapidcheck-dev libxml2-utils locales tzdata)
 bench_packages=(libbenchmark-dev libxml2-dev libexpat1-dev libpugixml-dev valgrind)
 arm64_packages=(g++-aarch64-linux-gnu libxerces-c-dev:arm64 libgtest-dev:arm64 librapidcheck-dev:arm64 qemu-user)
 python_packages=(pybind11-dev python3-dev python3-pandas)

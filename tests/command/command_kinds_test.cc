@@ -90,8 +90,11 @@ TEST_F(CommandKinds, LayoutOfADictionaryIs2010UnlessClassicIsAskedFor) {
         "<ENVINDEXDICT><CHANNEL><INDEX>1</INDEX><PROP>" + name + "</PROP></CHANNEL></ENVINDEXDICT>";
     EXPECT_EQ(run({"convert", "-", "--to", "table"}, text),
               (command_result{0, "1\t" + name + "\t0.000000\t0.000000\n", ""}));
-    EXPECT_EQ(run({"convert", "-", "--to", "table", "--layout", "classic"}, text),
-              (command_result{0, "1\t" + name.substr(0, 79) + "\t0.000000\t0.000000\n", ""}));
+    EXPECT_EQ(run({"convert", "-", "--to", "table", "--layout", "classic", "--force"}, text),
+              (command_result{0, "1\t" + name.substr(0, 79) + "\t0.000000\t0.000000\n",
+                              "zeb5xml: standard input: the text of PROP is 100 bytes long, cut at 79 in the "
+                              "classic layout: '" +
+                                  std::string(40, 'N') + "...'\n"}));
 }
 
 TEST_F(CommandKinds, AnEntryThatADictionaryHoldsTwiceIsReleasedOnce) {
@@ -112,9 +115,9 @@ TEST_F(CommandKinds, ConvertRefusesWhatIsNotForTheKind) {
         {{"dictionary.xml", "--to", "table", "--shift"},
          "dictionary.xml: --shift is not for an env index dictionary"},
         {{"events.xml", "--to", "table"},
-         "events.xml: is a document of kind 'event list', which can only be shown and checked"},
+         "events.xml: is an event list, which can be shown, checked and exported only"},
         {{"camera.xml", "--to", "table"},
-         "camera.xml: is a document of kind 'camera file', which can only be shown and checked"},
+         "camera.xml: is a camera file, which can be shown, checked and exported only"},
     };
     for (const refusal &row : refusals) {
         std::vector<std::string> arguments = {"convert"};

@@ -71,6 +71,7 @@ struct finding {
     rule id;
     std::string message;
     std::size_t first = none; // where the token stands that it is in conflict with
+    std::size_t kept = none;  // bytes of a field that is cut
 };
 
 #endif

@@ -9,15 +9,9 @@
 #include "nearest.h"
 #include "output.h"
 #include "standard_streams.h"
+#include "words.h"
 
 namespace {
-
-std::string joined(const std::vector<std::string> &words) {
-    std::string text;
-    for (const std::string &word : words)
-        text.append(text.empty() ? "" : ", ").append(word);
-    return text;
-}
 
 /// Accepts only the words of an argument.
 CLI::Validator one_of(const std::vector<std::string> &words) {
@@ -26,7 +20,7 @@ CLI::Validator one_of(const std::vector<std::string> &words) {
             for (const std::string &word : words)
                 if (text == word)
                     return std::string();
-            return "'" + text + "' is none of " + joined(words) + did_you_mean(text, words);
+            return "'" + text + "' is none of " + joined(words, ", ") + did_you_mean(text, words);
         },
         "");
 }
@@ -111,7 +105,7 @@ const subcommand *chosen_subcommand(const std::vector<subcommand> &subcommands, 
         CLI::App *sub = app.add_subcommand(row.name, row.summary);
         for (const argument &one : row.arguments)
             declare(*sub, one);
-        sub->footer(row.details + (row.details.empty() ? "" : "\n") + app.get_footer());
+        sub->footer(row.details + (row.details.empty() ? "" : "\n") + row.statuses);
         sub->callback([&chosen, &row] { chosen = &row; });
     }
     try {

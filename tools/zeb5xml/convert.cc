@@ -1,66 +1,96 @@
-#include "convert.h"
-
+#include <algorithm>
 #include <memory>
 
-#include "SAX_Memory_Parser.h"
+#include "document_kinds.h"
 #include "failure.h"
-#include "output.h"
+#include "form_losses.h"
+#include "json_records.h"
 #include "standard_streams.h"
 #include "subcommand.h"
+#include "write_records.h"
 
 namespace {
 
-/// Values are written without escaping, so a value with `&` or `<` makes the document ill-formed.
-bool is_well_formed(std::string text) {
-    int last = 0;
-    held_output({1, 2}, [&] {
-        SAX_Memory_Parser parser(text.data());
-        last = parser.start();
-        while (last == 0)
-            last = parser.parse(nullptr, nullptr);
-    });
-    return last == -1;
+struct convert_options {
+    std::string file;
+    std::string from = "xml";
+    std::string to;
+    std::string output = "-";
+    bool force = false;
+    bool shift = false;
+    bool keep_duplicates = false;
+    std::string layout; // empty: not given
+};
+
+conversion conversion_of(const convert_options &options) {
+    return {options.shift, options.keep_duplicates, options.layout == "classic"};
+}
+
+/// The records to convert, and what was lost when they were read.
+struct records_read {
+    const record_kind *kind;
+    std::unique_ptr<record_list> list;
+    std::string losses; // lines
+};
+
+const form &form_of(const record_kind &kind, const convert_options &options, const std::string &name) {
+    const form *found = form_named(kind, options.to);
+    if (kind.forms.empty())
+        throw failure(STATUS_DOCUMENT,
+                      name + ": is " + kind.with_article + ", which can be shown, checked and exported only");
+    if (!found)
+        throw failure(STATUS_DOCUMENT, name + ": --to " + options.to + " is not for " + kind.with_article);
+    return *found;
+}
+
+/// Refuses options that are given and that are not for this kind.
+void require_options_for(const record_kind &kind, const convert_options &options, const std::string &name) {
+    const std::pair<const char *, bool> given[] = {{"--shift", options.shift},
+                                                   {"--keep-duplicates", options.keep_duplicates},
+                                                   {"--layout", !options.layout.empty()}};
+    for (const auto &[option, is_given] : given)
+        if (is_given &&
+            std::find(kind.options.begin(), kind.options.end(), std::string(option)) == kind.options.end())
+            throw failure(STATUS_DOCUMENT, name + ": " + option + " is not for " + kind.with_article);
+}
+
+records_read read_xml(const document &source, const convert_options &options) {
+    const document_kind &kind = kind_of(source);
+    form_of(kind, options, source.name); // refused before anything is read
+    require_options_for(kind, options, source.name);
+    records_read result{&kind, kind.make(conversion_of(options)), {}};
+    int problems = 0;
+    run_library(source.name, [&] { problems = result.list->read_to_convert(source); });
+    if (problems != 0)
+        throw failure(STATUS_DOCUMENT, source.name + ": not read without errors: nothing written");
+    result.losses = lost_in_reading(source, result.list->type());
+    return result;
+}
+
+records_read read_json(const document &source, const convert_options &options) {
+    const std::vector<const record_kind *> kinds = kinds_of_form(options.to);
+    json_records read = read_json_records(source, kinds, conversion_of(options));
+    if (!read.kind && kinds.size() > 1)
+        throw failure(STATUS_DOCUMENT,
+                      source.name + ": holds no record that tells which kind the " + options.to + " is of");
+    records_read result{read.kind ? read.kind : kinds.front(), std::move(read.list), {}};
+    if (!result.list)
+        result.list = result.kind->make(conversion_of(options));
+    require_options_for(*result.kind, options, source.name);
+    return result;
 }
 
 int convert(const convert_options &options) {
-    document source = read_document(options.file);
-    const document_kind &kind = kind_of(source);
-    std::string text;
-    switch (kind.family) {
-    case CHANNELS:
-        text = convert_channels(source, options);
-        break;
-    case DICTIONARY:
-        text = convert_dictionary(source, options);
-        break;
-    case EVENTS:
-    case CAMERA:
-        throw failure(STATUS_DOCUMENT, source.name + ": is a document of kind '" + kind.name +
-                                           "', which can only be shown and checked");
-    }
-    write_output(options.output, text);
-    if (text.compare(0, 5, "<?xml") == 0 && !is_well_formed(text))
-        tell(source.name + ": warning: holds characters that XML output does not escape: "
-                           "what was written is not well-formed");
+    const document source = read_document(options.file);
+    const records_read records =
+        options.from == "json" ? read_json(source, options) : read_xml(source, options);
+    const form &to = form_of(*records.kind, options, source.name);
+    write_records({source.name, *records.kind, *records.list, conversion_of(options), to, records.losses},
+                  options.output, options.force, "; --force writes all the same");
     return STATUS_DONE;
 }
 
 } // namespace
-
-void require_read(const document &source, int problems) {
-    if (problems != 0)
-        throw failure(STATUS_DOCUMENT, source.name + ": not read without errors: nothing written");
-}
-
-void require_written(const document &source, int result) {
-    if (result != 0)
-        throw failure(STATUS_OUTPUT, source.name + ": could not be put into that form, result " +
-                                         std::to_string(result) + " of the writer");
-}
-
-void refuse_form(const document &source, const std::string &kind, const std::string &form) {
-    throw failure(STATUS_DOCUMENT, source.name + ": " + form + " is not for " + kind);
-}
 
 subcommand convert_subcommand() {
     auto options = std::make_shared<convert_options>();
@@ -71,17 +101,27 @@ subcommand convert_subcommand() {
         "table or\n"
         "summary (text); --shift and --keep-duplicates are for them. An env index dictionary can be had as\n"
         "envindexdict (XML) or table (text); --layout is for it.\n"
-        "Nothing is written when FILE cannot be read without errors. A UTF-16 FILE goes through the file "
-        "reader,\n"
-        "which merges no duplicates under CHANDESCRIPTIONS and shifts no evType under DAQvariables.\n",
+        "Nothing is written when FILE cannot be read without errors, or when a value would be lost: XML is "
+        "read\n"
+        "back before OUT is replaced, and each value that does not come back is named on standard error.\n"
+        "Fields that a form never holds (daqvariables has no STREAM, DTYPE, COUNT, DB_KEY, SB_NAME and STAT) "
+        "are\n"
+        "named once, and the rest is written. Text cannot be read back: a table has no DTYPE, COUNT, "
+        "DB_KEY,\n"
+        "SB_NAME and SUBSYSTEM, a summary only name, size and first data type.\n"
+        "A UTF-16 FILE goes through the file reader, which merges no duplicates under CHANDESCRIPTIONS and "
+        "shifts\n"
+        "no evType under DAQvariables.\n",
         {
             {"FILE", &options->file, "Document to read; - is standard input", argument::REQUIRED},
-            {"--to",
-             &options->to,
-             "Form to write, see below",
-             argument::REQUIRED,
-             {"chandescriptions", "daqvariables", "table", "summary", "envindexdict"}},
+            {"--to", &options->to, "Form to write, see below", argument::REQUIRED, form_names()},
+            {"--from",
+             &options->from,
+             "What FILE is: a document (xml, the default), or what export wrote as jsonl or json (json)",
+             argument::OPTIONAL,
+             {"xml", "json"}},
             {"-o,--output", &options->output, "File to write, replaced only when all is done (default: -)"},
+            {"--force", &options->force, "Write even if values are lost; they are named all the same"},
             {"--shift", &options->shift, "Turn event and data type numbers into masks"},
             {"--keep-duplicates", &options->keep_duplicates,
              "Merge no channels of one property while reading"},

@@ -1,21 +1,25 @@
 #ifndef ZEB5XML_DOCUMENT_H
 #define ZEB5XML_DOCUMENT_H
 
+#include <memory>
 #include <string>
 
-/// A document that is given on the command line, with its whole text.
+/// A document that is given on the command line. Nothing of it is in memory: readers open its path, as often
+/// as they like. What can be read only once, standard input or a pipe, is kept in a temporary file without a
+/// name.
 struct document {
-    std::string path; // as given; "-" is standard input
-    std::string name; // what messages call it
-    std::string text;
-    bool regular_file; // a file reader can read it again; pipes and standard input can be read only once
+    std::string path;                          // by which this process opens it
+    std::string name;                          // what messages call it
+    std::shared_ptr<const int> kept = nullptr; // descriptor of the temporary file, if there is one
 
-    /// Whether the text holds NUL bytes, as UTF-16 does: it cannot be passed on as a C string then.
-    bool has_nul() const { return text.find('\0') != std::string::npos; }
+    /// Reads the whole text now. It ends early behind bytes that no document holds.
+    std::string text() const;
 };
 
-/// Throws failure when the document cannot be read, or when only a file reader could read it and it is no
-/// regular file.
+/// Whether a text holds NUL bytes, as UTF-16 does: it cannot be passed on as a C string then.
+bool has_nul(const std::string &text);
+
+/// Returns the document at `path`, "-" being standard input. Throws failure when it cannot be read.
 document read_document(const std::string &path);
 
 #endif

@@ -1,37 +1,22 @@
 #ifndef ZEB5XML_DOCUMENT_KINDS_H
 #define ZEB5XML_DOCUMENT_KINDS_H
 
-#include <cstddef>
-#include <memory>
+#include "record_list.h"
 
-#include "document.h"
-
-/// The records of one document of any kind. Reading and listing write to the standard streams, as the library
-/// does.
-class record_list {
-public:
-    virtual ~record_list() = default;
-
-    /// Reads as a process of the data acquisition does: a regular file with the file reader. Returns 0, or
-    /// the number of problems; records read before a problem stay.
-    virtual int read(document &source) = 0;
-    virtual void print() const = 0;
-    virtual size_t size() const = 0;
-};
-
-/// Which records a document holds.
-enum kind_family { CHANNELS, EVENTS, DICTIONARY, CAMERA };
-
-struct document_kind {
+/// A kind of document, with all that differs between kinds.
+struct document_kind : record_kind {
     const char *root; // root element; null: recognised by the document's content
-    kind_family family;
-    const char *name;    // what messages call such a document
-    const char *records; // and its records
-    std::unique_ptr<record_list> (*make)();
+    const char *form; // name of the form that such a document is in; null: none can be written
 };
 
 /// Returns the kind of `source`. When it is of no known kind, passes the parser's reports on and throws
 /// failure.
-const document_kind &kind_of(document &source);
+const document_kind &kind_of(const document &source);
+
+/// Returns the names of all forms in which records of some kind can be written.
+std::vector<std::string> form_names();
+
+/// Returns the kinds whose records can be written in the form.
+std::vector<const record_kind *> kinds_of_form(const std::string &name);
 
 #endif

@@ -1,11 +1,14 @@
 #include "output.h"
 
 #include <cerrno>
+#include <climits>
+#include <csignal>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
 #include <fcntl.h>
 #include <filesystem>
+#include <iostream>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -61,12 +64,55 @@ mode_t mode_of_new_file() {
     return 0666 & ~mask;
 }
 
-/// A new file in the folder of its target. It is removed again unless it took the target's place.
+// A file that a signal which ends the command removes first
+
+const int ending_signals[] = {SIGHUP, SIGINT, SIGTERM};
+char unfinished_file[PATH_MAX]; // its path; empty: none
+
+void remove_unfinished_file(int signal) {
+    if (unfinished_file[0] != '\0')
+        unlink(unfinished_file);
+    raise(signal); // the default action follows, as this handler is called once
+}
+
+/// Holds these signals back while it lives.
+class signals_held {
+public:
+    signals_held() {
+        sigset_t set;
+        sigemptyset(&set);
+        for (const int signal : ending_signals)
+            sigaddset(&set, signal);
+        sigprocmask(SIG_BLOCK, &set, &before_);
+    }
+    ~signals_held() { sigprocmask(SIG_SETMASK, &before_, nullptr); }
+    signals_held(const signals_held &) = delete;
+    signals_held &operator=(const signals_held &) = delete;
+
+private:
+    sigset_t before_;
+};
+
+/// Signals that were ignored stay so.
+void remove_at_signals(const std::string &path) {
+    snprintf(unfinished_file, sizeof unfinished_file, "%s", path.c_str());
+    for (const int signal : ending_signals) {
+        struct sigaction action = {}, before;
+        action.sa_handler = remove_unfinished_file;
+        action.sa_flags = static_cast<int>(SA_RESETHAND);
+        sigaction(signal, &action, &before);
+        if (before.sa_handler == SIG_IGN)
+            sigaction(signal, &before, nullptr);
+    }
+}
+
+/// A new file in the folder of its target. It is removed again, by a signal as well, unless it took the
+/// target's place.
 class replacement {
 public:
     replacement(const std::filesystem::path &target, mode_t mode, const std::string &name)
         : target_(target), pattern_((target.parent_path() / ".zeb5xml.XXXXXX").string()), name_(name),
-          file_(mkostemp(pattern_.data(), O_CLOEXEC), name) {
+          file_(made_file(pattern_), name) {
         made_ = true;
         if (fchmod(file_.descriptor(), mode) != 0)
             discard_and_fail();
@@ -74,6 +120,7 @@ public:
     ~replacement() {
         if (made_)
             unlink(pattern_.c_str());
+        unfinished_file[0] = '\0';
     }
     replacement(const replacement &) = delete;
     replacement &operator=(const replacement &) = delete;
@@ -83,12 +130,21 @@ public:
         if (fsync(file_.descriptor()) != 0)
             fail(name_);
         file_.finish();
+        const signals_held held; // the name is the target's from here on
         if (rename(pattern_.c_str(), target_.c_str()) != 0)
             fail(name_);
         made_ = false;
+        unfinished_file[0] = '\0';
     }
 
 private:
+    static int made_file(std::string &pattern) {
+        const signals_held held;
+        const int descriptor = mkostemp(pattern.data(), O_CLOEXEC);
+        if (descriptor >= 0)
+            remove_at_signals(pattern);
+        return descriptor;
+    }
     [[noreturn]] void discard_and_fail() { // no destructor runs when a constructor throws
         int reason = errno;
         unlink(pattern_.c_str());
@@ -116,6 +172,14 @@ void write_all(int fd, const std::string &text, const std::string &name) {
 }
 
 void write_standard_output(const std::string &text) { write_all(STDOUT_FILENO, text, "standard output"); }
+
+void print_to_standard_output(const std::function<void()> &code) {
+    errno = 0; // printing goes on after a failed write, whose reason is the last one here
+    code();
+    std::cout.flush();
+    if (fflush(stdout) != 0 || ferror(stdout) || !std::cout)
+        fail("standard output");
+}
 
 void close_standard_output() {
     if (close(STDOUT_FILENO) != 0)

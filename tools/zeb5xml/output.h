@@ -1,6 +1,7 @@
 #ifndef ZEB5XML_OUTPUT_H
 #define ZEB5XML_OUTPUT_H
 
+#include <functional>
 #include <string>
 
 /// Thrown when the reader of our standard output has closed the pipe.
@@ -10,6 +11,27 @@ struct closed_pipe {};
 void write_all(int fd, const std::string &text, const std::string &name);
 
 void write_standard_output(const std::string &text);
+
+/// Runs `code`, which prints to standard output as the library does, and looks at the result. Nothing of it
+/// is held in memory.
+void print_to_standard_output(const std::function<void()> &code);
+
+/// Gathers small pieces of text for standard output and writes them in large ones.
+class output_buffer {
+public:
+    void add(const std::string &text) {
+        text_ += text;
+        if (text_.size() >= 65'536)
+            flush();
+    }
+    void flush() {
+        write_standard_output(text_);
+        text_.clear();
+    }
+
+private:
+    std::string text_;
+};
 
 /// Closes standard output, which some file systems use to report a failed write.
 void close_standard_output();

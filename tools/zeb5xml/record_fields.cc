@@ -138,6 +138,7 @@ void field_check::check_text(const filled_field &field, const element_text &text
              "the text of " + tag + " has " + std::to_string(text.whole.size()) + " bytes, of which " +
                  std::to_string(size - 1) + " are kept" + where + ": it ends with " +
                  in_quotes(kept.substr(kept.size() - std::min<std::size_t>(kept.size(), 20))));
+        found_.back().kept = size - 1;
     };
     if (row.is_identity && rules_.small_field != 0 && text.whole.size() >= rules_.small_field)
         cut_at(rules_.small_field, std::string_view(text.whole).substr(0, rules_.small_field - 1),

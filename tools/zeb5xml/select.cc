@@ -11,6 +11,7 @@
 #include "subcommand.h"
 #include "text_table.h"
 #include "type_names.h"
+#include "words.h"
 
 namespace {
 
@@ -61,8 +62,7 @@ std::string yes_no(int answer) { return answer < 0 ? "" : answer ? "yes" : "no";
 /// Adds the channels of one document; those read before an error are kept.
 int read_source(chan_selector &selector, const std::string &path) {
     document source = read_document(path);
-    selector.change_mode(source.regular_file ? EXTR_FROM_FILE : EXTR_FROM_XML);
-    std::vector<char *> sources = {source.regular_file ? source.path.data() : source.text.data()};
+    std::vector<char *> sources = {source.path.data()};
     bool failed = false;
     run_library(source.name, [&] { failed = selector.set_descriptions(&sources, nullptr); });
     if (failed)
@@ -78,8 +78,9 @@ int select_channels(const select_options &options) {
     held_output({1, 2}, [&] { // it reports each channel without event type several times; the table has them
         for (int i = 0; i < selector.size(); ++i)
             if (answers a = ask(selector, i); is_wanted(a, options))
-                table.push_back({a.name, a.property, event_names(a.events), block_names(a.data),
-                                 yes_no(a.slow), yes_no(a.ml), std::to_string(a.subchannels)});
+                table.push_back({a.name, a.property, joined(event_names(a.events), ":"),
+                                 joined(block_names(a.data), ":"), yes_no(a.slow), yes_no(a.ml),
+                                 std::to_string(a.subchannels)});
     });
     write_standard_output(options.tabs ? tabbed(table) : aligned(table));
     if (!options.channel.empty() && table.size() == 1) {

@@ -2,42 +2,42 @@
 #include <string>
 #include <vector>
 
-#include "document_kinds.h"
 #include "each_file.h"
 #include "failure.h"
+#include "filters.h"
 #include "output.h"
-#include "standard_streams.h"
+#include "read_records.h"
 #include "subcommand.h"
 #include "words.h"
 
 namespace {
 
+struct show_options {
+    std::vector<std::string> files;
+    record_filters filters;
+};
+
 /// Lists the records that could be read, even from a faulty document: a process would get them, too.
-int show(const std::string &path, bool with_heading) {
-    document source = read_document(path);
-    const document_kind &kind = kind_of(source);
-    std::unique_ptr<record_list> records = kind.make();
-    int problems = 0;
-    run_library(source.name, [&] { problems = records->read(source); });
-    if (with_heading)
-        write_standard_output("==> " + source.name + " <==\n");
-    write_standard_output(held_output({1}, [&] { records->print(); }));
-    if (problems != 0)
-        throw failure(STATUS_DOCUMENT, source.name + ": not read without errors: only " +
-                                           counted(records->size(), kind.records) + " listed");
+int show(const std::string &path, const show_options &options) {
+    const read_records records(path);
+    options.filters.apply(*records.list, records.kind, records.source.name);
+    if (options.files.size() > 1)
+        write_standard_output("==> " + records.source.name + " <==\n");
+    print_to_standard_output([&] { records.list->print(); });
+    records.require_all("only " + counted(records.list->size(), records.kind.records) + " listed");
     return STATUS_DONE;
 }
 
 } // namespace
 
 subcommand show_subcommand() {
-    auto files = std::make_shared<std::vector<std::string>>();
-    return {"show",
-            "List the records of documents of any kind",
-            "",
-            {{"FILE", files.get(), "Documents of any kind; - is standard input", argument::REQUIRED}},
-            [files] {
-                return each_file(*files,
-                                 [&](const std::string &path) { return show(path, files->size() > 1); });
+    auto options = std::make_shared<show_options>();
+    std::vector<argument> arguments = {
+        {"FILE", &options->files, "Documents of any kind; - is standard input", argument::REQUIRED}};
+    for (const argument &one : options->filters.arguments())
+        arguments.push_back(one);
+    return {"show", "List the records of documents of any kind", "", arguments, [options] {
+                return each_file(options->files,
+                                 [&](const std::string &path) { return show(path, *options); });
             }};
 }

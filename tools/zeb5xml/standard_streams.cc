@@ -61,7 +61,7 @@ void output_hold::restore() {
 }
 
 std::string readable_diagnostics(const std::string &text, const std::string &name) {
-    static const std::string memory_name = "(file my_mem_info, line ";
+    static const std::string before_name = " at (file ", after_name = ", line ";
     std::string readable;
     for (size_t at = 0; at < text.size();) {
         size_t end = std::min(text.find('\n', at), text.size());
@@ -69,8 +69,10 @@ std::string readable_diagnostics(const std::string &text, const std::string &nam
         at = end + 1;
         if (line.find_first_not_of(" \t\r") == std::string::npos)
             continue;
-        if (size_t found = line.find(memory_name); found != std::string::npos)
-            line.replace(found, memory_name.size(), "(file " + name + ", line ");
+        const size_t from = line.find(before_name);
+        const size_t to = from == std::string::npos ? from : line.find(after_name, from);
+        if (to != std::string::npos)
+            line.replace(from + before_name.size(), to - from - before_name.size(), name);
         readable += line + "\n";
     }
     return readable;

@@ -41,8 +41,8 @@ template <class Code> std::string held_output(std::initializer_list<int> descrip
     return hold.release();
 }
 
-/// Returns the lines that a user should see: without blank lines, and with `name` in place of the name that
-/// the library gives a document in memory. Each line keeps its line end.
+/// Returns the lines that a user should see: without blank lines, and with `name` in place of the path or the
+/// name in memory by which the library read the document. Each line keeps its line end.
 std::string readable_diagnostics(const std::string &text, const std::string &name);
 
 /// Writes `text` unchanged to standard error.

@@ -7,6 +7,8 @@
 #include <variant>
 #include <vector>
 
+#include "failure.h"
+
 /// One argument of a subcommand. The type of `target` says how it is given: a bool is a flag, a text takes
 /// one value, and a list takes all values up to the next option.
 struct argument {
@@ -26,11 +28,17 @@ struct subcommand {
     std::string details; // printed by --help after the arguments; examples come last
     std::vector<argument> arguments;
     std::function<int()> run; // called when all targets hold what was given; returns an exit status
+    const char *statuses = EXIT_STATUS_HELP;
 };
 
 // Each returns its subcommand. The targets of the arguments live as long as its `run`.
 subcommand show_subcommand();
+subcommand export_subcommand();
 subcommand convert_subcommand();
+subcommand canonical_subcommand();
+subcommand diff_subcommand();
+subcommand merge_subcommand();
+subcommand mask_subcommand();
 subcommand select_subcommand();
 subcommand check_subcommand();
 

@@ -29,15 +29,13 @@ int type_of(const std::string &text, const type_family &family) {
     return -1;
 }
 
-std::string names(std::uint32_t mask, int first, const type_family &family) {
-    std::string all;
+std::vector<std::string> names(std::uint32_t mask, int first, const type_family &family) {
+    std::vector<std::string> all;
     for (int bit = 0; bit < 32; ++bit)
         if (mask >> bit & 1)
-            all.append(all.empty() ? "" : ":").append(family.name(first + bit));
+            all.emplace_back(family.name(first + bit));
     return all;
 }
-
-constexpr std::uint32_t blocks_2010 = 0x80000000;
 
 } // namespace
 
@@ -45,9 +43,9 @@ int event_type_of(const std::string &text) { return type_of(text, events); }
 
 int block_type_of(const std::string &text) { return type_of(text, blocks); }
 
-std::string event_names(std::uint32_t mask) { return names(mask, 0, events); }
+std::vector<std::string> event_names(std::uint32_t mask) { return names(mask, 0, events); }
 
-std::string block_names(std::uint32_t dtype) {
+std::vector<std::string> block_names(std::uint32_t dtype) {
     return names(dtype & ~blocks_2010, dtype & blocks_2010 ? 32 : 0, blocks);
 }
 

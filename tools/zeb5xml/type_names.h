@@ -3,6 +3,7 @@
 
 #include <cstdint>
 #include <string>
+#include <vector>
 
 /// Return the number of an event type (0 to 31) or data block type (0 to 62); -1 when there is none. The text
 /// is a number, or a name in upper or lower case, with or without its common prefix. Names are those of the
@@ -10,9 +11,12 @@
 int event_type_of(const std::string &text);
 int block_type_of(const std::string &text);
 
-/// Names of the types in a mask, separated by colons.
-std::string event_names(std::uint32_t mask);
-std::string block_names(std::uint32_t dtype);
+/// Names of the types in a mask.
+std::vector<std::string> event_names(std::uint32_t mask);
+std::vector<std::string> block_names(std::uint32_t dtype);
+
+/// With this bit in a data-type word, bit k means block type k + 32.
+inline constexpr std::uint32_t blocks_2010 = 0x80000000;
 
 /// Whether the data-type word has the block type: bit 31 of the word selects types from 32 on.
 bool has_block(std::uint32_t dtype, int block_type);

@@ -1,0 +1,16 @@
+#ifndef ZEB5XML_FORM_LOSSES_H
+#define ZEB5XML_FORM_LOSSES_H
+
+#include "differences.h"
+#include "record_list.h"
+
+/// Returns the form of this kind with this name; null when there is none.
+const form *form_named(const record_kind &kind, const std::string &name);
+
+/// Place of the loss of the form that explains the difference; the number of losses when there is none.
+size_t loss_of(const form &to, const difference &one);
+
+/// Names of the fields of which the form holds nothing, or not what stood there.
+texts fields_not_held(const form &one);
+
+#endif

@@ -1,0 +1,121 @@
+#include <charconv>
+#include <cstdio>
+#include <memory>
+#include <optional>
+#include <string>
+
+#include "failure.h"
+#include "output.h"
+#include "record.h"
+#include "subcommand.h"
+#include "text_table.h"
+#include "type_names.h"
+#include "words.h"
+
+namespace {
+
+/// A kind of mask. The number that stands in a document is the mask, or with --shift the type.
+struct mask_kind {
+    const char *name;
+    const char *one; // of its types
+    int (*type_of)(const std::string &text);
+    std::uint32_t (*bit_of)(int type); // the mask of this type alone
+    texts (*names)(std::uint32_t mask);
+    int last; // type
+};
+const mask_kind kinds[] = {
+    {"event", "event type", event_type_of, [](int type) { return std::uint32_t{1} << type; }, event_names,
+     31},
+    {"dtype", "block type", block_type_of,
+     [](int type) { return std::uint32_t{1} << type % 32 | (type < 32 ? 0 : blocks_2010); }, block_names, 62},
+};
+
+const mask_kind &kind_named(const std::string &name) {
+    const mask_kind *kind = kinds;
+    while (name != kind->name)
+        ++kind;
+    return *kind;
+}
+
+std::string hexadecimal(std::uint32_t mask) {
+    char text[16];
+    snprintf(text, sizeof text, "0x%x", mask);
+    return text;
+}
+
+texts row_of(const mask_kind &kind, std::uint32_t mask) {
+    return {hexadecimal(mask), std::to_string(mask), std::to_string(static_cast<std::int32_t>(mask)),
+            joined(kind.names(mask), ",")};
+}
+
+/// Reads a mask: a number, hexadecimal with 0x, of 32 bits with or without sign.
+std::optional<std::uint32_t> mask_from(const std::string &text) {
+    const bool is_hexadecimal = text.compare(0, 2, "0x") == 0 || text.compare(0, 2, "0X") == 0;
+    const char *begin = text.data() + (is_hexadecimal ? 2 : 0), *end = text.data() + text.size();
+    std::int64_t number = 0;
+    const auto [rest, error] = std::from_chars(begin, end, number, is_hexadecimal ? 16 : 10);
+    if (error != std::errc() || rest != end || number < INT32_MIN || number > UINT32_MAX)
+        return std::nullopt;
+    return static_cast<std::uint32_t>(number);
+}
+
+/// Reads names, separated by commas or colons.
+std::uint32_t mask_from_names(const mask_kind &kind, const std::string &text) {
+    std::optional<std::uint32_t> all;
+    for (size_t at = 0; at <= text.size();) {
+        const size_t end = std::min(text.find_first_of(",:", at), text.size());
+        const std::string name = text.substr(at, end - at);
+        const int type = kind.type_of(name);
+        if (type < 0)
+            throw failure(STATUS_USAGE, "no " + std::string(kind.one) + ": " + name + "; `zeb5xml mask " +
+                                            kind.name + "` lists all");
+        const std::uint32_t bit = kind.bit_of(type);
+        if (kind.names == block_names && all && (*all & blocks_2010) != (bit & blocks_2010))
+            throw failure(STATUS_USAGE,
+                          "one data-type word holds block types below 32, or those above: " + text);
+        all = all.value_or(0) | bit;
+        at = end + 1;
+    }
+    return *all;
+}
+
+std::string list_of_all(const mask_kind &kind) {
+    text_table table = {{"TYPE", "MASK", "NAME"}};
+    for (int type = 0; type <= kind.last; ++type)
+        if (const texts names = kind.names(kind.bit_of(type)); !names.empty())
+            table.push_back({std::to_string(type), hexadecimal(kind.bit_of(type)), names.front()});
+    return aligned(table);
+}
+
+int tell_mask(const std::string &kind_name, const std::vector<std::string> &masks) {
+    const mask_kind &kind = kind_named(kind_name);
+    if (masks.empty()) {
+        write_standard_output(list_of_all(kind));
+        return STATUS_DONE;
+    }
+    text_table table = {{"MASK", "UNSIGNED", "SIGNED", "NAMES"}};
+    for (const std::string &text : masks) {
+        const std::optional<std::uint32_t> mask = mask_from(text);
+        table.push_back(row_of(kind, mask ? *mask : mask_from_names(kind, text)));
+    }
+    write_standard_output(aligned(table));
+    return STATUS_DONE;
+}
+
+} // namespace
+
+subcommand mask_subcommand() {
+    auto kind = std::make_shared<std::string>();
+    auto masks = std::make_shared<std::vector<std::string>>();
+    return {
+        "mask",
+        "Turn masks of event types and data types into names, and names into masks",
+        "A number is a mask as it stands in EVTYPE or DTYPE, decimal or hexadecimal; after --, it may be\n"
+        "negative, as documents write DTYPE. Names are separated by commas. Without MASK, all types are "
+        "listed.\n"
+        "  zeb5xml mask dtype 0x80000200\n"
+        "  zeb5xml mask event BOR,EOR\n",
+        {{"KIND", kind.get(), "event (EVTYPE) or dtype (DTYPE)", argument::REQUIRED, {"event", "dtype"}},
+         {"MASK", masks.get(), "Masks, or names of types"}},
+        [kind, masks] { return tell_mask(*kind, *masks); }};
+}

@@ -1,0 +1,143 @@
+#include <map>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "differences.h"
+#include "failure.h"
+#include "form_losses.h"
+#include "parse_chan_descr.h"
+#include "read_records.h"
+#include "record_types.h"
+#include "standard_streams.h"
+#include "subcommand.h"
+#include "value_text.h"
+#include "write_records.h"
+
+namespace {
+
+struct merge_options {
+    std::vector<std::string> files;
+    std::string output = "-";
+    bool force = false;
+};
+
+/// Whether something stands in the field: a part, or what a new record does not have.
+bool is_set(const std::optional<value> &one) {
+    if (!one)
+        return false;
+    if (const auto *number = std::get_if<std::int64_t>(&one->content))
+        return *number != 0;
+    if (const auto *text = std::get_if<std::string>(&one->content))
+        return !text->empty();
+    return true;
+}
+
+/// The fields of `loser` that are set and that did not get into `merged`.
+std::vector<difference> lost_fields(const record &loser, const record &merged) {
+    std::vector<difference> lost;
+    const record fresh = channel_type.fresh(channel_type);
+    for (difference &one : differences(loser, merged, channel_type)) {
+        const size_t place = channel_type.place_of(one.path);
+        const bool is_default = place < fresh.fields.size() && one.was == fresh.fields[place];
+        if (is_set(one.was) && !is_default)
+            lost.push_back(std::move(one));
+    }
+    return lost;
+}
+
+/// One record for each property, completed from all records of this property.
+class merged_channels {
+public:
+    explicit merged_channels(bool force) : force_(force) {}
+    ~merged_channels() {
+        for (auto &[property, channel] : by_property_)
+            alone_.push_back(channel);
+        clean_chan_desr_list(&alone_);
+    }
+    merged_channels(const merged_channels &) = delete;
+    merged_channels &operator=(const merged_channels &) = delete;
+
+    void add(const record &fields, const std::string &source) {
+        alone_ = {static_cast<chan_descr_2010 *>(struct_from(fields, channel_type))};
+        const auto [found, is_new] = by_property_.emplace(alone_.front()->prop_name, alone_.front());
+        if (is_new) {
+            in_order_.push_back(alone_.front());
+            alone_.clear();
+            return;
+        }
+        const record before = record_from(found->second, channel_type);
+        extend_channel_description(found->second, alone_.front(), force_);
+        clean_chan_desr_list(&alone_);
+        tell_disagreements(before, fields, record_from(found->second, channel_type), source);
+    }
+
+    std::unique_ptr<record_list> list() const {
+        std::unique_ptr<record_list> all = channel_records.make({});
+        for (const chan_descr_2010 *channel : in_order_)
+            all->append(record_from(channel, channel_type));
+        return all;
+    }
+
+private:
+    /// Of each field in which both have something else, one side lost.
+    static void tell_disagreements(const record &before, const record &added, const record &merged,
+                                   const std::string &source) {
+        const std::string name = identity_text(merged.fields.front(), channel_type.identity()) + ": ";
+        for (const difference &one : lost_fields(before, merged))
+            tell(name + difference_text(one, "gives way to") + " of " + source);
+        for (const difference &one : lost_fields(added, merged))
+            tell(name + difference_text(one, "of " + source + " gives way to"));
+    }
+
+    const bool force_;
+    std::map<std::string, chan_descr_2010 *> by_property_; // owned
+    std::vector<chan_descr_2010 *> in_order_;
+    std::vector<chan_descr_2010 *> alone_; // owned; a record that is being added
+};
+
+int merge(const merge_options &options) {
+    merged_channels merged(options.force);
+    std::string lost;
+    for (const std::string &path : options.files) {
+        const read_records records(path);
+        if (records.kind.type != &channel_type)
+            throw failure(STATUS_DOCUMENT, records.source.name + ": is " + records.kind.with_article +
+                                               ": only channel descriptions can be merged");
+        records.require_all("nothing written");
+        lost += lost_in_reading(records.source, channel_type);
+        for (size_t i = 0; i < records.list->size(); ++i)
+            merged.add(records.list->at(i), records.source.name);
+    }
+    const std::unique_ptr<record_list> list = merged.list();
+    write_records({"merged channels",
+                   channel_records,
+                   *list,
+                   {},
+                   *form_named(channel_records, "chandescriptions"),
+                   lost},
+                  options.output, false);
+    return STATUS_DONE;
+}
+
+} // namespace
+
+subcommand merge_subcommand() {
+    auto options = std::make_shared<merge_options>();
+    return {
+        "merge",
+        "Complete channel descriptions from further documents",
+        "The first document is completed: its channels get from the others what they do not have, and "
+        "channels\n"
+        "of a property that it has not are added. The result is a CHANDESCRIPTIONS document without an "
+        "isodate\n"
+        "line. Each field on which documents disagree is told on standard error, with the value that "
+        "counts.\n"
+        "Nothing is written when a document cannot be read without errors or a value would be lost, as with\n"
+        "`zeb5xml convert`.\n",
+        {{"FILE", &options->files, "Channel descriptions; - is standard input", argument::REQUIRED},
+         {"-o,--output", &options->output, "File to write, replaced only when all is done (default: -)"},
+         {"--force", &options->force,
+          "What is set in a later document counts, and its bits and dimensions replace those before"}},
+        [options] { return merge(*options); }};
+}

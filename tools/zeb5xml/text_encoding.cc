@@ -1,0 +1,110 @@
+#include "text_encoding.h"
+
+#include <algorithm>
+
+namespace {
+
+unsigned char byte_at(std::string_view bytes, size_t at) { return static_cast<unsigned char>(bytes[at]); }
+
+/// Length of the UTF-8 character at `at`; 0 when there is none.
+size_t character_length(std::string_view bytes, size_t at) {
+    struct form {
+        unsigned char first, last;     // of the first byte
+        unsigned char lowest, highest; // of the second byte
+        size_t length;
+    };
+    static const form forms[] = {
+        {0x00, 0x7f, 0x00, 0x00, 1}, {0xc2, 0xdf, 0x80, 0xbf, 2}, {0xe0, 0xe0, 0xa0, 0xbf, 3},
+        {0xe1, 0xec, 0x80, 0xbf, 3}, {0xed, 0xed, 0x80, 0x9f, 3}, {0xee, 0xef, 0x80, 0xbf, 3},
+        {0xf0, 0xf0, 0x90, 0xbf, 4}, {0xf1, 0xf3, 0x80, 0xbf, 4}, {0xf4, 0xf4, 0x80, 0x8f, 4},
+    };
+    const unsigned char lead = byte_at(bytes, at);
+    for (const form &row : forms) {
+        if (lead < row.first || lead > row.last)
+            continue;
+        if (at + row.length > bytes.size())
+            return 0;
+        for (size_t i = 1; i < row.length; ++i) {
+            const unsigned char next = byte_at(bytes, at + i);
+            if (next < (i == 1 ? row.lowest : 0x80) || next > (i == 1 ? row.highest : 0xbf))
+                return 0;
+        }
+        return row.length;
+    }
+    return 0;
+}
+
+bool holds_utf8(const value &one);
+
+bool holds_utf8(const record &part) {
+    return std::all_of(part.fields.begin(), part.fields.end(),
+                       [](const value &one) { return holds_utf8(one); });
+}
+
+bool holds_utf8(const value &one) {
+    if (const auto *text = std::get_if<std::string>(&one.content))
+        return is_utf8(*text);
+    if (const auto *list = std::get_if<texts>(&one.content))
+        return std::all_of(list->begin(), list->end(), [](const std::string &text) { return is_utf8(text); });
+    if (const auto *parts = std::get_if<std::vector<record>>(&one.content))
+        return std::all_of(parts->begin(), parts->end(), [](const record &part) { return holds_utf8(part); });
+    return true;
+}
+
+} // namespace
+
+bool is_utf8(std::string_view bytes) {
+    for (size_t at = 0; at < bytes.size();) {
+        const size_t length = character_length(bytes, at);
+        if (length == 0)
+            return false;
+        at += length;
+    }
+    return true;
+}
+
+text_encoding encoding_of(const value &one) { return holds_utf8(one) ? UTF_8 : LATIN_1; }
+
+texts latin_1_fields(const record &fields, const record_type &type) {
+    texts names;
+    for (size_t i = 0; i < type.rows.size(); ++i)
+        if (encoding_of(fields.fields[i]) == LATIN_1)
+            names.push_back(type.rows[i].name);
+    return names;
+}
+
+std::string utf8_text(std::string_view bytes, text_encoding encoding) {
+    if (encoding == UTF_8)
+        return std::string(bytes);
+    std::string text;
+    for (const char c : bytes) {
+        const auto byte = static_cast<unsigned char>(c);
+        if (byte < 0x80) {
+            text += c;
+        } else {
+            text += static_cast<char>(0xc0 | byte >> 6);
+            text += static_cast<char>(0x80 | (byte & 0x3f));
+        }
+    }
+    return text;
+}
+
+std::string latin_1_where_possible(std::string_view bytes) {
+    std::string latin_1;
+    for (size_t at = 0; at < bytes.size();) {
+        const size_t length = std::max<size_t>(character_length(bytes, at), 1);
+        const unsigned char lead = byte_at(bytes, at);
+        if (length == 2 && lead <= 0xc3)
+            latin_1 += static_cast<char>((lead & 0x03) << 6 | (byte_at(bytes, at + 1) & 0x3f));
+        else
+            latin_1 += bytes.substr(at, length);
+        at += length;
+    }
+    return latin_1;
+}
+
+std::optional<std::string> latin_1_from_utf8(std::string_view text) {
+    std::string bytes = latin_1_where_possible(text);
+    // Each character that is in ISO-8859-1 gave one byte, so the way back gives the text again
+    return utf8_text(bytes, LATIN_1) == text ? std::optional(std::move(bytes)) : std::nullopt;
+}

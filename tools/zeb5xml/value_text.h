@@ -1,0 +1,22 @@
+#ifndef ZEB5XML_VALUE_TEXT_H
+#define ZEB5XML_VALUE_TEXT_H
+
+/// Values as messages show them to people, each on one line.
+
+#include <string>
+
+#include "record.h"
+
+/// The text in quotes; quotes, control characters and bytes that are no UTF-8 are escaped.
+std::string quoted_text(const std::string &bytes);
+
+/// The text without quotes, escaped alike.
+std::string plain_text(const std::string &bytes);
+
+/// The value: "on", 7, 0xc (BOR:EOR). Lists are JSON.
+std::string value_text(const value &one, const field_row &row);
+
+/// What messages call a record: its text, its name, or "index 3".
+std::string identity_text(const value &identity, const field_row &row);
+
+#endif
