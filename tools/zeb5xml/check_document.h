@@ -12,7 +12,7 @@ struct placed_finding {
     text_place place;
     rule id;
     std::string message;
-    std::size_t kept; // bytes of a field that is cut, else finding::none
+    std::size_t kept = finding::none; // bytes of a field that is cut
 };
 
 /// Checks the bytes of a document. The findings come in the order of the document.
