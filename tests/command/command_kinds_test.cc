@@ -91,10 +91,11 @@ TEST_F(CommandKinds, LayoutOfADictionaryIs2010UnlessClassicIsAskedFor) {
     EXPECT_EQ(run({"convert", "-", "--to", "table"}, text),
               (command_result{0, "1\t" + name + "\t0.000000\t0.000000\n", ""}));
     EXPECT_EQ(run({"convert", "-", "--to", "table", "--layout", "classic", "--force"}, text),
-              (command_result{0, "1\t" + name.substr(0, 79) + "\t0.000000\t0.000000\n",
-                              "zeb5xml: standard input: the text of PROP is 100 bytes long, cut at 79 in the "
-                              "classic layout: '" +
-                                  std::string(40, 'N') + "...'\n"}));
+              (command_result{
+                  0, "1\t" + name.substr(0, 79) + "\t0.000000\t0.000000\n",
+                  "zeb5xml: standard input:1:40: entry 1: the text of <PROP> has 100 bytes, of which 79 are "
+                  "kept in the classic layout: it ends with '" +
+                      std::string(20, 'N') + "'\n"}));
 }
 
 TEST_F(CommandKinds, AnEntryThatADictionaryHoldsTwiceIsReleasedOnce) {

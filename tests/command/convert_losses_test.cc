@@ -41,9 +41,8 @@ struct loss_case {
 const loss_case loss_cases[] = {
     // The reader keeps the last piece
     {"chandescriptions", channel("<PROP>HALL&lt;2&gt;/CURRENT</PROP>"),
-     "zeb5xml: in.xml: line 1: the text of PROP comes in 3 pieces (entity or character reference): a reader "
-     "keeps "
-     "only one of them\n"},
+     "zeb5xml: in.xml:1:28: channel 'HALL<2>/CURRENT': the text of <PROP> comes in pieces (a reference): the "
+     "reader keeps only '>/CURRENT'\n"},
     // ISO-8859-1 has no omega
     {"chandescriptions", channel("<PROP>A</PROP><UNITS>\xce\xa9</UNITS>"),
      "zeb5xml: in.xml: A: units: \"\xce\xa9\" becomes \"\xc3\x8e\xc2\xa9\"\n"},
@@ -54,7 +53,9 @@ const loss_case loss_cases[] = {
      "zeb5xml: in.xml: A: bits.bit_name: \"<\" makes the document ill-formed, as it is written without "
      "escaping\n"},
     {"chandescriptions", channel("<PROP>A</PROP><UNITS>0123456789abcdef</UNITS>"),
-     "zeb5xml: in.xml: the text of UNITS is 16 bytes long, cut at 15: '0123456789abcdef...'\n"},
+     "zeb5xml: in.xml:1:42: channel 'A': the text of <UNITS> has 16 bytes, of which 15 are kept: it ends "
+     "with "
+     "'0123456789abcde'\n"},
     {"daqvariables", channel("<PROP>A</PROP><BIT>1<BIT_NAME>on</BIT_NAME></BIT>"),
      "zeb5xml: in.xml: daqvariables changes bits in 1 channel, such as A: bits[1].bit_name: \"on\" becomes "
      "\"\"\n"},
@@ -92,14 +93,14 @@ TEST_F(ConvertLosses, AreNoneWhereTheEncodingOfTheDocumentHasTheCharacter) {
 TEST_F(ConvertLosses, LeaveTheDocumentThatIsConvertedIntoItself) {
     const std::string document = channel("<PROP>A&amp;</PROP>");
     folder.write("in.xml", document);
-    EXPECT_EQ(
-        folder.run({"convert", "in.xml", "--to", "chandescriptions", "-o", "in.xml"}),
-        (command_result{1, "",
-                        "zeb5xml: in.xml: line 1: the text of PROP comes in 2 pieces (entity or character "
-                        "reference): a reader keeps only one of them\n"
-                        "zeb5xml: in.xml: &: prop_name: \"&\" makes the document ill-formed, as it is "
-                        "written without escaping\n" +
-                            std::string(refusal)}));
+    EXPECT_EQ(folder.run({"convert", "in.xml", "--to", "chandescriptions", "-o", "in.xml"}),
+              (command_result{
+                  1, "",
+                  "zeb5xml: in.xml:1:28: channel 'A&': the text of <PROP> comes in pieces (a reference): "
+                  "the reader keeps only '&'\n"
+                  "zeb5xml: in.xml: &: prop_name: \"&\" makes the document ill-formed, as it is "
+                  "written without escaping\n" +
+                      std::string(refusal)}));
     EXPECT_EQ(folder.text("in.xml"), document);
 }
 
