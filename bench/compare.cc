@@ -99,8 +99,8 @@ void add_all(table &out, const options &wanted) {
                                                                .least_rounds = 7,
                                                                .most_rounds = 101,
                                                                .seconds_per_contest = 4};
-    for (const auto &group :
-         {reading_rows, uncommon_rows, document_rows, writing_rows, look_up_rows, scaling_rows})
+    for (const auto &group : {reading_rows, uncommon_rows, document_rows, writing_rows, look_up_rows,
+                              companion_rows, scaling_rows})
         for (const timed_rows &rows : group(wanted.size))
             if (is_wanted(rows.title))
                 add_contest(out, rows.title, rows.make(), effort);

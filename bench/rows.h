@@ -32,6 +32,7 @@ std::vector<timed_rows> uncommon_rows(run_size size); // texts that are not ASCI
 std::vector<timed_rows> document_rows(run_size size); // event lists, dictionaries, camera files
 std::vector<timed_rows> writing_rows(run_size size);
 std::vector<timed_rows> look_up_rows(run_size size);
+std::vector<timed_rows> companion_rows(run_size size); // zeb5xml.hpp beside plain calls
 std::vector<timed_rows> scaling_rows(run_size size);
 std::vector<memory_rows> reading_memory_rows(run_size size);
 

@@ -51,7 +51,7 @@ build() {
 
 # The paths of the headers that are installed.
 public_headers() {
-    sed -n '/^set(zeb5_public_headers/,/)$/s/^ *\([^ ]*\.h\))*$/\1/p' cmake/headers.cmake
+    sed -n '/^set(zeb5_public_headers/,/)$/s/^ *\([^ ]*\.hp*\))*$/\1/p' cmake/headers.cmake
 }
 
 # step NAME COMMAND...: runs a command under its name and tells how long it took; a failure ends the script.

@@ -1,15 +1,18 @@
-#include <ZEB5XML/parse_chan_descr.h>
+#include <cstdio>
+
+#include <ZEB5XML/zeb5xml.hpp>
 
 int main(int argc, char **argv) {
-    std::vector<chan_descr_2010 *> channels;
-    if (argc != 3 || zeb5_load_master_daq_channel_description_file(&channels, argv[1]) != 0)
-        return 1; // what went wrong stands on standard error
-
-    chan_descr_2010 *found = find_chan_entry(&channels, argv[2]);
-    if (found) {
-        std::vector<chan_descr_2010 *> one(1, found);
-        print_zeb5_chan_descr(&one);
+    if (argc != 3)
+        return 1;
+    try {
+        const auto channels = zeb5xml::channel_list::read(argv[1]);
+        const chan_descr_2010 *const found = channels.find(argv[2]);
+        if (found)
+            zeb5xml::print(*found);
+        return found ? 0 : 2;
+    } catch (const zeb5xml::error &problem) {
+        std::fprintf(stderr, "%s\n", problem.what());
+        return 1;
     }
-    clean_chan_desr_list(&channels);
-    return found ? 0 : 2;
 }
