@@ -1,5 +1,5 @@
 # What is installed and where. Each part is a component: `runtime` (the libraries), `development` (what compiling and
-# linking need) and `command`.
+# linking need), `command` and, from its own folder, `python`.
 include(CMakePackageConfigHelpers)
 
 set(zeb5_package_dir ${CMAKE_INSTALL_LIBDIR}/cmake/ZEB5XML)

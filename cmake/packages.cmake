@@ -5,6 +5,7 @@ set(ZEB5XML_PACKAGER "libZEB5XML maintainers <zeb5xml@example.org>" CACHE STRING
 set(zeb5_package_runtime libzeb5xml${PROJECT_VERSION_MAJOR})
 set(zeb5_package_development libzeb5xml-dev)
 set(zeb5_package_command zeb5xml)
+set(zeb5_package_python python3-zeb5xml)
 
 set(zeb5_about "Channel descriptions, event lists, env index dictionaries and camera
 features become plain records, and records become documents.")
@@ -15,9 +16,13 @@ set(CPACK_PACKAGE_CONTACT ${ZEB5XML_PACKAGER})
 set(CPACK_PACKAGING_INSTALL_PREFIX ${CMAKE_INSTALL_PREFIX})
 set(CPACK_STRIP_FILES ON)
 set(CPACK_COMPONENTS_ALL runtime development command)
+if(ZEB5XML_PYTHON)
+    list(APPEND CPACK_COMPONENTS_ALL python)
+endif()
 set(CPACK_COMPONENTS_GROUPING IGNORE)
 set(CPACK_COMPONENT_DEVELOPMENT_DEPENDS runtime)
 set(CPACK_COMPONENT_COMMAND_DEPENDS runtime)
+set(CPACK_COMPONENT_PYTHON_DEPENDS runtime command)
 
 set(CPACK_DEB_COMPONENT_INSTALL ON)
 set(CPACK_DEBIAN_ENABLE_COMPONENT_DEPENDS ON)
@@ -47,6 +52,13 @@ set(CPACK_DEBIAN_COMMAND_PACKAGE_SECTION science)
 set(CPACK_DEBIAN_COMMAND_PACKAGE_MULTIARCH foreign)
 set(CPACK_COMPONENT_COMMAND_DESCRIPTION "${zeb5_about}
 This package has the zeb5xml command: it lists, converts and checks them.")
+
+set(CPACK_DEBIAN_PYTHON_PACKAGE_SECTION python)
+set(CPACK_DEBIAN_PYTHON_PACKAGE_DEPENDS
+    "python3 (>= ${Python3_VERSION_MAJOR}.${Python3_VERSION_MINOR}), python3 (<< ${Python3_VERSION_MAJOR}.${zeb5_next_python})")
+set(CPACK_DEBIAN_PYTHON_PACKAGE_RECOMMENDS python3-pandas)
+set(CPACK_COMPONENT_PYTHON_DESCRIPTION "${zeb5_about}
+This package has the Python module, which also gives them as data frames.")
 
 # Every package has the change log that Debian asks for.
 string(TIMESTAMP zeb5_package_date "%a, %d %b %Y %H:%M:%S +0000" UTC)

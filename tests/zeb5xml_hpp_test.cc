@@ -22,13 +22,15 @@ const char two_channels[] = "<CHANDESCRIPTIONS>\n"
                             "</CHANDESCRIPTIONS>\n";
 const char broken[] = "<CHANDESCRIPTIONS><CHANNEL><PROP>A/B/C</PROP></CHANNEL></CHANDESCRIPTION>";
 const char message_of_broken[] = "expected end of tag 'CHANDESCRIPTIONS'";
-const char event_document[] = "<BMR><EVENT><TYPE>4</TYPE><SBLOCK>SRV</SBLOCK></EVENT>"
-                              "<EVENT><TYPE>1</TYPE><SBLOCK>S2</SBLOCK><CHLIST><CHAN>c</CHAN></CHLIST></EVENT>"
-                              "<EVENT><TYPE>2</TYPE></EVENT></BMR>";
+const char event_document[] =
+    "<BMR><EVENT><TYPE>4</TYPE><SBLOCK>SRV</SBLOCK></EVENT>"
+    "<EVENT><TYPE>1</TYPE><SBLOCK>S2</SBLOCK><CHLIST><CHAN>c</CHAN></CHLIST></EVENT>"
+    "<EVENT><TYPE>2</TYPE></EVENT></BMR>";
 const char dictionary_document[] =
     "<ENVINDEXDICT><CHANNEL><INDEX>7</INDEX><PROP>A/B/C</PROP><DABS>0.5</DABS></CHANNEL>"
     "<CHANNEL><INDEX>9</INDEX><PROP>A/B/D</PROP><PROP>A/B/E</PROP></CHANNEL></ENVINDEXDICT>";
-const char camera_document[] = "<C><Integer Name='Width'><ToolTip>wide</ToolTip></Integer><Float Name='Gain'/></C>";
+const char camera_document[] =
+    "<C><Integer Name='Width'><ToolTip>wide</ToolTip></Integer><Float Name='Gain'/></C>";
 
 template <class List> std::vector<std::string> properties(const List &list) {
     std::vector<std::string> all;
@@ -40,17 +42,21 @@ template <class List> std::vector<std::string> properties(const List &list) {
 /// The document without its line with the date, as it is where that differs from call to call.
 std::string without_date(std::string document) {
     const std::size_t begin = document.find("\t<isodate>");
-    return begin == std::string::npos ? document : document.erase(begin, document.find('\n', begin) + 1 - begin);
+    return begin == std::string::npos ? document
+                                      : document.erase(begin, document.find('\n', begin) + 1 - begin);
 }
 
 using texts = std::vector<std::string>;
 
 // What the types promise
 
-static_assert(std::is_nothrow_move_constructible_v<channel_list> && std::is_nothrow_move_assignable_v<channel_list>);
+static_assert(std::is_nothrow_move_constructible_v<channel_list> &&
+              std::is_nothrow_move_assignable_v<channel_list>);
 static_assert(!std::is_copy_constructible_v<channel_list> && !std::is_copy_assignable_v<event_list>);
-static_assert(std::is_same_v<decltype(*std::declval<const channel_list &>().begin()), const chan_descr_2010 &>);
-static_assert(std::is_same_v<decltype(std::declval<const channel_list &>().find("")), const chan_descr_2010 *>);
+static_assert(
+    std::is_same_v<decltype(*std::declval<const channel_list &>().begin()), const chan_descr_2010 &>);
+static_assert(
+    std::is_same_v<decltype(std::declval<const channel_list &>().find("")), const chan_descr_2010 *>);
 static_assert(std::is_convertible_v<channel_list::iterator, channel_list::const_iterator>);
 static_assert(!std::is_convertible_v<channel_list::const_iterator, channel_list::iterator>);
 static_assert(std::is_move_constructible_v<selector> && !std::is_copy_constructible_v<selector>);
@@ -155,12 +161,16 @@ TEST(Zeb5xmlHpp, IsARangeOfRecords) {
     EXPECT_EQ(&*(1 + list.begin()), &list[1]);
     EXPECT_EQ(&*(list.end() - 1), &list[1]);
     EXPECT_LT(list.begin(), list.end());
-    EXPECT_EQ(std::accumulate(list.begin(), list.end(), 0, [](int sum, const auto &c) { return sum + c.stream; }), 1);
+    EXPECT_EQ(
+        std::accumulate(list.begin(), list.end(), 0, [](int sum, const auto &c) { return sum + c.stream; }),
+        1);
     for (chan_descr_2010 &channel : list)
         channel.stream = 6;
-    EXPECT_TRUE(std::all_of(list.begin(), list.end(), [](const auto &channel) { return channel.stream == 6; }));
-    const auto last = std::find_if(std::make_reverse_iterator(list.end()), std::make_reverse_iterator(list.begin()),
-                                   [](const auto &channel) { return channel.stream == 6; });
+    EXPECT_TRUE(
+        std::all_of(list.begin(), list.end(), [](const auto &channel) { return channel.stream == 6; }));
+    const auto last =
+        std::find_if(std::make_reverse_iterator(list.end()), std::make_reverse_iterator(list.begin()),
+                     [](const auto &channel) { return channel.stream == 6; });
     EXPECT_EQ(&*last, &list[1]);
     channel_list::const_iterator place = list.begin();
     EXPECT_EQ(place++->prop_name, list[0].prop_name);
@@ -197,8 +207,8 @@ TEST(Zeb5xmlHpp, FindsAndCompletesChannels) {
     EXPECT_EQ(same.find("A/B/D"), &same[1]);
     EXPECT_EQ(list.find(std::string("A/B/C")), &list[0]);
     EXPECT_EQ(list.find("A/B"), nullptr);
-    const channel_list other =
-        channel_list::parse("<CHANDESCRIPTIONS><CHANNEL><PROP>A/B/C</PROP><UNITS>V</UNITS></CHANNEL></CHANDESCRIPTIONS>");
+    const channel_list other = channel_list::parse(
+        "<CHANDESCRIPTIONS><CHANNEL><PROP>A/B/C</PROP><UNITS>V</UNITS></CHANNEL></CHANDESCRIPTIONS>");
     EXPECT_TRUE(complete(list[0], other[0]));
     EXPECT_STREQ(list[0].units, "V");
     EXPECT_FALSE(complete(list[1], other[0]));
@@ -206,10 +216,9 @@ TEST(Zeb5xmlHpp, FindsAndCompletesChannels) {
 
 TEST(Zeb5xmlHpp, WritesChannelsInEachForm) {
     channel_list list = channel_list::parse(two_channels);
-    for (const auto &[format, mode, dialect] : {std::tuple(channel_format::chandescriptions, 2, 0),
-                                                std::tuple(channel_format::daqvariables, 2, 1),
-                                                std::tuple(channel_format::table, 1, 0),
-                                                std::tuple(channel_format::summary, 3, 0)}) {
+    for (const auto &[format, mode, dialect] :
+         {std::tuple(channel_format::chandescriptions, 2, 0), std::tuple(channel_format::daqvariables, 2, 1),
+          std::tuple(channel_format::table, 1, 0), std::tuple(channel_format::summary, 3, 0)}) {
         temporary_file expected;
         dump_chan_desr(&list.plain(), expected.c_path(), mode, dialect, -1, nullptr, nullptr);
         EXPECT_NE(expected.text(), "");
@@ -267,7 +276,8 @@ TYPED_TEST(Zeb5xmlHppDictionary, IsReadAndWritten) {
     std::string text;
     const captured seen = capture([&] { text = list.text(dictionary_format::table); });
     EXPECT_EQ(seen.out + seen.err, "");
-    EXPECT_EQ(text, "7\tA/B/C\t0.500000\t0.000000\n9\tA/B/E\t0.000000\t0.000000\n9\tA/B/E\t0.000000\t0.000000\n");
+    EXPECT_EQ(text,
+              "7\tA/B/C\t0.500000\t0.000000\n9\tA/B/E\t0.000000\t0.000000\n9\tA/B/E\t0.000000\t0.000000\n");
     EXPECT_EQ(TypeParam::parse(list.text()).text(dictionary_format::table), text);
     const temporary_file written;
     const captured silent = capture([&] { list.write(written.path()); });
@@ -295,8 +305,9 @@ TEST(Zeb5xmlHpp, AnswersQuestionsAboutChannels) {
     const temporary_file file(two_channels);
     selector channels;
     channels.add(file.path());
-    channels.add_text("<CHANDESCRIPTIONS><CHANNEL><EVTYPE>1</EVTYPE><DTYPE>9</DTYPE><PROP>P</PROP><NAME>N.ML</NAME>"
-                      "<DIM>1</DIM><DIM>2</DIM></CHANNEL></CHANDESCRIPTIONS>");
+    channels.add_text(
+        "<CHANDESCRIPTIONS><CHANNEL><EVTYPE>1</EVTYPE><DTYPE>9</DTYPE><PROP>P</PROP><NAME>N.ML</NAME>"
+        "<DIM>1</DIM><DIM>2</DIM></CHANNEL></CHANDESCRIPTIONS>");
     ASSERT_EQ(channels.size(), 3);
     EXPECT_STREQ(channels.name(2), "N.ML");
     EXPECT_STREQ(channels.property(1), "A/B/D");
