@@ -16,7 +16,8 @@ namespace {
 using namespace zeb5;
 
 std::u16string name_of(std::size_t number) {
-    const std::string name = "i" + std::to_string(number) + "_x"; // many of them meet in tables of 14,079 lists
+    const std::string name =
+        "i" + std::to_string(number) + "_x"; // many of them meet in tables of 14,079 lists
     return {name.begin(), name.end()};
 }
 

@@ -35,7 +35,8 @@ bool tell_losses(const records_to_write &what, const std::string &text) {
 std::string lost_in_reading(const document &source, const record_type &type) {
     std::string lines;
     for (const placed_finding &one : check_document(source.text())) {
-        const bool is_cut = one.id == rule::CUT_FIELD && has_capacity(type, one.kept); // not in another layout
+        const bool is_cut =
+            one.id == rule::CUT_FIELD && has_capacity(type, one.kept); // not in another layout
         if (is_cut || one.id == rule::LOST_TEXT)
             lines += "zeb5xml: " + source.name + ":" + std::to_string(one.place.line) + ":" +
                      std::to_string(one.place.column) + ": " + one.message + "\n";

@@ -15,10 +15,10 @@
 
 #include "zeb5_export.h"
 
-ZEB5_API void START_TAG(std::string &a, const char *b);  // <b>
-ZEB5_API void START_TAGN(std::string &a, const char *b); // <b> and a line end
-ZEB5_API void END_TAG(std::string &a, const char *b);    // </b>
-ZEB5_API void END_TAGN(std::string &a, const char *b);   // </b> and a line end
+ZEB5_API void START_TAG(std::string &a, const char *b);  // `<b>`
+ZEB5_API void START_TAGN(std::string &a, const char *b); // `<b>` and a line end
+ZEB5_API void END_TAG(std::string &a, const char *b);    // `</b>`
+ZEB5_API void END_TAGN(std::string &a, const char *b);   // `</b>` and a line end
 
 /// Empty element: `<b n="1"/>`
 ZEB5_API void START_TAG_ATTR(std::string &a, const char *b, std::vector<char *> *at, std::vector<char *> *v);

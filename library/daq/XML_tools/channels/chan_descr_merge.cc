@@ -114,7 +114,8 @@ void fill_dims(chan_descr_2010 &in, const chan_descr_2010 &from) {
     });
 }
 
-// Kept, in the two functions below: users see entries beside a count of 0 stay, with the clones after them.
+// Kept: users see entries beside a count of 0 stay, with the clones after them; so in the two functions
+// below.
 
 void replace_bits(chan_descr_2010 &in, const chan_descr_2010 &from) {
     if (from.nbits == 0)

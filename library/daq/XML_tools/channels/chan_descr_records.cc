@@ -111,9 +111,9 @@ void print_channel(const chan_descr_2010 &channel) {
     print_dims(channel);
 }
 
-// Kept, in the three functions below: parts beside a count of 0 are reported to the user and not released, as
-// somebody else may own them. The vectors are empty afterwards, so that a channel that stands in its list
-// twice is reported and released once.
+// Kept: parts beside a count of 0 are reported to the user and not released, as somebody else may own them;
+// so in the three functions below. The vectors are empty afterwards, so that a channel that stands in its
+// list twice is reported and released once.
 
 void release_bits(chan_descr_2010 &channel) {
     if (are_uncounted(channel.nbits, channel.bits))
