@@ -1,5 +1,5 @@
-/// The blob of a data block, marker and length included. Whoever hands over a blob answers for its memory, so
-/// that a length beyond the buffer is cut to it; what the length says below that is the loader's to judge.
+/// The blob of a data block, with its marker and length. The caller guarantees the memory of a blob, so a
+/// length beyond the buffer is cut to the buffer's. The loader must cope with any smaller length.
 
 #include <algorithm>
 

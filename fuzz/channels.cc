@@ -1,6 +1,6 @@
-/// Channel descriptions of both dialects from memory and from a file, with every choice of flags, and what
-/// is done with the records afterwards; and the two calls that read for one purpose, against the calls that
-/// they stand for.
+/// Channel descriptions of both dialects are read from memory and from a file, with any flags, and the
+/// records are used. The two functions that read and do more are compared with the single calls that they
+/// stand for.
 
 #include "fuzz.h"
 #include "support/channel_records.h"

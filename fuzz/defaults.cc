@@ -1,4 +1,4 @@
-/// How every run of a harness is bounded; the flags of the command line come later and win.
+/// The limits of every run of a harness. Flags of the command line override them.
 
 #include <iterator>
 #include <vector>

@@ -17,8 +17,8 @@
 #include "support/memory_file.h"
 #include "xml_platform.h"
 
-/// A document, and behind it the bytes that choose what is done with it: taken from the end, so that any
-/// document is an input as it stands.
+/// A document, followed by bytes that choose what is done with it. They are taken from the end, so that any
+/// document is an input.
 class fuzz_input {
 public:
     fuzz_input(const std::uint8_t *data, std::size_t size)
@@ -58,7 +58,7 @@ inline char *in_a_file(std::string_view document) {
 /// From here on to the end of the process.
 inline void hold_the_platform() { static const xml_platform platform; }
 
-/// Where failures are told: standard error as it was at the start, before anybody turned it elsewhere.
+/// Failures are reported here: standard error as it was at the start, before a harness redirected it.
 inline const int failure_fd = fcntl(STDERR_FILENO, F_DUPFD_CLOEXEC, 100);
 
 [[noreturn]] inline void fail(const std::string &why) {

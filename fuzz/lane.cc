@@ -43,12 +43,13 @@ std::string as_text(const reading &seen) {
     return std::to_string(seen.result) + ' ' + seen.thrown + '\n' + seen.records;
 }
 
-/// Whether nothing ahead can be wrong before it is scanned: only then may the scanner look ahead less.
+/// Whether no byte ahead can be an error before it is scanned. Only then may the scanner look ahead less.
 bool is_ascii(std::string_view text) {
     return std::all_of(text.begin(), text.end(), [](char c) { return static_cast<unsigned char>(c) < 0x80; });
 }
 
-/// What `read` gives both ways; parts of the document that are loaded at a time are small if they may be.
+/// Expects the same of `read` with the plain lane and without it. The document is loaded in small parts where
+/// that is allowed.
 template <class Read> void compare(const char *what, bool small_parts, Read read) {
     std::string seen[2];
     captured told[2];

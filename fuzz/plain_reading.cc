@@ -1,5 +1,5 @@
-/// The steps of the pull readers, and the channels of the channel readers, beside the plainly written readers
-/// of the tests: the same steps, records, results and messages.
+/// The pull readers and the channel readers are compared with the plainly written readers of the tests.
+/// Steps, records, results and messages must be the same.
 
 #include "streams.h"
 #include "support/plain_channels.h"

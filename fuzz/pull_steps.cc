@@ -29,7 +29,7 @@ struct file_source {
     int start() { return parser.start(path); }
 };
 
-/// What a pull reader hands out is readable text.
+/// The texts that a pull reader returns can be read up to their NUL.
 std::size_t length(const char *text) { return text ? std::strlen(text) : 0; }
 
 template <class Parser> bool step(Parser &parser, bool with_tag, bool with_value) {

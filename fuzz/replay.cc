@@ -1,5 +1,5 @@
-/// Runs a harness over the files, and all files below the folders, that are named: what a seed or a past
-/// finding did once it must not do again, with any compiler.
+/// Runs a harness over the named files, and over all files in the named folders. So seeds and past findings
+/// are tried again with any compiler.
 
 #include <cstdio>
 #include <filesystem>

@@ -1,5 +1,5 @@
-/// Random records, written, read back and written again: the second document is the first, where the format
-/// promises it, and so are the records. On the way every other form of output is made of the same records.
+/// Random records are written, read and written again. Both documents must be the same where the format
+/// promises it, and so must the records. All other outputs of the same records are made, too.
 
 #include <algorithm>
 #include <array>

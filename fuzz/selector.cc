@@ -1,5 +1,5 @@
-/// The channel selector, its look-ups against a plain walk over records that were read in the same way; a
-/// channel is renamed in between.
+/// The look-ups of the channel selector are compared with a plain search through the same records. A channel
+/// is renamed in between.
 
 #include <algorithm>
 #include <cstring>

@@ -1,5 +1,5 @@
-/// The memory and the file form of each reader on one document: the same result, the same records and the
-/// same messages, but for the differences that are meant.
+/// The memory form and the file form of each reader read the same document. Results, records and messages
+/// must be the same, except for the intended differences.
 
 #include <cstring>
 
@@ -55,9 +55,9 @@ bool is_daq_variables(std::vector<char> text) {
            std::strcmp(root, zeb5::daq_tags::root) == 0;
 }
 
-/// Of the flags, the memory form alone minds `shift` under DAQvariables and `delete_duplicated` elsewhere.
-/// Meant to differ under DAQvariables, and there only: the words for a missing attribute, the word on an
-/// untitled bit, and what a repeated property adds to the event types.
+/// Only the memory form obeys `shift` for DAQvariables, and `delete_duplicated` for other documents. Three
+/// more differences are intended, for DAQvariables only: the message about a missing attribute, the message
+/// about a bit without a title, and what a repeated property adds to the event types.
 void compare_channels(two_forms &forms, bool shift, bool delete_duplicated) {
     const bool daq = is_daq_variables(forms.text);
     channel_list memory, file;

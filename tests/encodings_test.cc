@@ -1,4 +1,4 @@
-/// Documents in other encodings, and such that are in none, through every reader.
+/// Every reader reads documents in other encodings, and documents that are in no encoding.
 
 #include <gtest/gtest.h>
 
@@ -130,7 +130,7 @@ encoding_case alike(const char *name, std::string (*encode)(const std::string &t
     return {name, encode, end, end};
 }
 
-/// Bytes that are met before the first tag is: the XML library decodes far ahead. It shows those that are no
+/// Bytes that the XML library meets before the first tag, as it decodes far ahead. It shows bytes that are no
 /// character as U+FFFD.
 encoding_case bad_bytes(const char *name, std::string (*encode)(const std::string &text), const char *words) {
     return alike(name, encode, {NOTHING, behind_declaration, words});
@@ -167,7 +167,7 @@ const encoding_case encoding_cases[] = {
               "invalid byte '<' at position 3 of a 3-byte sequence"),
 };
 
-/// A reading and all that was said meanwhile, with DOCUMENT for the name of the document.
+/// A reading and all its messages, with DOCUMENT in place of the document's name.
 struct told_reading {
     reading seen;
     std::string out, err;
@@ -249,7 +249,7 @@ TEST(Encodings, AreReadOrCountedByEveryReader) {
     }
 }
 
-// What it has for more than Latin-1 is lost in the writing of the test, not in the reading
+// Characters beyond Latin-1 are lost when the test writes the document, not when a reader reads it
 TEST(Encodings, OfLatin1AreReadByEveryReader) {
     for (const reader_row &reader : every_reader) {
         const std::string &document = good_documents[reader.kind];

@@ -1,5 +1,5 @@
-/// Destinations that take a part only: pipes that nobody reads, files that may not grow. The writers tell of
-/// a failed write to a descriptor and of no other.
+/// Destinations that take only a part of the output: pipes that nobody reads, files that may not grow. The
+/// writers report a failed write to a descriptor, and no other failed write.
 
 #include <csignal>
 #include <fcntl.h>
@@ -93,7 +93,7 @@ TEST(LimitedDestinations, ThatAreFilesAreCutWithoutAWord) {
     }
 }
 
-// One write gets 8,192 bytes through and so does not fail
+// The first write puts out 8,192 bytes, so it does not fail
 TEST(LimitedDestinations, ThatAreDescriptorsFailOnlyWhenNothingGetsThrough) {
     const full_writers writers;
     for (const writer_row &row : writers.rows) {

@@ -1,5 +1,5 @@
-/// A process that reads for a long time: every reader in turn, good documents and bad ones mixed. What it
-/// holds at the end is what it held after the first thousand readings.
+/// A process that reads for a long time: each reader in turn reads good and bad documents. At the end the
+/// process must hold as much memory and as many descriptors as after the first thousand readings.
 ///
 ///     zeb5xml_long_life COUNT held|alone
 ///
@@ -27,7 +27,7 @@
 
 namespace {
 
-/// All readers, each with all that it may meet.
+/// All readers, each with all of its documents.
 std::vector<repeated_reading> all_readings() {
     std::vector<repeated_reading> readings;
     for (const reader_row &reader : every_reader)
@@ -55,7 +55,7 @@ void leave_out_caches(char **argv) {
     std::exit(2);
 }
 
-/// What the process holds.
+/// The memory and the descriptors of the process.
 struct holdings {
     std::size_t descriptors = open_descriptors();
     std::size_t bytes = mallinfo2().uordblks + mallinfo2().hblkhd; // 0 under a sanitizer

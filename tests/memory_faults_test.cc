@@ -1,6 +1,6 @@
-/// What each call of the library does when memory runs out at its first allocation, at its second and so on
-/// until it gets through: a result or an exception that tells of it, no list with anything in it that cannot
-/// be used and released, nothing lost, and the next call as if nothing had happened.
+/// Each call of the library, with memory that runs out at its first allocation, at its second and so on,
+/// until the call succeeds. The call must report it by its result or an exception. All records of the list
+/// can be used and released, nothing is lost, and the next call works as usual.
 
 #include <filesystem>
 #include <functional>
@@ -83,7 +83,7 @@ TEST_F(MemoryFaults, FailTheReadingOfACameraFileByItsTree) {
     }
 }
 
-// The pull readers by themselves: whoever catches the exception may ask on
+// The pull readers themselves: whoever catches the exception may ask for further steps
 
 /// Takes all steps while memory runs out at the `at`-th allocation. Whether it did.
 template <class Parser> bool run_out_while_stepping(Parser &parser, std::size_t at) {

@@ -13,6 +13,7 @@
 
 #include "support/camera_features.h"
 #include "support/lane.h"
+#include "support/repeated_text.h"
 #include "support/sanitized.h"
 #include "support/watched.h"
 #include "xml_platform.h"
@@ -106,25 +107,18 @@ TEST(Zeb5GigeDescrFiles, MayComeInAnyEncoding) {
     EXPECT_EQ(features_of("<?xml version='1.0' encoding='UTF-16'?>" + inside), features);
 }
 
-std::string repeated(std::string_view text, int count) {
-    std::string all;
-    for (int i = 0; i < count; ++i)
-        all += text;
-    return all;
-}
-
 TEST(Zeb5GigeDescrFiles, MayHoldVeryLongLinesAndTexts) {
     const std::string long_text =
-        repeated("0123456789", 250'000); // beyond the million that the parser hands out
-    const std::string mixed = repeated("ab\xc3\xa4", 100'000);
-    const std::string references = repeated("x&amp;", 20'000);
+        times(250'000, "0123456789"); // beyond the million that the parser hands out
+    const std::string mixed = times(100'000, "ab\xc3\xa4");
+    const std::string references = times(20'000, "x&amp;");
     EXPECT_EQ(features_of("<r><Integer Name='" + mixed + "'><ToolTip>" + long_text +
                           "</ToolTip><Description>" + references + "</Description></Integer></r>"),
-              "1|" + mixed + "||" + long_text + '|' + repeated("x&", 20'000) + '\n');
+              "1|" + mixed + "||" + long_text + '|' + times(20'000, "x&") + '\n');
 }
 
 TEST(Zeb5GigeDescrFiles, MayHoldThousandsOfFeatures) {
-    const std::string description = repeated("A feature of the camera, told at length. ", 8);
+    const std::string description = times(8, "A feature of the camera, told at length. ");
     std::string document = "<r>", expected;
     for (int i = 0; i < 2'700; ++i) {
         const std::string name = "Feature" + std::to_string(i);
@@ -140,17 +134,16 @@ TEST(Zeb5GigeDescrFiles, MayHoldThousandsOfFeatures) {
 
 TEST(Zeb5GigeDescrFiles, MayHoldTensOfThousandsOfSiblings) {
     const int count = 30'000;
-    EXPECT_EQ(features_of("<r>" + repeated("<Integer Name='a'/>\n", count) + "</r>"),
-              repeated("1|a|||\n", count));
+    EXPECT_EQ(features_of("<r>" + times(count, "<Integer Name='a'/>\n") + "</r>"), times(count, "1|a|||\n"));
 }
 
 TEST(Zeb5GigeDescrFiles, MayBeNestedDeeperThanTheStackAllows) {
     const int depth = 100'000;
-    EXPECT_EQ(features_of(repeated("<a>", depth) + "<Integer Name='deep'/>" + repeated("</a>", depth)),
+    EXPECT_EQ(features_of(times(depth, "<a>") + "<Integer Name='deep'/>" + times(depth, "</a>")),
               "1|deep|||\n");
-    EXPECT_EQ(features_of(repeated("<Float Name='f'>", depth) + repeated("</Float>", depth)),
-              repeated("2|f|||\n", depth));
-    EXPECT_EQ(features_of(repeated("<a>", depth)), parse_failure);
+    EXPECT_EQ(features_of(times(depth, "<Float Name='f'>") + times(depth, "</Float>")),
+              times(depth, "2|f|||\n"));
+    EXPECT_EQ(features_of(times(depth, "<a>")), parse_failure);
 }
 
 /// What a failed read must leave alone.
@@ -284,8 +277,8 @@ TEST(Zeb5GigeDescrFiles, MayDeclareIdentifiers) {
 
 TEST(Zeb5GigeDescrFiles, MayExpandEntities) {
     for (const std::string &references :
-         {repeated("&e;", 2000), repeated("&two;", 1000), "<Int64 Name='" + repeated("&e;", 2000) + "'/>",
-          repeated("&amp;&#65;&lt;", 2000)})
+         {times(2000, "&e;"), times(1000, "&two;"), "<Int64 Name='" + times(2000, "&e;") + "'/>",
+          times(2000, "&amp;&#65;&lt;")})
         EXPECT_NE(features_of(with_entities + "<r>" + references + "</r>"), parse_failure)
             << references.substr(0, 40);
 }
@@ -295,7 +288,7 @@ std::string bomb(const std::string &kind, const std::string &mark) {
     std::string all = "<!ENTITY " + kind + " e0 ' '>";
     for (int i = 1; i < 8; ++i)
         all += "<!ENTITY " + kind + " e" + std::to_string(i) + " '" +
-               repeated(mark + "e" + std::to_string(i - 1) + ";", 10) + "'>";
+               times(10, mark + "e" + std::to_string(i - 1) + ";") + "'>";
     return all;
 }
 

@@ -3,15 +3,9 @@
 #include <gtest/gtest.h>
 
 #include "support/read_apart.h"
+#include "support/repeated_text.h"
 
 namespace {
-
-std::string times(std::size_t count, const std::string &text) {
-    std::string all;
-    for (std::size_t i = 0; i < count; ++i)
-        all += text;
-    return all;
-}
 
 /// What a parser may be doing when it is refused: each document has one thing done again and again, and its
 /// length moves the place of the refusal.

@@ -6,24 +6,10 @@
 #include <gtest/gtest.h>
 
 #include "support/read_apart.h"
+#include "support/repeated_text.h"
 #include "support/sanitized.h"
 
 namespace {
-
-std::string times(std::size_t count, const std::string &text) {
-    std::string all;
-    for (std::size_t i = 0; i < count; ++i)
-        all += text;
-    return all;
-}
-
-/// "a0 a1 a2 ..." with something else before, between and behind.
-std::string numbered(std::size_t count, const std::string &before, const std::string &behind) {
-    std::string all;
-    for (std::size_t i = 0; i < count; ++i)
-        all += before + std::to_string(i) + behind;
-    return all;
-}
 
 const std::string any = "<!ELEMENT ROOT ANY>";
 

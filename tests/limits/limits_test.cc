@@ -11,26 +11,11 @@
 #include "support/every_reader.h"
 #include "support/lane.h"
 #include "support/reader_forms.h"
+#include "support/repeated_text.h"
 
 namespace {
 
 using namespace zeb5;
-
-std::string times(std::size_t count, const std::string &text) {
-    std::string all;
-    all.reserve(count * text.size());
-    for (std::size_t i = 0; i < count; ++i)
-        all += text;
-    return all;
-}
-
-/// Texts with the numbers from 0 on in place of each '@'.
-std::string numbered(std::size_t count, const std::string &text) {
-    std::string all;
-    for (std::size_t i = 0; i < count; ++i)
-        all += replace_all(text, "@", std::to_string(i));
-    return all;
-}
 
 constexpr char too_much_work[] = "This document takes more work than its length allows";
 constexpr char too_much_memory[] = "This document takes more memory than its length allows";

@@ -9,6 +9,7 @@
 #include <gtest/gtest.h>
 
 #include "support/reader_forms.h"
+#include "support/repeated_text.h"
 #include "support/sax_sources.h"
 #include "support/test_files.h"
 #include "support/watched.h"
@@ -101,23 +102,16 @@ TYPED_TEST(SaxParserRefusal, MayDeclareNoAttributes) {
     EXPECT_EQ(seen.streams.err, "");
 }
 
-std::string repeated(const char *text, int count) {
-    std::string all;
-    for (int i = 0; i < count; ++i)
-        all += text;
-    return all;
-}
-
 const std::string with_entity = "<!DOCTYPE r [<!ELEMENT r ANY><!ATTLIST r a CDATA #IMPLIED><!ENTITY e \"E\">"
                                 "<!ENTITY two \"&e;E\">]>";
 
 TYPED_TEST(SaxParserRefusal, MayExpandEntities) {
     const std::string documents[] = {
-        with_entity + "<r>" + repeated("&e;", 2000) + "</r>",
-        with_entity + "<r>" + repeated("&two;", 2000) + "</r>",
-        with_entity + "<r a=\"" + repeated("&e;", 2000) + "\"/>",
-        with_entity + "<r a=\"" + repeated("&e;", 2000) + "\">" + repeated("&e;", 2000) + "</r>",
-        with_entity + "<r>" + repeated("&amp;&#65;&lt;", 2000) + "</r>", // these do not count
+        with_entity + "<r>" + times(2000, "&e;") + "</r>",
+        with_entity + "<r>" + times(2000, "&two;") + "</r>",
+        with_entity + "<r a=\"" + times(2000, "&e;") + "\"/>",
+        with_entity + "<r a=\"" + times(2000, "&e;") + "\">" + times(2000, "&e;") + "</r>",
+        with_entity + "<r>" + times(2000, "&amp;&#65;&lt;") + "</r>", // these do not count
     };
     for (const auto &document : documents) {
         TypeParam source(document);
@@ -134,7 +128,7 @@ std::string bomb(const std::string &kind, const std::string &reference_mark) {
     std::string all = "<!ENTITY " + kind + " e0 ' '>";
     for (int i = 1; i < 10; ++i) {
         const std::string one_before = reference_mark + "e" + std::to_string(i - 1) + ";";
-        all += "<!ENTITY " + kind + " e" + std::to_string(i) + " '" + repeated(one_before.c_str(), 10) + "'>";
+        all += "<!ENTITY " + kind + " e" + std::to_string(i) + " '" + times(10, one_before) + "'>";
     }
     return all;
 }
@@ -182,8 +176,8 @@ TYPED_TEST(SaxParserRefusal, MayNotUseEntitiesThatNameEachOther) {
 }
 
 TYPED_TEST(SaxParserRefusal, MayGiveShortDefaultsToAnyNumberOfElements) {
-    TypeParam source("<!DOCTYPE r [<!ELEMENT r ANY><!ATTLIST r a CDATA '" + repeated("x", 64) + "'>]><r>" +
-                     repeated("<r/>", 100000) + "</r>");
+    TypeParam source("<!DOCTYPE r [<!ELEMENT r ANY><!ATTLIST r a CDATA '" + times(64, "x") + "'>]><r>" +
+                     times(100000, "<r/>") + "</r>");
     EXPECT_EQ(read(source).count, 0);
 }
 

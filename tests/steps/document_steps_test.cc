@@ -1,5 +1,5 @@
-/// Which documents the scanner reads to their end, which it leaves midway and which at once; and that a
-/// reader cannot tell: steps, attributes and reports are those of the XML library.
+/// Which documents the scanner reads to their end, which it hands over midway, and which it hands over at
+/// once. A reader must not see the difference: steps, attributes and reports are those of the XML library.
 
 #include <cstdlib>
 #include <string>
@@ -7,21 +7,15 @@
 #include <gtest/gtest.h>
 
 #include "support/lane_steps.h"
+#include "support/repeated_text.h"
 #include "xml_platform.h"
 
 namespace {
 
 using zeb5::lane_end;
 
-std::string repeated(const std::string &what, std::size_t times) {
-    std::string all;
-    while (times-- > 0)
-        all += what;
-    return all;
-}
-
-/// Reads it both ways, from memory and from a file, and expects the same; returns what became of it in the
-/// lane.
+/// Reads a document with the plain lane and without it, from memory and from a file, and expects the same
+/// steps. Returns how the document ended in the lane.
 lane_end end_of(const std::string &document, zeb5::row_finder find_row = every_row) {
     std::optional<lane_end> ends[2];
     for (const reader_form form : both_readers) {
@@ -45,7 +39,8 @@ zeb5::reader_row row_by_name(std::string_view name) {
     return rows[static_cast<unsigned char>(name[0]) % 4];
 }
 
-/// Near the end of a document the scanner goes slower ways, so it is also seen with blanks behind it.
+/// Near the end of a document the scanner uses its slower code. So each document is also read with blanks
+/// behind it.
 void expect_end(lane_end expected, const std::string &document, zeb5::row_finder find_row = every_row) {
     for (const std::size_t blanks : {0u, 100u})
         EXPECT_EQ(static_cast<int>(end_of(document + std::string(blanks, ' '), find_row)),
@@ -137,7 +132,7 @@ TEST_F(DocumentSteps, ComeFromTheXmlLibraryAtOnceWhereTheBeginningIsNotPlain) {
         "<r/>\0"s,
         "<r/>\0 <!-- "s,
         "<" + std::string(32, 'n') + "/>",
-        "<r " + repeated("a='1' ", 1) + repeated("b='1' ", 2) + "/>",
+        "<r " + times(1, "a='1' ") + times(2, "b='1' ") + "/>",
     };
     for (const std::string &document : documents)
         expect_end(lane_end::LEFT_AT_ONCE, document);
@@ -290,7 +285,7 @@ TEST_F(DocumentSteps, OfFilesWithANulInsideATokenComeFromTheXmlLibraryFromThereO
                 expect_end(lane_end::LEFT_MIDWAY, before + rest, rows);
 }
 
-/// The XML library reports them when it decodes them, so they are looked for ahead of the steps.
+/// The XML library reports such bytes when it decodes them. So the scanner looks for them ahead of the steps.
 TEST_F(DocumentSteps, OfDocumentsWithBytesThatAreNoCharacterComeFromTheXmlLibrary) {
     for (const std::string bad : {"\xEF\xBF\xBE", "\xEF\xBF\xBF", "\xED\xA0\x80", "\xC0\x80", "\xFF",
                                   "\xF7\xBF\xBF\xBF", "\xF4\x90\x80\x80"})
@@ -322,7 +317,7 @@ TEST_F(DocumentSteps, OfAReaderThatPassesOverElementsAreTheSameWhereverTheScanne
 // What a document may need of the scanner at most
 
 TEST_F(DocumentSteps, OfDocumentsThatAreTooMuchForTheScannerComeFromTheXmlLibrary) {
-    const auto nested = [](std::size_t depth) { return repeated("<a>", depth) + repeated("</a>", depth); };
+    const auto nested = [](std::size_t depth) { return times(depth, "<a>") + times(depth, "</a>"); };
     const auto named = [](int names) {
         std::string all = "<r>";
         for (int i = 1; i < names; ++i)
@@ -402,7 +397,7 @@ TEST_F(DocumentSteps, OfLargeDocumentsAreTheSame) {
 /// The XML library reports a byte that is no character when it decodes it, which is before the steps in front
 /// of it.
 TEST_F(DocumentSteps, AreNotDeliveredThatTheXmlLibraryWouldNotHaveReached) {
-    const std::string channels = repeated("<A>1</A>\n", 8000);
+    const std::string channels = times(8000, "<A>1</A>\n");
     for (const char *const bad : {"\xFF", "\xC3", "\xE2\x82", "\xED\xA0\x80"})
         for (const std::size_t ahead :
              {0u, 20u, 200u, 16'000u, 16'400u, 40'000u, 49'000u, 49'200u, 65'000u, 66'000u, 71'000u}) {

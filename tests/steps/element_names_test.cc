@@ -1,4 +1,5 @@
-/// The names of a document's elements: each has one entry, which recognises it and knows what follows it.
+/// The names of a document's elements. Each name has one entry. It recognises the name and knows the name
+/// that follows it.
 
 #include "steps/element_names.h"
 

@@ -1,6 +1,6 @@
-/// A machine whose local code is not ASCII: it has a yen sign where ASCII has the backslash, as JIS does; and
-/// one whose local code is, but has nothing for some texts. The transcoder is this program's own here, as no
-/// such locales are at hand.
+/// Two machines: the local code of one is not ASCII, as it has a yen sign in place of the backslash, like
+/// JIS. The local code of the other is ASCII, but cannot express some texts. This program brings its own
+/// transcoder, because such locales are not installed.
 
 #include <cstring>
 #include <string>

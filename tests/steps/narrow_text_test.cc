@@ -41,7 +41,7 @@ TEST(NarrowText, EndsWhereTheTextDoesWhateverItsLengthIsSaidToBe) {
     }
 }
 
-/// Characters around the last of ASCII, and such as have one of its codes in a half of them.
+/// Characters around the last one of ASCII, and characters of which one half looks like ASCII.
 constexpr char16_t characters[] = {u'\x01',   u'\x7e',   u'\x7f',   u'\u0080', u'\u0081', u'\u00ff',
                                    u'\u0100', u'\u0141', u'\u2020', u'\u4100', u'\uff41', u'\ufffd'};
 

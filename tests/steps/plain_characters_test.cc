@@ -11,7 +11,7 @@ namespace {
 
 constexpr const char *letters = "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz";
 
-/// All characters of which something holds, in ASCII from the lowest on, then those beyond.
+/// All characters for which `holds` is true: first those of ASCII, from the lowest on, then the others.
 template <class Holds> std::string all_with(Holds holds) {
     std::string all;
     for (int i = 0; i <= std::numeric_limits<unsigned char>::max(); ++i)

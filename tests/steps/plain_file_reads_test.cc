@@ -1,6 +1,6 @@
-/// Files that are read through a file system with habits of its own: it gives less than was asked for, fails
-/// midway, or lets somebody write to the file in between. The program is linked with --wrap=pread, so that
-/// this file answers for the library's own calls; the XML library's, without the lane, are not touched.
+/// Files on an unusual file system: a read returns fewer bytes than were asked for, fails midway, or the file
+/// is written to between two reads. The program is linked with --wrap=pread, so that this file replaces the
+/// reads of this library. The reads of the XML library are not replaced.
 
 #include <cerrno>
 #include <chrono>
@@ -52,7 +52,7 @@ private:
     const xml_platform platform_; // starting it takes longer than a document
 };
 
-/// No test has touched the switch in this program yet, nor does a program that is no test.
+/// No test of this program has changed the switch yet. Programs that are no tests never change it.
 const bool is_open_from_the_start = zeb5::lane.is_open;
 
 TEST_F(PlainFileReads, GoThroughTheLaneUnlessATestClosesIt) { EXPECT_TRUE(is_open_from_the_start); }

@@ -1,4 +1,4 @@
-/// Which files the scanner opens, and what becomes of readings whose file changes meanwhile.
+/// Which files the scanner opens, and how a reading ends when its file changes meanwhile.
 
 #include "steps/plain_file.h"
 

@@ -1,6 +1,5 @@
-/// What the XML library was seen to do with small documents that one would not expect: the pull readers
-/// deliver just these steps, and the readers' steps are those of them that deliver a tag, with the plain lane
-/// and without.
+/// Small documents for which the XML library does what nobody would expect. The pull readers deliver exactly
+/// these steps. The other readers get those of the steps that deliver a tag, with the plain lane and without.
 
 #include <string>
 

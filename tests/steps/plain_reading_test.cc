@@ -1,5 +1,5 @@
-/// The library's readers beside ones written plainly: over documents as they come, with every kind of text,
-/// and damaged ones, each delivers what the plain one does, word for word.
+/// The library's readers compared with readers that are written plainly. Both read random documents, some of
+/// them with every kind of text, some damaged. Both must deliver the same records and messages.
 
 #include <string>
 

@@ -20,7 +20,7 @@ struct passed {
     bool is_whole = false;
 };
 
-/// Takes all bytes up to each limit at once, or when `keeps` keeps them all from the first on.
+/// Takes all bytes up to each limit at once. With `keeps`, all bytes stay in the window from the first on.
 passed pass(plain_window &window, plain_encoding encoding, bool keeps) {
     passed seen;
     if (!window.load())

@@ -24,7 +24,7 @@ constexpr tag_row<int> rows[] = {
 };
 constexpr tag_table table{rows};
 
-/// A name with nothing behind it that may be read.
+/// A name at the end of its memory: what is behind it must not be read.
 struct lone_name {
     explicit lone_name(std::string_view name) : bytes(name.begin(), name.end()) {}
     operator std::string_view() const { return {bytes.data(), bytes.size()}; }

@@ -24,7 +24,7 @@ inline void flush_streams() {
     std::fflush(stdout);
 }
 
-/// Both standard streams go to other descriptors while this lives.
+/// Redirects both standard streams to other descriptors while this object exists.
 class turned_streams {
 public:
     turned_streams(int out, int err) : out_(dup(STDOUT_FILENO)), err_(dup(STDERR_FILENO)) {
@@ -56,7 +56,7 @@ template <class Code> captured capture(Code &&code) {
     return {out.take(), err.take()};
 }
 
-/// All that the library says goes nowhere while this lives: thousands of calls tell the same.
+/// Throws away all messages of the library while this object exists: thousands of calls print the same ones.
 class silence {
 public:
     silence() = default;

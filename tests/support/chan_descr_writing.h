@@ -54,7 +54,7 @@ inline dump_outcome convert(const char *xml, const std::string *file, int mode, 
     return outcome;
 }
 
-/// The document as it is handed to a string; nothing may go anywhere else.
+/// The document that is written to a string. No other destination may get anything.
 inline std::string xml_of(std::vector<chan_descr_2010 *> *list, int format,
                           std::vector<dim_params *> *dims = nullptr) {
     std::string text;

@@ -72,7 +72,7 @@ inline stat_descr *add_stat(dim_descr *dim, int stat, const char *name = "", con
     return added;
 }
 
-/// The text of a field in quotes, told apart from one that has lost its terminating NUL.
+/// The text of a field in quotes. A field without a terminating NUL is shown differently.
 template <size_t N> std::string quoted(const char (&field)[N]) {
     const size_t length = strnlen(field, N);
     return '\'' + std::string(field, length) + (length < N ? "'" : " UNTERMINATED");

@@ -33,7 +33,7 @@ inline std::string excerpt(const std::string &document) {
     return document.size() <= 400 ? document : document.substr(0, 400) + "...";
 }
 
-/// Reads a document that must be read without a word, and describes the whole list.
+/// Reads a document that must be read without any message, and describes the whole list.
 inline std::string read_well(reader_form form, const std::string &document, channel_list &list,
                              read_options options = {}) {
     const read_outcome seen = read_document(form, document, list, options);

@@ -20,7 +20,7 @@ read_outcome read_dictionary(reader_form form, const std::string &document, type
         [&](char *path) { return Layout::read_file(path, list); });
 }
 
-/// What both readers make of a document that must be read without a word.
+/// Expects both readers to read these entries from a document, without any message.
 template <class Layout> void expect_entries(const std::string &document, const std::string &expected) {
     for (reader_form form : both_readers) {
         dictionary<Layout> list;

@@ -66,7 +66,7 @@ template <class Layout> std::string invalid_argument_line() {
     return std::string(Layout::function) + " invalid argument: '\n";
 }
 
-/// The document as it is handed to a string; nothing may go anywhere else.
+/// The document that is written to a string. No other destination may get anything.
 template <class Layout> std::string dictionary_xml(typename Layout::list *list) {
     std::string text = "before";
     const dump_outcome seen = dump_dictionary<Layout>(list, nullptr, xml_to_string, -1, &text);

@@ -19,7 +19,7 @@ inline read_outcome read_document(reader_form form, const std::string &document,
         [&](char *path) { return zeb5_parse_ev_list_readf(path, list); });
 }
 
-/// What both readers make of a document that must be read without a word.
+/// Expects both readers to read these entries from a document, without any message.
 inline void expect_entries(const std::string &document, const std::string &expected) {
     for (reader_form form : both_readers) {
         event_list list;

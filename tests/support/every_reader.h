@@ -1,8 +1,8 @@
 #ifndef EVERY_READER_H
 #define EVERY_READER_H
 
-/// All readers of the library behind one face, each with a good and a bad document of its kind, for tests
-/// that put every one of them through the same.
+/// All readers of the library behind one interface, each with a good and a bad document of its kind. It is
+/// for tests that must hold for every reader.
 
 #include <cstring>
 #include <memory>
@@ -22,11 +22,11 @@
 #include "support/sax_sources.h"
 #include "support/selector_sources.h"
 
-/// What a test wants around each call into the library; null: nothing.
+/// What a test does before and after each call of the library; null: nothing.
 inline void (*before_library_call)() = nullptr;
 inline void (*after_library_call)() = nullptr;
 
-/// What became of one reading: the reader's result, or the exception that left it, and all records.
+/// The outcome of one reading: the reader's result, or the exception that it threw, and all records.
 struct reading {
     int result = 0;
     const char *thrown = ""; // "": nothing
@@ -41,7 +41,7 @@ inline std::ostream &operator<<(std::ostream &to, const reading &seen) {
     return to << seen.result << ' ' << seen.thrown << '\n' << seen.records;
 }
 
-/// Calls into the library with the test's own things around it.
+/// Makes a call of the library, with what the test does before and after it.
 template <class Call> void call_library(reading &seen, Call call) {
     struct around {
         around() {
@@ -246,13 +246,13 @@ inline const std::string good_documents[] = {
     "Name=\"On\"><ToolTip>now</ToolTip></EnumEntry></Enumeration></Camera>",
 };
 
-/// The same, cut off near its end: what was read before that stays.
+/// The same documents, cut off near the end. Readers keep what they read before that.
 inline std::string bad_document(document_kind kind) {
     const std::string &good = good_documents[kind];
     return good.substr(0, good.size() - 20);
 }
 
-/// A document where a reader looks for it.
+/// A document in memory or in a file, whichever its reader takes.
 class reader_source {
 public:
     reader_source(const reader_row &reader, const std::string &document) : text_(document) {
@@ -266,7 +266,7 @@ private:
     std::unique_ptr<temporary_file> file_;
 };
 
-/// A reading that a test does again and again, and what is to come of it.
+/// A reading that a test repeats, and its expected outcome.
 struct repeated_reading {
     repeated_reading(const reader_row &what, const std::string &document)
         : row(&what), source(what, document) {}

@@ -1,8 +1,8 @@
 #ifndef FAILING_EVERYWHERE_H
 #define FAILING_EVERYWHERE_H
 
-/// Makes a call of the library once for each of its allocations, which fails, and looks at what the call
-/// leaves.
+/// Makes a call of the library once for each of its allocations. That allocation fails, and what the call
+/// leaves behind is checked.
 
 #include <set>
 #include <string>
@@ -18,7 +18,7 @@
 
 namespace failing_memory {
 
-/// How the calls went in which memory ran out.
+/// The outcomes of the calls in which memory ran out.
 struct tally {
     std::size_t calls = 0;
     std::set<std::string> ends;
@@ -53,8 +53,8 @@ inline holdings all_holdings(const xml_memory &of_xml) {
     return {live_blocks(), of_xml.live_blocks(), first_free_descriptor()};
 }
 
-/// Whether a call that found no memory has left anything behind. A parser that memory runs out for while it
-/// is made has a stack, of two blocks, that the XML library took elsewhere and forgets.
+/// Whether a call that found no memory has left anything allocated or open. When memory runs out while a
+/// parser is constructed, the XML library loses a stack of two blocks.
 inline bool is_left_behind(const holdings &before, const holdings &after, bool failed_in_xml) {
     const long of_xml = after.blocks_of_xml - before.blocks_of_xml;
     return after.blocks != before.blocks || after.free_descriptor != before.free_descriptor ||

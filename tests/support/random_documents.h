@@ -1,7 +1,7 @@
 #ifndef RANDOM_DOCUMENTS_H
 #define RANDOM_DOCUMENTS_H
 
-/// Channel documents as they come and as they should not: the same ones in every run.
+/// Channel documents, good ones and damaged ones; the same in every run.
 
 #include <array>
 #include <cstddef>
@@ -78,7 +78,7 @@ private:
                                        "a text of more than sixteen characters",
                                        "<X/>",
                                        "name with blanks"};
-    /// Not in every document.
+    /// Texts of which some documents have none.
     static constexpr std::array odd_pieces{"&e;", "&e;", "&none;", "&#0;", "\xE4", "\xC3\xA4", "]]>", "&"};
 
     std::size_t below(std::size_t limit) { return random_() % limit; }
@@ -117,7 +117,7 @@ private:
         text += "</" + tag + '>';
     }
 
-    /// One place changed, taken out, said twice, or all behind it lost.
+    /// Changes, removes or repeats what stands at a random place, or cuts the document off there.
     void damage(std::string &text) {
         const std::size_t at = below(text.size() + 1), count = 1 + below(12);
         switch (below(4)) {

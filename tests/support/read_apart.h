@@ -1,8 +1,8 @@
 #ifndef READ_APART_H
 #define READ_APART_H
 
-/// Readings in processes of their own, which are measured. Functions that open files or addresses are this
-/// program's own, and count.
+/// Readings in processes of their own, which are measured. The program replaces the functions that open files
+/// and connections, and counts their calls.
 
 #include <functional>
 #include <ostream>
@@ -20,7 +20,7 @@ struct cost {
 
 std::ostream &operator<<(std::ostream &to, const cost &seen);
 
-/// How many files, but that of `path`, and sockets and hosts `run` opens.
+/// The number of files, sockets and hosts that `run` opens. The file `path` does not count.
 int others_opened(const char *path, const std::function<void()> &run);
 
 /// Reads a document, with the reader's own root for every ROOT in it, in a new process.

@@ -1,7 +1,7 @@
 #ifndef SANITIZED_H
 #define SANITIZED_H
 
-/// Whether a sanitizer watches this program: memory and time are its own then.
+/// Whether the program is built with a sanitizer, which changes how much memory and time it takes.
 
 #if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
 #define SANITIZED 1

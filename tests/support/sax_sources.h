@@ -1,7 +1,7 @@
 #ifndef SAX_SOURCES_H
 #define SAX_SOURCES_H
 
-/// The two pull readers behind one face, so that one test drives both, and what they deliver as one line of
+/// The two pull readers behind one interface, so that one test runs both; and their steps as one line of
 /// text.
 
 #include <string>
@@ -53,7 +53,7 @@ template <class Parser> std::string step(Parser &parser) {
     return text;
 }
 
-/// Every step of a document that was started, the one that ends it included.
+/// All steps of a document that was started, with the one that ends it.
 template <class Parser> std::string steps(Parser &parser) {
     std::string all = step(parser);
     for (std::string last = all; !last.empty() && last != "-1" && !(last[0] >= '1' && last[0] <= '9');) {

@@ -56,7 +56,7 @@ private:
     std::vector<char *> pointers_;
 };
 
-/// A question takes its name as `char *`, and only reads it.
+/// The selector's functions take a name as `char *`, but only read it.
 inline char *name(const char *text) { return const_cast<char *>(text); }
 inline char *name(const std::string &text) { return const_cast<char *>(text.c_str()); }
 

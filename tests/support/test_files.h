@@ -1,7 +1,7 @@
 #ifndef TEST_FILES_H
 #define TEST_FILES_H
 
-/// Files and folders that are gone when the test is over.
+/// Files and folders that are removed when the test is over.
 
 #include <cerrno>
 #include <cstdlib>
@@ -49,7 +49,7 @@ private:
     std::string path_;
 };
 
-/// A new, empty folder; it goes with all that was put into it.
+/// A new, empty folder. It is removed with all that it holds.
 class temporary_folder {
 public:
     temporary_folder()
@@ -74,7 +74,7 @@ private:
     std::string path_;
 };
 
-/// The current folder is another one while this lives.
+/// Changes the current folder while this object exists.
 class working_folder {
 public:
     explicit working_folder(const std::string &path) : before_(std::filesystem::current_path()) {

@@ -1,7 +1,7 @@
 #ifndef WATCHED_H
 #define WATCHED_H
 
-/// Files and ports that tell whether anybody touched them.
+/// Files and ports that notice whether they were opened.
 
 #include <netinet/in.h>
 #include <poll.h>
@@ -33,7 +33,7 @@ private:
     int watch_;
 };
 
-/// A port of this machine that tells whether anybody called.
+/// A port of this machine that tells whether anybody connected.
 class watched_port {
 public:
     watched_port() : socket_(socket(AF_INET, SOCK_STREAM, 0)) {

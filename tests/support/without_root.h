@@ -1,7 +1,7 @@
 #ifndef WITHOUT_ROOT_H
 #define WITHOUT_ROOT_H
 
-/// What only root may do, forbidden to tests that are run by root, too.
+/// Takes away what only root may do, also from tests that root runs.
 
 #include <cerrno>
 #include <cstdio>
@@ -25,8 +25,8 @@ public:
     }
 };
 
-/// Whether all that `check` expects holds in a process of its own, which is not root's. That process tells of
-/// what does not, as a test does.
+/// Runs `check` in a process of its own that is not root's, and returns whether all its expectations hold.
+/// That process reports those that do not, as a test does.
 inline bool holds_without_root(const std::function<void()> &check) {
     constexpr uid_t nobody = 65534;
     fflush(stdout); // or both processes would say it

@@ -52,7 +52,7 @@ chan_selector::~chan_selector() { clean_chan_desr_list(&descr); }
 bool chan_selector::set_descriptions(std::vector<char *> *soure, int *total) {
     names->forget();
     const bool failed = get_descriptions(soure, total, &descr, shift);
-    names->list_changed(); // a failure may have added channels, too
+    names->make_room(); // a failure may have added channels, too
     if (failed)
         return true; // Kept: clients see what was read, but find_channel() does not know its event types yet
     for (const chan_descr_2010 *channel : descr)
@@ -66,9 +66,7 @@ bool chan_selector::find_channel(int ev_type, char *chan) {
     // Kept: for a type above 31, callers get the bit of the type modulo 32, but the class of the type itself
     if (!(static_cast<unsigned>(ev_types) >> (static_cast<unsigned>(ev_type) % 32) & 1) || !chan)
         return false;
-    const int structure = get_event_struct_type(ev_type);
-    // Kept: sites look up channels of their own classes 10 to 15 by property, though they mean ML
-    const bool by_daq_name = structure == ZEB5_EV_STRUCT_LOCAL || structure == ZEB5_EV_STRUCT_ML;
+    const bool by_daq_name = is_found_by_daq_name(get_event_struct_type(ev_type));
     return names->find(by_daq_name ? DAQ_NAME : PROP_NAME, chan) != nullptr;
 }
 
@@ -97,7 +95,7 @@ char *chan_selector::get_channel(int num) {
     const std::size_t at = position_of(num);
     if (at >= descr.size())
         return nullptr;
-    names->note_handed_out(at);
+    names->mark_changeable(at);
     return descr[at]->daq_name;
 }
 
@@ -105,7 +103,7 @@ char *chan_selector::get_prop(int num) {
     const std::size_t at = position_of(num);
     if (at >= descr.size())
         return nullptr;
-    names->note_handed_out(at);
+    names->mark_changeable(at);
     return descr[at]->prop_name;
 }
 

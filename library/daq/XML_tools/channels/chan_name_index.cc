@@ -4,7 +4,6 @@
 #include <bit>
 #include <cstring>
 
-#include "event_util.h"
 #include "text/byte_block.h"
 #include "text/field_text.h"
 #include "text/name_hash.h"
@@ -49,13 +48,10 @@ namespace {
 
 /// Whether one of the event types of a mask is neither local nor ML. The answers of a site's own function may
 /// change, so it is called each time.
-bool goes_by_property(std::uint32_t event_types) {
-    for (; event_types; event_types &= event_types - 1) {
-        const int structure = get_event_struct_type(std::countr_zero(event_types));
-        // Kept: sites find their own classes 10 to 15 by property, too, though the selector takes them for ML
-        if (structure != ZEB5_EV_STRUCT_LOCAL && structure != ZEB5_EV_STRUCT_ML)
+bool is_found_by_property(std::uint32_t event_types) {
+    for (; event_types; event_types &= event_types - 1)
+        if (!is_found_by_daq_name(get_event_struct_type(std::countr_zero(event_types))))
             return true;
-    }
     return false;
 }
 
@@ -66,7 +62,7 @@ bool is_daq_name(name_role role, const chan_descr_2010 &record, const wanted_nam
 
 bool is_prop_name(name_role role, const chan_descr_2010 &record, const wanted_name &name) {
     return role != DAQ_NAME && name.is_in(record.prop_name) &&
-           (role == PROP_NAME || goes_by_property(record.ev_type));
+           (role == PROP_NAME || is_found_by_property(record.ev_type));
 }
 
 bool matches(name_role role, const chan_descr_2010 &record, const wanted_name &name) {
@@ -83,10 +79,10 @@ void prefetch(name_role role, const chan_descr_2010 &record, const wanted_name &
 
 } // namespace
 
-void chan_name_index::list_changed() {
+void chan_name_index::make_room() {
     first_.resize(std::bit_ceil(2 * list_.size()));
     next_.resize(2 * list_.size());
-    handed_out_.reserve(list_.size());
+    changeable_.reserve(list_.size());
 }
 
 chan_name_index::number &chan_name_index::chain_of(std::string_view name) {
@@ -105,27 +101,27 @@ void chan_name_index::fill() {
     is_filled_ = true;
 }
 
-void chan_name_index::note_handed_out(std::size_t position) {
+void chan_name_index::mark_changeable(std::size_t position) {
     while (position > 0 && list_[position - 1] == list_[position])
         --position; // a channel of two identities stands there twice in a row
     const auto place = static_cast<number>(position);
-    const auto at = std::lower_bound(handed_out_.begin(), handed_out_.end(), place);
-    if (at != handed_out_.end() && *at == place)
+    const auto at = std::lower_bound(changeable_.begin(), changeable_.end(), place);
+    if (at != changeable_.end() && *at == place)
         return;
-    if (handed_out_.size() < handed_out_.capacity())
-        handed_out_.insert(at, place);
+    if (changeable_.size() < changeable_.capacity())
+        changeable_.insert(at, place);
     else // memory ran out when the list grew
-        has_lost_one_ = true;
+        lacks_changeable_ = true;
 }
 
-chan_name_index::number chan_name_index::first_handed_out(name_role role, const wanted_name &name,
+chan_name_index::number chan_name_index::first_changeable(name_role role, const wanted_name &name,
                                                           number before) const {
     constexpr std::size_t ahead = 16;
-    for (std::size_t i = 0; i < handed_out_.size() && handed_out_[i] < before; ++i) {
-        if (i + ahead < handed_out_.size())
-            prefetch(role, *list_[handed_out_[i + ahead]], name);
-        if (matches(role, *list_[handed_out_[i]], name))
-            return handed_out_[i];
+    for (std::size_t i = 0; i < changeable_.size() && changeable_[i] < before; ++i) {
+        if (i + ahead < changeable_.size())
+            prefetch(role, *list_[changeable_[i + ahead]], name);
+        if (matches(role, *list_[changeable_[i]], name))
+            return changeable_[i];
     }
     return before;
 }
@@ -134,7 +130,7 @@ const chan_descr_2010 *chan_name_index::find(name_role role, std::string_view te
     if (text.size() >= field_bytes)
         return nullptr; // no field has room for it and its NUL
     const wanted_name name(text);
-    if (has_lost_one_ || next_.size() != 2 * list_.size()) { // memory ran out when the list grew
+    if (lacks_changeable_ || next_.size() != 2 * list_.size()) { // memory ran out when the list grew
         const auto found = std::find_if(list_.begin(), list_.end(), [&](const chan_descr_2010 *record) {
             return matches(role, *record, name);
         });
@@ -145,7 +141,7 @@ const chan_descr_2010 *chan_name_index::find(name_role role, std::string_view te
     number known = chain_of(text);
     while (known != none && !(known % 2 == 0 ? is_daq_name : is_prop_name)(role, *list_[known / 2], name))
         known = next_[known];
-    const number first = first_handed_out(role, name, known == none ? none : known / 2);
+    const number first = first_changeable(role, name, known == none ? none : known / 2);
     return first == none ? nullptr : list_[first];
 }
 

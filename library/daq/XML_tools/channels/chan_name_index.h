@@ -8,6 +8,7 @@
 #include <string_view>
 #include <vector>
 
+#include "event_util.h"
 #include "parse_chan_descr.h"
 
 namespace zeb5 {
@@ -22,12 +23,19 @@ enum name_role {
                // types is neither local nor ML
 };
 
+/// Whether channels with events of this structure class are looked up by DAQ name, and not by property.
+inline bool is_found_by_daq_name(int structure) {
+    // Kept: sites find channels of their own classes 10 to 15 by property, though the selector takes these
+    // for ML
+    return structure == ZEB5_EV_STRUCT_LOCAL || structure == ZEB5_EV_STRUCT_ML;
+}
+
 /// Knows which records of the list have a name. It copies neither names nor records, and does not own the
 /// list.
 ///
 /// A client may change a name at any time through a pointer that it was given. So every look-up compares the
-/// records that were handed out, in the order of the list, up to the record that the index gives. The names
-/// of the other records are as they were read.
+/// changeable records, in the order of the list, up to the record that the index gives. The names of the
+/// other records are as they were read.
 class chan_name_index {
 public:
     explicit chan_name_index(const std::vector<chan_descr_2010 *> &list) : list_(list) {}
@@ -37,10 +45,10 @@ public:
     void forget() { is_filled_ = false; }
 
     /// Must be called when the reader has ended. Allocates the memory for all later look-ups.
-    void list_changed();
+    void make_room();
 
-    /// Notes that the caller gets a pointer into the record at this position.
-    void note_handed_out(std::size_t position);
+    /// From now on the names of the record at this position may change, as the caller gets a pointer into it.
+    void mark_changeable(std::size_t position);
 
     /// Returns the first record of this name, or null. For an EVENT_NAME, each look-up may call the site's
     /// get_event_struct_type().
@@ -52,14 +60,14 @@ private:
 
     number &chain_of(std::string_view name);
     void fill();
-    number first_handed_out(name_role role, const wanted_name &name, number before) const;
+    number first_changeable(name_role role, const wanted_name &name, number before) const;
 
     const std::vector<chan_descr_2010 *> &list_;
     std::vector<number> first_{none}; // first name of each chain, by hash; size is a power of two
     std::vector<number> next_;        // for each name, the next one of its chain
     bool is_filled_ = false;
-    std::vector<number> handed_out_; // places, in the order of the list
-    bool has_lost_one_ = false;      // no memory was left to note one: every look-up searches the list
+    std::vector<number> changeable_; // places of records, in the order of the list
+    bool lacks_changeable_ = false;  // no memory was left for one of them: every look-up searches the list
     std::size_t seed_ = reinterpret_cast<std::uintptr_t>(this);
 };
 

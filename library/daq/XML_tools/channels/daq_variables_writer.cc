@@ -14,7 +14,8 @@ const element_tags &daq_element(const chan_descr_2010 &channel) {
 }
 
 bool has_own_frequency(std::uint32_t ev_type) {
-    // Kept: sites are asked about the whole mask as if it were one event type, and answer for it
+    // Kept: sites are asked about the whole mask as if it were one event type, and answer for it. They are
+    // asked again after any answer but LOCAL.
     const auto is_of = [mask = static_cast<int>(ev_type)](int type) {
         return get_event_struct_type(mask) == type;
     };
