@@ -29,12 +29,16 @@ subcommand canonical_subcommand() {
     auto file = std::make_shared<std::string>();
     return {"canonical",
             "Write the records of a document so that equal ones give equal lines",
-            "One JSON object a line, as `zeb5xml export` writes it, sorted by identity: property, event type, index\n"
-            "or name of the feature. Bits, dimensions and server blocks are sorted alike. The date of a document\n"
+            "One JSON object a line, as `zeb5xml export` writes it, sorted by identity: property, event "
+            "type, index\n"
+            "or name of the feature. Bits, dimensions and server blocks are sorted alike. The date of a "
+            "document\n"
             "and its dialect make no difference.\n"
             "To have git compare records instead of text:\n"
             "  git config diff.zeb5xml.textconv 'zeb5xml canonical'\n"
             "  echo 'channels*.xml diff=zeb5xml' >> .gitattributes\n",
             {{"FILE", file.get(), "Document of any kind; - is standard input", argument::REQUIRED}},
-            [file] { return canonical(*file); }};
+            [file] { return canonical(*file); },
+            {{"What changed, in the eyes of any tool that compares lines",
+              "zeb5xml canonical channels.xml | sha256sum"}}};
 }

@@ -45,5 +45,6 @@ subcommand check_subcommand() {
             "and\n"
             "sums up each document in one line. Values of UTF-16 documents are not looked at for pieces.\n",
             {{"FILE", files.get(), "Documents of any kind; - is standard input", argument::REQUIRED}},
-            [files] { return each_file(*files, check); }};
+            [files] { return each_file(*files, check); },
+            {{"Before a document goes into operation", "zeb5xml check channels.xml events.xml"}}};
 }

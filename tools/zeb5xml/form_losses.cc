@@ -15,8 +15,8 @@ bool is_text(const std::optional<value> &one, const char *text) {
 } // namespace
 
 const form *form_named(const record_kind &kind, const std::string &name) {
-    const auto found = std::find_if(kind.forms.begin(), kind.forms.end(),
-                                    [&](const form &one) { return name == one.name; });
+    const auto found =
+        std::find_if(kind.forms.begin(), kind.forms.end(), [&](const form &one) { return name == one.name; });
     return found == kind.forms.end() ? nullptr : &*found;
 }
 

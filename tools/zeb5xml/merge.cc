@@ -110,8 +110,12 @@ int merge(const merge_options &options) {
             merged.add(records.list->at(i), records.source.name);
     }
     const std::unique_ptr<record_list> list = merged.list();
-    write_records({"merged channels", channel_records, *list, {},
-                   *form_named(channel_records, "chandescriptions"), lost},
+    write_records({"merged channels",
+                   channel_records,
+                   *list,
+                   {},
+                   *form_named(channel_records, "chandescriptions"),
+                   lost},
                   options.output, false);
     return STATUS_DONE;
 }
@@ -120,16 +124,28 @@ int merge(const merge_options &options) {
 
 subcommand merge_subcommand() {
     auto options = std::make_shared<merge_options>();
-    return {"merge",
-            "Complete channel descriptions from further documents",
-            "The first document is completed: its channels get from the others what they do not have, and channels\n"
-            "of a property that it has not are added. The result is a CHANDESCRIPTIONS document without an isodate\n"
-            "line. Each field on which documents disagree is told on standard error, with the value that counts.\n"
-            "Nothing is written when a document cannot be read without errors or a value would be lost, as with\n"
-            "`zeb5xml convert`.\n",
-            {{"FILE", &options->files, "Channel descriptions; - is standard input", argument::REQUIRED},
-             {"-o,--output", &options->output, "File to write, replaced only when all is done (default: -)"},
-             {"--force", &options->force,
-              "What is set in a later document counts, and its bits and dimensions replace those before"}},
-            [options] { return merge(*options); }};
+    return {
+        "merge",
+        "Complete channel descriptions from further documents",
+        "The first document is completed: its channels get from the others what they do not have, and "
+        "channels\n"
+        "of a property that it has not are added. The result is a CHANDESCRIPTIONS document without an "
+        "isodate\n"
+        "line. Each field on which documents disagree is told on standard error, with the value that "
+        "counts.\n"
+        "Nothing is written when a document cannot be read without errors or a value would be lost, as with\n"
+        "`zeb5xml convert`.\n",
+        {{"FILE", &options->files, "Channel descriptions; - is standard input", argument::REQUIRED},
+         {"-o,--output",
+          &options->output,
+          "File to write, replaced only when all is done (default: -)",
+          argument::OPTIONAL,
+          {},
+          {},
+          "FILE"},
+         {"--force", &options->force,
+          "What is set in a later document counts, and its bits and dimensions replace those before"}},
+        [options] { return merge(*options); },
+        {{"Complete a master file from two others",
+          "zeb5xml merge master.xml magnets.xml rf.xml -o all.xml"}}};
 }

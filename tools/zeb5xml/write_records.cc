@@ -52,7 +52,6 @@ void write_records(const records_to_write &what, const std::string &output, bool
         throw failure(STATUS_OUTPUT, what.name + ": could not be put into that form, result " +
                                          std::to_string(result) + " of the writer");
     if (tell_losses(what, text) && !force)
-        throw failure(STATUS_DOCUMENT,
-                      what.name + ": nothing written, as values would be lost" + way_out);
+        throw failure(STATUS_DOCUMENT, what.name + ": nothing written, as values would be lost" + way_out);
     write_output(output, text);
 }

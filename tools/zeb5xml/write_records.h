@@ -19,8 +19,8 @@ struct records_to_write {
 std::string lost_in_reading(const document &source, const document_kind &kind, const record_type &type);
 
 /// Writes the records to the file `output`, "-" being standard output. A document is read back before, and
-/// everything that would be lost is told on standard error. Unless it is accepted or forced, nothing is written
-/// then: throws failure, whose text ends in `way_out`.
+/// everything that would be lost is told on standard error. Unless it is accepted or forced, nothing is
+/// written then: throws failure, whose text ends in `way_out`.
 void write_records(const records_to_write &what, const std::string &output, bool force,
                    const std::string &way_out = "");
 
