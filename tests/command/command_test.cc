@@ -115,22 +115,31 @@ TEST_F(Command, GivesEveryExitStatusInEveryHelp) {
 TEST_F(Command, RefusesAWrongCommandLineWithStatus2) {
     struct wrong_line {
         std::vector<std::string> arguments;
-        const char *message;
+        std::string message;
+        const char *help; // that the user is pointed to
     };
     const wrong_line lines[] = {
-        {{}, "A subcommand is required"},
-        {{"show"}, "FILE is required"},
-        {{"convert", "channels.xml"}, "--to is required"},
-        {{"convert", "channels.xml", "--to", "x"},
-         "--to: x not in {chandescriptions,daqvariables,table,summary,envindexdict}"},
-        {{"select", "channels.xml", "--event", "NONE"}, "--event: no event type: NONE"},
-        {{"select", "channels.xml", "--event", "32"}, "--event: no event type: 32"},
-        {{"select", "channels.xml", "--block", "63"}, "--block: no block type: 63"},
+        {{}, "A subcommand is required", "--help"},
+        {{"shwo", "one.xml"}, "unknown subcommand: shwo; did you mean 'show'?", "--help"},
+        {{"frobnicate"}, "unknown subcommand: frobnicate", "--help"},
+        {{"show"}, "FILE is required", "show --help"},
+        {{"show", "--tabs", "one.xml"}, "unknown option: --tabs", "show --help"},
+        {{"select", "channels.xml", "--slwo"},
+         "unknown option: --slwo; did you mean '--slow'?",
+         "select --help"},
+        {{"convert", "channels.xml"}, "--to is required", "convert --help"},
+        {{"convert", "channels.xml", "--to", "tabel"},
+         "--to: 'tabel' is none of chandescriptions, daqvariables, table, summary, envindexdict; did you "
+         "mean "
+         "'table'?",
+         "convert --help"},
+        {{"select", "channels.xml", "--event", "NONE"}, "--event: no event type: NONE", "select --help"},
+        {{"select", "channels.xml", "--event", "32"}, "--event: no event type: 32", "select --help"},
+        {{"select", "channels.xml", "--block", "63"}, "--block: no block type: 63", "select --help"},
     };
     for (const wrong_line &line : lines)
-        EXPECT_EQ(
-            run(line.arguments),
-            (command_result{2, "", "zeb5xml: " + std::string(line.message) + "\nTry: zeb5xml --help\n"}));
+        EXPECT_EQ(run(line.arguments),
+                  (command_result{2, "", "zeb5xml: " + line.message + "\nTry: zeb5xml " + line.help + "\n"}));
 }
 
 // Reading

@@ -41,7 +41,7 @@ TEST_F(CommandManners, EachHelpHasExamplesAndExitStatuses) {
         EXPECT_EQ(help.status, 0) << name;
         EXPECT_NE(help.out.find(std::string("\nExamples:\n  zeb5xml ") + name), std::string::npos)
             << help.out;
-        EXPECT_NE(help.out.find("\nExit status:\n  0  done\n"), std::string::npos) << name;
+        EXPECT_NE(help.out.find("\nExit status:\n  0  "), std::string::npos) << name;
     }
 }
 
@@ -58,7 +58,7 @@ TEST_F(CommandManners, AWrongWordIsAnsweredWithTheNearest) {
         {{"select", "--block", "block_bmp", "x"},
          "--block: no block type: block_bmp; did you mean 'BLOCK_BPM'?\nTry: zeb5xml select --help"},
         {{"mask", "event", "HB,NORMLA"},
-         "no event type: NORMLA; did you mean 'NORMAL'?\nFor all types: zeb5xml mask event"},
+         "no event type: NORMLA; did you mean 'NORMAL'? `zeb5xml mask event` lists all"},
         {{"convert", "x", "--to", "daqvariable"},
          "--to: 'daqvariable' is none of chandescriptions, daqvariables, table, summary, envindexdict; "
          "did you mean 'daqvariables'?\nTry: zeb5xml convert --help"},

@@ -51,7 +51,7 @@ std::string footer_of(const subcommand &row) {
         text.append(text.empty() ? "" : "\n").append("Examples:\n");
     for (const example &one : row.examples)
         text.append("  ").append(one.line).append("\n      ").append(one.purpose).append("\n");
-    return text + (text.empty() ? "" : "\n") + EXIT_STATUS_HELP;
+    return text + (text.empty() ? "" : "\n") + row.statuses;
 }
 
 /// Names of everything that could stand where `text` does: options when it begins with a dash, else

@@ -153,14 +153,19 @@ subcommand diff_subcommand() {
         "date and the dialect make no difference; what DAQvariables does not hold is compared only between "
         "two\n"
         "documents in this dialect. One line tells a changed field, an added or a removed record;\n"
-        "json is one array of objects. Here the exit status is 0 for no difference, 1 for differences, and "
-        "2\n"
-        "when the documents cannot be compared.\n",
+        "json is one array of objects.\n",
         {{"A", &options->before, "Document of any kind; - is standard input", argument::REQUIRED},
          {"B", &options->after, "Document of the same kind, after the changes", argument::REQUIRED},
          {"--format", &options->format, "text (the default) or json", argument::OPTIONAL, {"text", "json"}},
          color_argument(options->color)},
         [options] { return run_diff(*options); },
         {{"What a new edition changes", "zeb5xml diff channels.xml new.xml"},
-         {"The same for a program", "zeb5xml diff --format json channels.xml new.xml"}}};
+         {"The same for a program", "zeb5xml diff --format json channels.xml new.xml"}},
+        "Exit status:\n"
+        "  0  no difference\n"
+        "  1  differences\n"
+        "  2  wrong command line, or a document is missing, cannot be read without errors or is of another "
+        "kind\n"
+        "  3  output could not be written, or the system refused memory\n"
+        "A reader that closes the pipe early ends the command silently."};
 }

@@ -117,7 +117,8 @@ subcommand export_subcommand() {
     auto options = std::make_shared<export_options>();
     std::vector<argument> arguments = {
         {"FILE", &options->files, "Documents of any kind; - is standard input", argument::REQUIRED},
-        {"--format", &options->format, "Form to write (default: jsonl)", argument::OPTIONAL, format_names()}};
+        {"--format", &options->format, "jsonl (the default), json, csv or tsv", argument::OPTIONAL,
+         format_names()}};
     for (const argument &one : options->filters.arguments())
         arguments.push_back(one);
     return {

@@ -15,7 +15,7 @@ inline constexpr const char *EXIT_STATUS_HELP =
     "Exit status:\n"
     "  0  done\n"
     "  1  a document is missing, cannot be read without errors or is of another kind than asked for,\n"
-    "     a channel asked for by name is not there, or `check` found something\n"
+    "     a value would be lost, a channel asked for by name is not there, or `check` found something\n"
     "  2  wrong command line\n"
     "  3  output could not be written, or the system refused memory\n"
     "A reader that closes the pipe early ends the command silently.";

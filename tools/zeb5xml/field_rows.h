@@ -78,26 +78,29 @@ template <auto Member> constexpr field_row free_text(const char *name) {
             [](void *to, const value &content) { in<Member>(to) = content.text(); }, 1};
 }
 
-template <class Part> const std::vector<Part *> &list_at(const std::vector<Part *> &list) { return list; }
-template <class Part> const std::vector<Part *> &list_at(const std::vector<Part *> *list) {
+/// The list to read from: in the record, or behind a pointer that may be null.
+template <class Part> const std::vector<Part *> &list_of(const std::vector<Part *> &list) { return list; }
+template <class Part> const std::vector<Part *> &list_of(const std::vector<Part *> *list) {
     static const std::vector<Part *> none;
     return list ? *list : none;
 }
-template <class Part> std::vector<Part *> &list_at(std::vector<Part *> &list) { return list; }
-template <class Part> std::vector<Part *> &list_at(std::vector<Part *> *list) { return *list; }
+
+/// The list of a new record.
+template <class Part> std::vector<Part *> &new_list(std::vector<Part *> &list) { return list; }
+template <class Part> std::vector<Part *> &new_list(std::vector<Part *> *list) { return *list; }
 
 /// A list of owned parts, in the record or behind a pointer.
 template <auto List, const record_type &Type> constexpr field_row parts(const char *name) {
     field_row row = {name, PARTS,
                      [](const void *from) {
                          std::vector<record> found;
-                         for (const auto *part : list_at(in<List>(from)))
+                         for (const auto *part : list_of(in<List>(from)))
                              if (part)
                                  found.push_back(record_from(part, Type));
                          return value{std::move(found)};
                      },
                      [](void *to, const value &content) {
-                         auto &list = list_at(in<List>(to));
+                         auto &list = new_list(in<List>(to));
                          using part = std::remove_reference_t<decltype(*list.front())>;
                          for (const record &one : content.parts())
                              list.push_back(static_cast<part *>(struct_from(one, Type)));
@@ -124,7 +127,7 @@ template <auto List> constexpr field_row names(const char *name) {
     return {name, TEXTS,
             [](const void *from) {
                 texts found;
-                for (const char *one : list_at(in<List>(from)))
+                for (const char *one : list_of(in<List>(from)))
                     if (one)
                         found.emplace_back(one);
                 return value{std::move(found)};
@@ -133,7 +136,7 @@ template <auto List> constexpr field_row names(const char *name) {
                 for (const std::string &one : std::get<texts>(content.content)) {
                     char *copy = new char[one.size() + 1];
                     std::memcpy(copy, one.c_str(), one.size() + 1);
-                    list_at(in<List>(to)).push_back(copy);
+                    new_list(in<List>(to)).push_back(copy);
                 }
             },
             1};

@@ -140,6 +140,7 @@ A
 named
 .Sq -
 is standard input.
+Documents of every kind and encoding can come from it and from pipes.
 Data goes to standard output, or to the file given with
 .Fl o .
 A regular file is replaced by a complete new one, which is written beside it
@@ -156,9 +157,22 @@ Types are given by number or by name, in any case, with or without the prefix
 ZEB5_EV_ or ZEB5_.
 )";
 
-std::string exit_status() {
-    std::string text = ".Sh EXIT STATUS\n.Bl -tag -width Ds\n";
-    std::istringstream all(EXIT_STATUS_HELP);
+const char notes[] = R"(.Sh NOTES
+XML is written without escaping and as ISO-8859-1: a value that holds & or <
+makes the document ill-formed, and a character beyond ASCII comes back as two.
+.Cm convert
+and
+.Cm merge
+refuse to write these.
+.Pp
+A signal that ends the command (HUP, INT, TERM) removes the file that is being
+written; the old one stays as it was.
+)";
+
+/// The help on exit statuses as a list, with what stands behind it.
+std::string status_list(const char *help) {
+    std::string text = ".Bl -tag -width Ds\n";
+    std::istringstream all(help);
     for (std::string line; std::getline(all, line);)
         if (const size_t begin = line.find_first_not_of(' '); begin == 2)
             text += ".It " + line.substr(2, 1) + "\n" + filled(line.substr(5));
@@ -166,7 +180,7 @@ std::string exit_status() {
             text += filled(line);
         else if (line.back() != ':')
             text += ".El\n.Pp\n" + filled(line);
-    return text + "Some subcommands say in their own text what their status means.\n";
+    return text;
 }
 
 int write_page() {
@@ -182,12 +196,15 @@ int write_page() {
     page += ".Sh SUBCOMMANDS\n";
     for (const subcommand &one : all)
         page += std::string(".Ss ") + one.name + "\n" + filled(one.summary + std::string(".")) +
-                paragraphs(one.details) + arguments_of(one) + examples_of(one);
+                paragraphs(one.details) + arguments_of(one) +
+                (one.statuses == EXIT_STATUS_HELP ? "" : ".Pp\nExit status:\n" + status_list(one.statuses)) +
+                examples_of(one);
     page += ".Sh ENVIRONMENT\n.Bl -tag -width NO_COLOR\n"
             ".It Ev NO_COLOR\nAny text turns colours off, unless\n.Fl -color Cm always\nasks for them.\n"
             ".It Ev TMPDIR\nFolder for what comes from a pipe and is read more than once; /tmp if not "
             "set.\n.El\n";
-    write_standard_output(page + exit_status());
+    page += ".Sh EXIT STATUS\n" + status_list(EXIT_STATUS_HELP);
+    write_standard_output(page + notes);
     return STATUS_DONE;
 }
 

@@ -65,10 +65,10 @@ std::uint32_t mask_from_names(const mask_kind &kind, const std::string &text) {
     for (size_t at = 0; at <= text.size();) {
         const size_t end = std::min(text.find_first_of(",:", at), text.size());
         const std::string name = text.substr(at, end - at);
-        const int type = kind.type_of(name);
-        if (type < 0)
-            throw failure(STATUS_USAGE, kind.fault_of(name) + "\nFor all types: zeb5xml mask " + kind.name);
-        const std::uint32_t bit = kind.bit_of(type);
+        if (const std::string fault = kind.fault_of(name); !fault.empty())
+            throw failure(STATUS_USAGE, fault + (fault.back() == '?' ? " " : "; ") + "`zeb5xml mask " +
+                                            kind.name + "` lists all");
+        const std::uint32_t bit = kind.bit_of(kind.type_of(name));
         if (kind.names == block_names && all && (*all & blocks_2010) != (bit & blocks_2010))
             throw failure(STATUS_USAGE,
                           "one data-type word holds block types below 32, or those above: " + text);

@@ -7,6 +7,8 @@
 #include <variant>
 #include <vector>
 
+#include "failure.h"
+
 /// One argument of a subcommand. The type of `target` says how it is given: a bool is a flag, a text takes
 /// one value, and a list takes all values up to the next option.
 struct argument {
@@ -43,6 +45,7 @@ struct subcommand {
     std::vector<argument> arguments;
     std::function<int()> run; // called when all targets hold what was given; returns an exit status
     std::vector<example> examples = {};
+    const char *statuses = EXIT_STATUS_HELP;
 };
 
 /// All subcommands, in the order of --help.
