@@ -10,8 +10,8 @@
 
 namespace {
 
-const char *const subcommands[] = {"show", "export", "convert", "canonical",  "diff",  "merge",
-                                   "mask", "select", "check",   "completion", "manual"};
+const char *const subcommands[] = {"show", "export", "convert", "canonical", "diff",       "merge",
+                                   "mask", "select", "check",   "catalogue", "completion", "manual"};
 
 class CommandManners : public testing::Test {
 protected:

@@ -29,7 +29,7 @@ std::vector<std::string> names_apart(const argument &row) {
 }
 
 std::vector<subcommand> all_subcommands() {
-    return {show_subcommand(),  export_subcommand(),     convert_subcommand(), canonical_subcommand(),
-            diff_subcommand(),  merge_subcommand(),      mask_subcommand(),    select_subcommand(),
-            check_subcommand(), completion_subcommand(), manual_subcommand()};
+    return {show_subcommand(),  export_subcommand(),    convert_subcommand(),    canonical_subcommand(),
+            diff_subcommand(),  merge_subcommand(),     mask_subcommand(),       select_subcommand(),
+            check_subcommand(), catalogue_subcommand(), completion_subcommand(), manual_subcommand()};
 }

@@ -61,6 +61,7 @@ subcommand merge_subcommand();
 subcommand mask_subcommand();
 subcommand select_subcommand();
 subcommand check_subcommand();
+subcommand catalogue_subcommand();
 subcommand completion_subcommand();
 subcommand manual_subcommand();
 
