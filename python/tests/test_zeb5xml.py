@@ -192,6 +192,18 @@ class Checking(unittest.TestCase):
             zeb5xml.check("x.xml", command="false")
 
 
+    @unittest.skipUnless(COMMAND, "the command is not built")
+    def test_findings(self):
+        with tempfile.TemporaryDirectory() as folder:
+            path = pathlib.Path(folder) / "in.xml"
+            path.write_text("<CHANDESCRIPTIONS>\n<CHANNEL><PROP>P</PROP><NAME>N</NAME><SIZE>2O48</SIZE></CHANNEL>\n"
+                            "</CHANDESCRIPTIONS>\n")
+            self.assertEqual(zeb5xml.check(path, command=COMMAND), [
+                zeb5xml.Finding(str(path), 2, 42, "error", "channel 'P': <SIZE>: 'O48' after the number is ignored; the reader "
+                                "keeps 2", "number-tail")])
+            self.assertEqual(zeb5xml.check(EXAMPLES / "channels.xml", command=COMMAND), [])
+
+
 class Stub(unittest.TestCase):
     def test_names_what_there_is(self):
         tree = ast.parse(pathlib.Path(zeb5xml.__file__).with_name("__init__.pyi").read_text())

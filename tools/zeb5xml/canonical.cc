@@ -38,5 +38,7 @@ subcommand canonical_subcommand() {
             "  git config diff.zeb5xml.textconv 'zeb5xml canonical'\n"
             "  echo 'channels*.xml diff=zeb5xml' >> .gitattributes\n",
             {{"FILE", file.get(), "Document of any kind; - is standard input", argument::REQUIRED}},
-            [file] { return canonical(*file); }};
+            [file] { return canonical(*file); },
+            {{"What changed, in the eyes of any tool that compares lines",
+              "zeb5xml canonical channels.xml | sha256sum"}}};
 }

@@ -137,10 +137,7 @@ subcommand check_subcommand() {
         "on\n"
         "standard error, sums up. Exit status: 0 nothing but notes found, 1 errors or warnings found, 2 a "
         "file\n"
-        "could not be checked. Documents are taken as the readers of files read them, with types as masks.\n"
-        "\n"
-        "  zeb5xml check --rules                           what is looked for\n"
-        "  zeb5xml check --ignore padded-value *.xml       all but one of them\n",
+        "could not be checked. Documents are taken as the readers of files read them, with types as masks.\n",
         {
             {"FILE", &options->files, "Documents of any kind; - is standard input"},
             {"--format",
@@ -163,5 +160,8 @@ subcommand check_subcommand() {
             {"--strict", &options->strict, "Notes give exit status 1, too"},
             {"--rules", &options->rules, "List the rules, each with an example"},
         },
-        [options] { return check(*options); }};
+        [options] { return check(*options); },
+        {{"Before a document goes into operation", "zeb5xml check channels.xml events.xml"},
+         {"What is looked for", "zeb5xml check --rules"},
+         {"All rules but one", "zeb5xml check --ignore padded-value channels.xml"}}};
 }

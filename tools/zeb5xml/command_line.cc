@@ -40,8 +40,18 @@ void declare(CLI::App &app, const argument &row) {
         option->check(one_of(row.words));
     if (row.refusal)
         option->check(CLI::Validator(row.refusal, ""));
-    if (row.names[0] == '-' && !std::holds_alternative<bool *>(row.target))
-        option->type_name(row.words.empty() ? "TEXT" : "WORD");
+    if (is_option(row) && !is_flag(row))
+        option->type_name(value_name(row));
+}
+
+/// What stands below the arguments in the help of a subcommand.
+std::string footer_of(const subcommand &row) {
+    std::string text = row.details;
+    if (!row.examples.empty())
+        text.append(text.empty() ? "" : "\n").append("Examples:\n");
+    for (const example &one : row.examples)
+        text.append("  ").append(one.line).append("\n      ").append(one.purpose).append("\n");
+    return text + (text.empty() ? "" : "\n") + row.statuses;
 }
 
 /// Names of everything that could stand where `text` does: options when it begins with a dash, else
@@ -105,7 +115,7 @@ const subcommand *chosen_subcommand(const std::vector<subcommand> &subcommands, 
         CLI::App *sub = app.add_subcommand(row.name, row.summary);
         for (const argument &one : row.arguments)
             declare(*sub, one);
-        sub->footer(row.details + (row.details.empty() ? "" : "\n") + row.statuses);
+        sub->footer(footer_of(row));
         sub->callback([&chosen, &row] { chosen = &row; });
     }
     try {

@@ -120,7 +120,13 @@ subcommand convert_subcommand() {
              "What FILE is: a document (xml, the default), or what export wrote as jsonl or json (json)",
              argument::OPTIONAL,
              {"xml", "json"}},
-            {"-o,--output", &options->output, "File to write, replaced only when all is done (default: -)"},
+            {"-o,--output",
+             &options->output,
+             "File to write, replaced only when all is done (default: -)",
+             argument::OPTIONAL,
+             {},
+             {},
+             "FILE"},
             {"--force", &options->force, "Write even if values are lost; they are named all the same"},
             {"--shift", &options->shift, "Turn event and data type numbers into masks"},
             {"--keep-duplicates", &options->keep_duplicates,
@@ -131,5 +137,9 @@ subcommand convert_subcommand() {
              argument::OPTIONAL,
              {"classic", "2010"}},
         },
-        [options] { return convert(*options); }};
+        [options] { return convert(*options); },
+        {{"Turn type numbers into masks and write the other dialect",
+          "zeb5xml convert numbers.xml --shift --to daqvariables -o variables.xml"},
+         {"Bring back what was edited as JSON",
+          "zeb5xml convert channels.jsonl --from json --to chandescriptions -o channels.xml"}}};
 }

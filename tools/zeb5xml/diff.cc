@@ -1,6 +1,7 @@
 #include <memory>
 #include <string>
 
+#include "colour.h"
 #include "differences.h"
 #include "failure.h"
 #include "form_losses.h"
@@ -17,6 +18,7 @@ struct diff_options {
     std::string before;
     std::string after;
     std::string format = "text";
+    std::string color = "auto";
 };
 
 enum diff_status { SAME = 0, DIFFERENT = 1, TROUBLE = 2 };
@@ -54,16 +56,17 @@ private:
 /// Writes the differences of one pair of records after the other.
 class diff_output {
 public:
-    diff_output(const record_type &type, const dialect_differences &dialects, bool as_json)
-        : type_(type), dialects_(dialects), as_json_(as_json) {}
+    diff_output(const record_type &type, const dialect_differences &dialects, const diff_options &options)
+        : type_(type), dialects_(dialects), as_json_(options.format == "json"), paint_(options.color) {}
 
     void add(const record_pair &pair) {
         if (!pair.before || !pair.after)
             return as_json_ ? add_whole_json(pair)
-                            : add_line(pair.name + (pair.before ? ": removed" : ": added"));
+                            : add_line(pair.before ? paint_(RED, pair.name + ": removed")
+                                                   : paint_(GREEN, pair.name + ": added"));
         for (const difference &one : differences(*pair.before, *pair.after, type_))
             if (!dialects_.explain(one))
-                as_json_ ? add_json(pair.name, one) : add_line(pair.name + ": " + difference_text(one, "->"));
+                as_json_ ? add_json(pair.name, one) : add_text(pair.name, one);
     }
 
     diff_status finish() {
@@ -77,6 +80,11 @@ private:
     void add_line(const std::string &line) {
         out_.add(line + "\n");
         any_ = true;
+    }
+
+    void add_text(const std::string &name, const difference &one) {
+        add_line(paint_(BOLD, name) + ": " + one.path + ": " + paint_(RED, side_text(one.was, *one.row)) +
+                 " -> " + paint_(GREEN, side_text(one.is, *one.row)));
     }
 
     void add_object(const std::string &name, const std::string &members) {
@@ -103,6 +111,7 @@ private:
     const record_type &type_;
     const dialect_differences &dialects_;
     const bool as_json_;
+    const painter paint_;
     bool any_ = false;
     output_buffer out_;
 };
@@ -116,7 +125,7 @@ int compare(const diff_options &options) {
                                            after.source.name + " " + after.kind.with_article);
     const dialect_differences dialects(before, after);
     dialects.tell_what_is_not_compared();
-    diff_output out(before.list->type(), dialects, options.format == "json");
+    diff_output out(before.list->type(), dialects, options);
     for_each_pair(*before.list, *after.list, [&](const record_pair &pair) { out.add(pair); });
     return out.finish();
 }
@@ -147,8 +156,11 @@ subcommand diff_subcommand() {
         "json is one array of objects.\n",
         {{"A", &options->before, "Document of any kind; - is standard input", argument::REQUIRED},
          {"B", &options->after, "Document of the same kind, after the changes", argument::REQUIRED},
-         {"--format", &options->format, "text (the default) or json", argument::OPTIONAL, {"text", "json"}}},
+         {"--format", &options->format, "text (the default) or json", argument::OPTIONAL, {"text", "json"}},
+         color_argument(options->color)},
         [options] { return run_diff(*options); },
+        {{"What a new edition changes", "zeb5xml diff channels.xml new.xml"},
+         {"The same for a program", "zeb5xml diff --format json channels.xml new.xml"}},
         "Exit status:\n"
         "  0  no difference\n"
         "  1  differences\n"

@@ -113,19 +113,19 @@ private:
     }
 };
 
-std::string side_text(const std::optional<value> &one, const field_row &row) {
-    if (!one)
-        return "nothing";
-    const std::string text = value_text(*one, row);
-    return row.kind == PARTS ? text.substr(1, text.size() - 2) : text; // without the brackets of the list
-}
-
 } // namespace
 
 std::vector<difference> differences(const record &before, const record &after, const record_type &type) {
     comparison all;
     all.compare(before, after, type, "", "");
     return std::move(all.found);
+}
+
+std::string side_text(const std::optional<value> &one, const field_row &row) {
+    if (!one)
+        return "nothing";
+    const std::string text = value_text(*one, row);
+    return row.kind == PARTS ? text.substr(1, text.size() - 2) : text; // without the brackets of the list
 }
 
 std::string difference_text(const difference &one, const std::string &becomes) {

@@ -24,6 +24,9 @@ struct difference {
 /// What differs between two records of this type, in the order of its rows.
 std::vector<difference> differences(const record &before, const record &after, const record_type &type);
 
+/// What stands at one side of the difference: "on", 0xc (BOR:EOR), or nothing.
+std::string side_text(const std::optional<value> &one, const field_row &row);
+
 /// "bits[3].bit_name: "on" `becomes` "off"", or the part with nothing at the side that lacks it.
 std::string difference_text(const difference &one, const std::string &becomes);
 

@@ -122,7 +122,8 @@ subcommand export_subcommand() {
     for (const argument &one : options->filters.arguments())
         arguments.push_back(one);
     return {
-        "export", "Write every field of the records for other programs, as JSON or as a table",
+        "export",
+        "Write every field of the records for other programs, as JSON or as a table",
         "jsonl is one JSON object a line, json one array of them. csv (RFC 4180) and tsv have a heading and "
         "one\n"
         "row a record; bits, dimensions and server blocks are JSON in one cell. Fields have the names of "
@@ -131,5 +132,9 @@ subcommand export_subcommand() {
         "\"source\". Texts are UTF-8; those of a field whose bytes are not UTF-8 are taken as\n"
         "ISO-8859-1, and \"latin_1\" lists these fields. `zeb5xml convert --from json` reads jsonl and json "
         "again.\n",
-        arguments, [options] { return run_export(*options); }};
+        arguments,
+        [options] { return run_export(*options); },
+        {{"A table for a spreadsheet", "zeb5xml export --format csv channels.xml"},
+         {"The properties of one event type, with jq",
+          "zeb5xml export --event ENV channels.xml | jq -r .prop_name"}}};
 }

@@ -62,9 +62,7 @@ std::vector<argument> record_filters::arguments() {
              "Only records of this event type, by name (ENV) or number (4)",
              argument::OPTIONAL,
              {},
-             [](const std::string &text) {
-                 return event_type_of(text) < 0 ? "no event type: " + text : std::string();
-             }},
+             event_type_fault},
             {"--stream",
              &stream,
              "Only channels of this data stream",

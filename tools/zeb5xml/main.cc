@@ -9,10 +9,7 @@
 namespace {
 
 int run(int argc, char **argv) {
-    const std::vector<subcommand> subcommands = {
-        show_subcommand(),      export_subcommand(), convert_subcommand(),
-        canonical_subcommand(), diff_subcommand(),   merge_subcommand(),
-        mask_subcommand(),      select_subcommand(), check_subcommand()};
+    const std::vector<subcommand> subcommands = all_subcommands();
     int status = STATUS_DONE;
     const subcommand *chosen = chosen_subcommand(subcommands, argc, argv, status);
     if (!chosen)

@@ -17,16 +17,16 @@ namespace {
 /// A kind of mask. The number that stands in a document is the mask, or with --shift the type.
 struct mask_kind {
     const char *name;
-    const char *one; // of its types
     int (*type_of)(const std::string &text);
+    std::string (*fault_of)(const std::string &text);
     std::uint32_t (*bit_of)(int type); // the mask of this type alone
     texts (*names)(std::uint32_t mask);
     int last; // type
 };
 const mask_kind kinds[] = {
-    {"event", "event type", event_type_of, [](int type) { return std::uint32_t{1} << type; }, event_names,
+    {"event", event_type_of, event_type_fault, [](int type) { return std::uint32_t{1} << type; }, event_names,
      31},
-    {"dtype", "block type", block_type_of,
+    {"dtype", block_type_of, block_type_fault,
      [](int type) { return std::uint32_t{1} << type % 32 | (type < 32 ? 0 : blocks_2010); }, block_names, 62},
 };
 
@@ -65,11 +65,10 @@ std::uint32_t mask_from_names(const mask_kind &kind, const std::string &text) {
     for (size_t at = 0; at <= text.size();) {
         const size_t end = std::min(text.find_first_of(",:", at), text.size());
         const std::string name = text.substr(at, end - at);
-        const int type = kind.type_of(name);
-        if (type < 0)
-            throw failure(STATUS_USAGE, "no " + std::string(kind.one) + ": " + name + "; `zeb5xml mask " +
+        if (const std::string fault = kind.fault_of(name); !fault.empty())
+            throw failure(STATUS_USAGE, fault + (fault.back() == '?' ? " " : "; ") + "`zeb5xml mask " +
                                             kind.name + "` lists all");
-        const std::uint32_t bit = kind.bit_of(type);
+        const std::uint32_t bit = kind.bit_of(kind.type_of(name));
         if (kind.names == block_names && all && (*all & blocks_2010) != (bit & blocks_2010))
             throw failure(STATUS_USAGE,
                           "one data-type word holds block types below 32, or those above: " + text);
@@ -112,10 +111,10 @@ subcommand mask_subcommand() {
         "Turn masks of event types and data types into names, and names into masks",
         "A number is a mask as it stands in EVTYPE or DTYPE, decimal or hexadecimal; after --, it may be\n"
         "negative, as documents write DTYPE. Names are separated by commas. Without MASK, all types are "
-        "listed.\n"
-        "  zeb5xml mask dtype 0x80000200\n"
-        "  zeb5xml mask event BOR,EOR\n",
+        "listed.\n",
         {{"KIND", kind.get(), "event (EVTYPE) or dtype (DTYPE)", argument::REQUIRED, {"event", "dtype"}},
-         {"MASK", masks.get(), "Masks, or names of types"}},
-        [kind, masks] { return tell_mask(*kind, *masks); }};
+         {"MASK", masks.get(), "Masks, or names of types", argument::OPTIONAL, {}, {}, "TEXT"}},
+        [kind, masks] { return tell_mask(*kind, *masks); },
+        {{"Names of the block types in a DTYPE", "zeb5xml mask dtype 0x80000200"},
+         {"The number for EVTYPE", "zeb5xml mask event BOR,EOR"}}};
 }

@@ -136,8 +136,16 @@ subcommand merge_subcommand() {
         "Nothing is written when a document cannot be read without errors or a value would be lost, as with\n"
         "`zeb5xml convert`.\n",
         {{"FILE", &options->files, "Channel descriptions; - is standard input", argument::REQUIRED},
-         {"-o,--output", &options->output, "File to write, replaced only when all is done (default: -)"},
+         {"-o,--output",
+          &options->output,
+          "File to write, replaced only when all is done (default: -)",
+          argument::OPTIONAL,
+          {},
+          {},
+          "FILE"},
          {"--force", &options->force,
           "What is set in a later document counts, and its bits and dimensions replace those before"}},
-        [options] { return merge(*options); }};
+        [options] { return merge(*options); },
+        {{"Complete a master file from two others",
+          "zeb5xml merge master.xml magnets.xml rf.xml -o all.xml"}}};
 }

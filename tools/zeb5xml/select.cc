@@ -90,14 +90,6 @@ int select_channels(const select_options &options) {
     return status;
 }
 
-/// Returns a check that refuses texts for which `number_of` knows no number.
-std::function<std::string(const std::string &)> known(int (*number_of)(const std::string &),
-                                                      const std::string &what) {
-    return [=](const std::string &text) {
-        return number_of(text) < 0 ? "no " + what + ": " + text : std::string();
-    };
-}
-
 } // namespace
 
 subcommand select_subcommand() {
@@ -114,17 +106,19 @@ subcommand select_subcommand() {
              "Only channels of this event type, by name (ENV) or number (4)",
              argument::OPTIONAL,
              {},
-             known(event_type_of, "event type")},
+             event_type_fault},
             {"--block",
              &options->block,
              "Only channels with data of this block type, by name (BLOCK_BPM) or number (6)",
              argument::OPTIONAL,
              {},
-             known(block_type_of, "block type")},
+             block_type_fault},
             {"--slow", &options->slow, "Only slow channels: event type BOR, EOR, ENV or UPD"},
             {"--ml", &options->ml, "Only channels of the ML class"},
             {"--channel", &options->channel, "Only the channel with this name or property"},
             {"--tabs", &options->tabs, "Separate columns by tabs, for programs"},
         },
-        [options] { return select_channels(*options); }};
+        [options] { return select_channels(*options); },
+        {{"The slow channels of a master file, for a script", "zeb5xml select --slow --tabs channels.xml"},
+         {"Channels that send beam positions", "zeb5xml select --block BLOCK_BPM channels.xml"}}};
 }

@@ -19,17 +19,37 @@ struct argument {
     std::vector<std::string> words = {}; // what the value may be; empty: anything
     /// Returns why a value is refused, or an empty text; not called when it is empty.
     std::function<std::string(const std::string &)> refusal = {};
+    /// What --help calls the value when it has no words; a FILE is completed by names of files. Null: FILE by
+    /// position, TEXT behind an option.
+    const char *value = nullptr;
+};
+
+bool is_option(const argument &row);
+bool is_flag(const argument &row);
+bool takes_file(const argument &row);
+const char *value_name(const argument &row);
+/// The names apart: "-o", "--output".
+std::vector<std::string> names_apart(const argument &row);
+
+/// A command line that does something useful.
+struct example {
+    const char *purpose;
+    const char *line;
 };
 
 /// A subcommand: what its command line may hold, and what it does.
 struct subcommand {
     const char *name;
     const char *summary;
-    std::string details; // printed by --help after the arguments; examples come last
+    std::string details; // printed by --help after the arguments; indented lines stay as they are
     std::vector<argument> arguments;
     std::function<int()> run; // called when all targets hold what was given; returns an exit status
+    std::vector<example> examples = {};
     const char *statuses = EXIT_STATUS_HELP;
 };
+
+/// All subcommands, in the order of --help.
+std::vector<subcommand> all_subcommands();
 
 // Each returns its subcommand. The targets of the arguments live as long as its `run`.
 subcommand show_subcommand();
@@ -41,5 +61,8 @@ subcommand merge_subcommand();
 subcommand mask_subcommand();
 subcommand select_subcommand();
 subcommand check_subcommand();
+subcommand catalogue_subcommand();
+subcommand completion_subcommand();
+subcommand manual_subcommand();
 
 #endif

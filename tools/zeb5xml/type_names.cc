@@ -4,16 +4,18 @@
 #include <strings.h>
 
 #include "event_util.h"
+#include "nearest.h"
 
 namespace {
 
 struct type_family {
+    const char *noun;
     const char *prefix;
     int count;
     const char *(*name)(int);
 };
-const type_family events = {"ZEB5_EV_", 32, event_name_itoa};
-const type_family blocks = {"ZEB5_", 63, block_name_itoa};
+const type_family events = {"event type", "ZEB5_EV_", 32, event_name_itoa};
+const type_family blocks = {"block type", "ZEB5_", 63, block_name_itoa};
 
 int type_of(const std::string &text, const type_family &family) {
     int number = -1;
@@ -29,6 +31,16 @@ int type_of(const std::string &text, const type_family &family) {
     return -1;
 }
 
+std::string fault_of(const std::string &text, const type_family &family) {
+    if (type_of(text, family) >= 0)
+        return "";
+    std::vector<std::string> names;
+    for (int type = 0; type < family.count; ++type)
+        if (const std::string name = family.name(type); name != std::to_string(type)) // else it has no name
+            names.push_back(name);
+    return std::string("no ") + family.noun + ": " + text + did_you_mean(text, names);
+}
+
 std::vector<std::string> names(std::uint32_t mask, int first, const type_family &family) {
     std::vector<std::string> all;
     for (int bit = 0; bit < 32; ++bit)
@@ -42,6 +54,10 @@ std::vector<std::string> names(std::uint32_t mask, int first, const type_family 
 int event_type_of(const std::string &text) { return type_of(text, events); }
 
 int block_type_of(const std::string &text) { return type_of(text, blocks); }
+
+std::string event_type_fault(const std::string &text) { return fault_of(text, events); }
+
+std::string block_type_fault(const std::string &text) { return fault_of(text, blocks); }
 
 std::vector<std::string> event_names(std::uint32_t mask) { return names(mask, 0, events); }
 

@@ -11,6 +11,10 @@
 int event_type_of(const std::string &text);
 int block_type_of(const std::string &text);
 
+/// Return why a text is no type, with the nearest name; empty when it is one.
+std::string event_type_fault(const std::string &text);
+std::string block_type_fault(const std::string &text);
+
 /// Names of the types in a mask.
 std::vector<std::string> event_names(std::uint32_t mask);
 std::vector<std::string> block_names(std::uint32_t dtype);
