@@ -199,7 +199,7 @@ class Checking(unittest.TestCase):
             path.write_text("<CHANDESCRIPTIONS>\n<CHANNEL><PROP>P</PROP><NAME>N</NAME><SIZE>2O48</SIZE></CHANNEL>\n"
                             "</CHANDESCRIPTIONS>\n")
             self.assertEqual(zeb5xml.check(path, command=COMMAND), [
-                zeb5xml.Finding(str(path), 2, 42, "error", "channel 'P': <SIZE>: 'O48' after the number is ignored; the reader "
+                zeb5xml.Finding(str(path), 2, 38, "error", "channel 'P': <SIZE>: 'O48' after the number is ignored; the reader "
                                 "keeps 2", "number-tail")])
             self.assertEqual(zeb5xml.check(EXAMPLES / "channels.xml", command=COMMAND), [])
 
