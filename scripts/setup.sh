@@ -8,7 +8,7 @@ jobs=$(nproc)
 build_packages=(build-essential cmake ninja-build libxerces-c-dev libcli11-dev libgtest-dev librapidcheck-dev locales
     tzdata)
 bench_packages=(libbenchmark-dev libxml2-dev libexpat1-dev libpugixml-dev valgrind)
-check_packages=(git clang clang-format clang-tidy python3 valgrind)
+check_packages=(git clang clang-format clang-tidy libclang-rt-dev python3 valgrind)
 
 # Installs those of the named Debian packages that are missing. When none is missing, no network is needed.
 need_packages() {
