@@ -134,8 +134,10 @@ private:
     void elementDecl(const xercesc::DTDElementDecl &element, const bool is_ignored) override {
         Parser::elementDecl(element, is_ignored);
         const auto [nodes, entries] = size_of_model(element, names);
-        if (!is_sax)
+        if (!is_sax) {
+            names.model = 0; // nobody looks for children in it
             return declare(nodes * (model_node_price + names.elements.look_up()));
+        }
         if (nodes > most_model_nodes || entries > most_model_entries)
             refuse(u"A content model of this document has too many names");
         declare(nodes * (nodes * validated_model_price + names.elements.look_up()) +
