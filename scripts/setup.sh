@@ -5,8 +5,8 @@ cd "$(dirname "${BASH_SOURCE[0]}")/.."
 export TZ=Asia/Kathmandu # dates are written in local time: a zone far from UTC shows a mistake
 jobs=$(nproc)
 
-build_packages=(build-essential cmake ninja-build libxerces-c-dev libcli11-dev libgtest-dev nlohmann-json3-dev librapidcheck-dev locales
-    tzdata)
+build_packages=(build-essential cmake ninja-build libxerces-c-dev libcli11-dev libgtest-dev librapidcheck-dev locales
+    nlohmann-json3-dev tzdata)
 bench_packages=(libbenchmark-dev libxml2-dev libexpat1-dev libpugixml-dev valgrind)
 check_packages=(git clang clang-format clang-tidy python3 valgrind mandoc zsh fish)
 

@@ -59,8 +59,14 @@ TEST(BoundedCommand, RefusesASparseFileAtItsFirstHole) {
     EXPECT_EQ(folder.run({"show", "sparse.xml"}, "", limit_memory),
               (command_result{
                   1, "", report + "zeb5xml: sparse.xml: not read without errors: only 0 entries listed\n"}));
-    EXPECT_EQ(folder.run({"check", "sparse.xml"}, "", limit_memory),
-              (command_result{1, report + "sparse.xml: event list, 0 entries, reader result 1\n", ""}));
+    EXPECT_EQ(
+        folder.run({"canonical", "sparse.xml"}, "", limit_memory),
+        (command_result{1, "", report + "zeb5xml: sparse.xml: not read without errors: nothing written\n"}));
+    EXPECT_EQ(
+        folder.run({"convert", "sparse.xml", "--to", "table"}, "", limit_memory),
+        (command_result{1, "",
+                        "zeb5xml: sparse.xml: is an event list, which can be shown, checked and exported "
+                        "only\n"}));
 }
 
 /// A channel of 300 bits that stands in the list 10,000 times: its listing takes more than 100 MB.
@@ -88,14 +94,20 @@ TEST(BoundedCommand, HoldsNoListing) {
 TEST(BoundedCommand, ReadsEveryKindFromAPipe) {
     struct kind {
         const char *document;
-        const char *summary;
+        const char *cells; // of the table
     };
     const kind kinds[] = {
         {"<CHANDESCRIPTIONS><CHANNEL><PROP>P</PROP></CHANNEL></CHANDESCRIPTIONS>",
-         "channel descriptions, 1 channel"},
-        {"<BMR/>", "event list, 0 entries"},
-        {"<ENVINDEXDICT/>", "env index dictionary, 0 entries"},
-        {"<C><Integer Name=\"Gain\"/></C>", "camera file, 1 feature"},
+         "prop_name\tdaq_name\tstream\tev_type\tev_type_names\tdtype\tdtype_names\tcount\tdb_key\tprop_"
+         "desc\tunits\t"
+         "max_size\tsb_name\tset_point\tsubsystem\tbits\tdims\tlatin_1\nP\t\t0\t0\t\t0\t\t0\t-"
+         "1\t\t\t1\t\t0\t\t[]\t[]\t\n"},
+        {"<BMR><EVENT><TYPE>4</TYPE></EVENT></BMR>",
+         "evtype\tevtype_name\ttimeup\ttimelow\ttmask\tpriority\tsb_list\tlatin_1\n4\tENV\t0\t0\t0\t0\t[]"
+         "\t\n"},
+        {"<ENVINDEXDICT/>", "index\tenv_prop\tenv_ch_abs_delta\tenv_ch_rel_delta\tlatin_1\n"},
+        {"<C><Integer Name=\"Gain\"/></C>",
+         "name\ttype\ttype_name\textension\ttooltip\tdescription\tlatin_1\nGain\t1\tInteger\t\t\t\t\n"},
     };
     const command_folder folder;
     for (const kind &row : kinds) {
@@ -104,22 +116,23 @@ TEST(BoundedCommand, ReadsEveryKindFromAPipe) {
         const std::string text = row.document;
         ASSERT_EQ(write(ends[1], text.data(), text.size()), static_cast<ssize_t>(text.size()));
         close(ends[1]);
-        EXPECT_EQ(folder.run({"check", "-"}, "", [&] { dup2(ends[0], STDIN_FILENO); }),
-                  (command_result{0, "standard input: " + std::string(row.summary) + ": ok\n", ""}));
+        EXPECT_EQ(folder.run({"export", "-", "--format", "tsv"}, "", [&] { dup2(ends[0], STDIN_FILENO); }),
+                  (command_result{0, row.cells, ""}));
         close(ends[0]);
     }
 }
 
 TEST(BoundedCommand, ReadsStandardInputFromWhereItStands) {
     const command_folder folder;
-    EXPECT_EQ(folder.run({"check", "-"}, "a line\n<BMR/>", [] { lseek(STDIN_FILENO, 7, SEEK_SET); }),
-              (command_result{0, "standard input: event list, 0 entries: ok\n", ""}));
+    EXPECT_EQ(folder.run({"export", "-", "--format", "json"}, "a line\n<BMR/>",
+                         [] { lseek(STDIN_FILENO, 7, SEEK_SET); }),
+              (command_result{0, "[\n]\n", ""}));
 }
 
 TEST(BoundedCommand, SaysWhereATemporaryFileCannotBeMade) {
     const command_folder folder;
     const command_result seen =
-        folder.run({"check", "/dev/null"}, "", [] { setenv("TMPDIR", "/nowhere", 1); });
+        folder.run({"show", "/dev/null"}, "", [] { setenv("TMPDIR", "/nowhere", 1); });
     EXPECT_EQ(seen.status, 3);
     EXPECT_EQ(seen.out, "");
     EXPECT_TRUE(seen.err.starts_with("zeb5xml: /nowhere/zeb5xml.")) << seen.err;

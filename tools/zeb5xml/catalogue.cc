@@ -98,6 +98,8 @@ public:
         return STATUS_DONE;
     }
 
+    bool is_empty() const { return documents_.empty(); }
+
     std::string page(const std::string &title) const {
         const std::string data =
             "{\"title\":" + json_text(value{title}, name_row) + ",\"version\":" + json_text(ZEB5XML_VERSION) +
@@ -144,7 +146,8 @@ private:
 int write_catalogue(const catalogue_options &options) {
     catalogue all;
     const int status = each_file(options.files, [&](const std::string &path) { return all.add(path); });
-    write_output(options.output, all.page(options.title));
+    if (!all.is_empty())
+        write_output(options.output, all.page(options.title));
     return status;
 }
 
@@ -159,7 +162,9 @@ subcommand catalogue_subcommand() {
         "bits,\n"
         "dimensions and statistics; a map of event types and subsystems; sizes; event lists and\n"
         "dictionaries, linked to the channels that they name. Names of channels that no FILE describes are\n"
-        "marked. Of a faulty document, the page has the records up to the fault, and says so.\n",
+        "marked. Of a faulty document, the page has the records up to the fault, and says so. Nothing is "
+        "written\n"
+        "when no document could be read.\n",
         {{"FILE", &options->files, "Documents of any kind; - is standard input", argument::REQUIRED},
          {"-o,--output",
           &options->output,

@@ -1,7 +1,7 @@
 #include "differences.h"
 
 #include <algorithm>
-#include <numeric>
+#include <tuple>
 
 #include "value_text.h"
 
@@ -19,7 +19,9 @@ struct key {
         else
             text = identity.text();
     }
-    auto operator<=>(const key &) const = default;
+    bool operator<(const key &other) const {
+        return std::tie(number, text, which) < std::tie(other.number, other.text, other.which);
+    }
 };
 
 /// The keys of records, sorted; each with the place of its record.
@@ -27,6 +29,7 @@ using keyed_places = std::vector<std::pair<key, size_t>>;
 
 keyed_places sorted(std::vector<key> keys) {
     keyed_places places;
+    places.reserve(keys.size());
     for (size_t i = 0; i < keys.size(); ++i)
         places.emplace_back(std::move(keys[i]), i);
     std::sort(places.begin(), places.end());
@@ -40,6 +43,7 @@ keyed_places sorted(std::vector<key> keys) {
 
 keyed_places keys_of(const std::vector<record> &parts) {
     std::vector<key> keys;
+    keys.reserve(parts.size());
     for (const record &part : parts)
         keys.emplace_back(part.fields.front());
     return sorted(std::move(keys));
@@ -47,6 +51,7 @@ keyed_places keys_of(const std::vector<record> &parts) {
 
 keyed_places keys_of(const record_list &list) {
     std::vector<key> keys;
+    keys.reserve(list.size());
     for (size_t i = 0; i < list.size(); ++i)
         keys.emplace_back(list.identity_at(i));
     return sorted(std::move(keys));

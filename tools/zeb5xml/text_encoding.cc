@@ -89,18 +89,22 @@ std::string utf8_text(std::string_view bytes, text_encoding encoding) {
     return text;
 }
 
-std::optional<std::string> latin_1_from_utf8(std::string_view text) {
-    std::string bytes;
-    for (size_t at = 0; at < text.size();) {
-        const size_t length = character_length(text, at);
-        const unsigned char lead = byte_at(text, at);
-        if (length == 1)
-            bytes += text[at];
-        else if (length == 2 && lead <= 0xc3)
-            bytes += static_cast<char>((lead & 0x03) << 6 | (byte_at(text, at + 1) & 0x3f));
+std::string latin_1_where_possible(std::string_view bytes) {
+    std::string latin_1;
+    for (size_t at = 0; at < bytes.size();) {
+        const size_t length = std::max<size_t>(character_length(bytes, at), 1);
+        const unsigned char lead = byte_at(bytes, at);
+        if (length == 2 && lead <= 0xc3)
+            latin_1 += static_cast<char>((lead & 0x03) << 6 | (byte_at(bytes, at + 1) & 0x3f));
         else
-            return std::nullopt;
+            latin_1 += bytes.substr(at, length);
         at += length;
     }
-    return bytes;
+    return latin_1;
+}
+
+std::optional<std::string> latin_1_from_utf8(std::string_view text) {
+    std::string bytes = latin_1_where_possible(text);
+    // Each character that is in ISO-8859-1 gave one byte, so the way back gives the text again
+    return utf8_text(bytes, LATIN_1) == text ? std::optional(std::move(bytes)) : std::nullopt;
 }

@@ -28,6 +28,9 @@ texts latin_1_fields(const record &fields, const record_type &type);
 /// The bytes as UTF-8 text.
 std::string utf8_text(std::string_view bytes, text_encoding encoding);
 
+/// Returns the bytes with each UTF-8 character that ISO-8859-1 has in this encoding; all other bytes stay.
+std::string latin_1_where_possible(std::string_view bytes);
+
 /// Returns nothing when the text has a character that ISO-8859-1 has not, or is no UTF-8.
 std::optional<std::string> latin_1_from_utf8(std::string_view text);
 

@@ -7,6 +7,7 @@
 #include "output.h"
 #include "round_trip.h"
 #include "standard_streams.h"
+#include "text_encoding.h"
 
 namespace {
 
@@ -51,6 +52,8 @@ void write_records(const records_to_write &what, const std::string &output, bool
     if (result != 0)
         throw failure(STATUS_OUTPUT, what.name + ": could not be put into that form, result " +
                                          std::to_string(result) + " of the writer");
+    if (what.to.is_document) // which declares ISO-8859-1, while the library writes the bytes of the records
+        text = latin_1_where_possible(text);
     if (tell_losses(what, text) && !force)
         throw failure(STATUS_DOCUMENT, what.name + ": nothing written, as values would be lost" + way_out);
     write_output(output, text);
