@@ -259,6 +259,16 @@ def use_hostile(browser, checks, page):
     checks.equal("nothing complains", browser.complaints, [])
 
 
+def use_events_alone(browser, checks, page):
+    browser.load(page)
+    checks.equal("views are those that have records",
+                 browser.value("[...document.querySelectorAll('nav a')].map((one) => one.textContent)"),
+                 ["Overview", "Events 1"])
+    go(browser, "#events")
+    checks.equal("without channels, no name is marked", browser.value("document.querySelectorAll('.lost').length"), 0)
+    checks.equal("nothing complains", browser.complaints, [])
+
+
 def use_many(browser, checks, page):
     browser.show_as(1280, 800)
     checks.fast("load", browser.load(page))
@@ -296,6 +306,7 @@ def main():
         "<BMR><EVENT><TYPE>1</TYPE><SBLOCK>S</SBLOCK><CHLIST><CHAN>NOBODY</CHAN></CHLIST></EVENT></BMR>")
     documents = [folder / "hostile.xml", folder / "lost.xml"]
     write_page(command, documents, folder / "hostile.html", "--title", "<b>Title</b>")
+    write_page(command, [folder / "lost.xml"], folder / "events.html")
     (folder / "many.xml").write_text(many_channels())
     write_page(command, [folder / "many.xml"], folder / "many.html")
     checks = Checks()
@@ -304,6 +315,7 @@ def main():
         try:
             use_examples(browser, checks, folder / "examples.html", folder)
             use_hostile(browser, checks, folder / "hostile.html")
+            use_events_alone(browser, checks, folder / "events.html")
             use_many(browser, checks, folder / "many.html")
         finally:
             browser.close()
