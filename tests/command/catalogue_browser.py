@@ -152,8 +152,9 @@ def many_channels():
     event, kinds = (2, 16, 48, 1026, 64, 7168), ("MAGNETS", "DIAG", "RF", "VACUUM", "LASER", "TIMING")
     text = ['<?xml version="1.0" encoding="ISO-8859-1" ?>\n<CHANDESCRIPTIONS>\n']
     for n in range(CHANNELS):
-        text.append(f"<CHANNEL><STREAM>{n % 7}</STREAM><EVTYPE>{event[n % 6]}</EVTYPE><DTYPE>8</DTYPE><SB_NAME>SRV{n % 40}"
-                    f"</SB_NAME><PROP>LARKMOOR.{kinds[n % 6]}/DEVICE{n % 900}/PART{n}/VALUE</PROP><NAME>CH{n}.VALUE</NAME>"
+        text.append(f"<CHANNEL><STREAM>{n % 7}</STREAM><EVTYPE>{event[n % 6]}</EVTYPE><DTYPE>8</DTYPE>"
+                    f"<SB_NAME>SRV{n % 40}</SB_NAME><PROP>LARKMOOR.{kinds[n % 6]}/DEVICE{n % 900}/PART{n}/VALUE</PROP>"
+                    f"<NAME>CH{n}.VALUE</NAME>"
                     f"<SUBSYSTEM>{kinds[n % 6]}</SUBSYSTEM><UNITS>mm</UNITS><DESC>value of part {n}</DESC>"
                     f"<SIZE>{1 + n * n % 4096}</SIZE></CHANNEL>\n")
     return "".join(text) + "</CHANDESCRIPTIONS>\n"
@@ -164,7 +165,8 @@ TITLE = "document.querySelector('#details h2')?.textContent ?? ''"
 IS_OPEN = "!document.getElementById('details').hidden"
 FIRST = "document.querySelector('.rows .row > div')?.textContent"
 SEARCH = "{ const box = document.getElementById('search'); box.value = '%s'; box.dispatchEvent(new Event('input')) }"
-CHOOSE = "{ const list = document.getElementById('filter-%s'); list.value = '=%s'; list.dispatchEvent(new Event('change')) }"
+CHOOSE = "{ const list = document.getElementById('filter-%s'); list.value = '=%s';" \
+         " list.dispatchEvent(new Event('change')) }"
 
 
 def go(browser, place):
@@ -177,7 +179,8 @@ def use_examples(browser, checks, page, folder):
     browser.show_as(1280, 800)
     browser.load(page)
     checks.equal("all channels are there", browser.value(COUNT), "200 records")
-    checks.equal("a row for each of the columns", browser.value("document.querySelectorAll('.rows .row').length > 10"), True)
+    checks.equal("a row for each of the columns",
+                 browser.value("document.querySelectorAll('.rows .row').length > 10"), True)
     browser.press("/", 191, "/")
     browser.type("quad q07")
     checks.equal("words are searched", browser.value(COUNT), "2 of 200 records")
@@ -194,13 +197,27 @@ def use_examples(browser, checks, page, folder):
     browser.value("[...document.querySelectorAll('.names a')].find((one) => one.textContent === 'BPM01.Y').click()")
     time.sleep(0.1)
     checks.equal("a name leads to its channel", browser.value(TITLE), "BPM01.Y")
-    checks.equal("which leads back", browser.value("document.querySelector('#details section a').textContent"), "event list, NORMAL")
+    checks.equal("which leads back",
+                 browser.value("document.querySelector('#details section a').textContent"), "event list, NORMAL")
+    browser.value("document.querySelector('#details section a').click()")
+    time.sleep(0.1)
+    checks.equal("to its event", browser.value("document.activeElement.querySelector('h3').textContent"), "NORMAL")
+    go(browser, "#dictionaries")
+    browser.value("document.querySelectorAll('.rows a')[1].click()")
+    time.sleep(0.1)
+    checks.equal("an entry leads to its channel", browser.value(TITLE), "A02.SP.AMPL")
+    browser.value("document.querySelector('#details section a').click()")
+    time.sleep(0.1)
+    checks.equal("and back to its row",
+                 browser.value("document.querySelector('[aria-selected=true] > div').textContent"), "2")
+    go(browser, "#channels")
     checks.equal("and shows all again", browser.value(COUNT), "200 records")
     go(browser, "#overview")
     browser.value("document.querySelector('.heat td a').click()")
     time.sleep(0.1)
     checks.equal("a cell of the map leads to its channels", browser.value(COUNT + ".includes(' of 200 records')"), True)
-    checks.equal("nothing is loaded", [url for url in browser.requests if not url.startswith(("file:", "data:", "about:"))], [])
+    checks.equal("nothing is loaded",
+                 [url for url in browser.requests if not url.startswith(("file:", "data:", "about:"))], [])
     checks.equal("nothing complains", browser.complaints, [])
     take_pictures(browser, checks, folder)
 
@@ -208,8 +225,8 @@ def use_examples(browser, checks, page, folder):
 def take_pictures(browser, checks, folder):
     go(browser, "#channels")
     browser.value("document.querySelector('.filters button').click()")
-    for name, width, height, scheme in (("light", 1280, 800, "light"), ("dark", 1280, 800, "dark"), ("narrow", 390, 800, "light")):
-        browser.show_as(width, height, scheme)
+    for name, width, scheme in (("light", 1280, "light"), ("dark", 1280, "dark"), ("narrow", 390, "light")):
+        browser.show_as(width, 800, scheme)
         for view in ("channels", "channels/0", "overview", "events", "dictionaries", "cameras"):
             go(browser, "#" + view)
             browser.picture(folder / f"{name}-{view.replace('/', '-')}.png")
@@ -219,27 +236,44 @@ def take_pictures(browser, checks, folder):
     go(browser, "#channels/" + str(browser.value("channels.findIndex((one) => one.daq_name === 'C01.INTERLOCK')")))
     checks.equal("the row of the details can be seen", browser.value(
         "(() => { const row = document.querySelector('[aria-selected=true]').getBoundingClientRect(),"
-        " all = document.querySelector('.scroller').getBoundingClientRect(); return row.top >= all.top && row.bottom <= all.bottom + 1; })()"), True)
+        " all = document.querySelector('.scroller').getBoundingClientRect();"
+        " return row.top >= all.top && row.bottom <= all.bottom + 1; })()"), True)
     browser.picture(folder / "readme.png")  # docs/catalogue.png
 
 
 def use_hostile(browser, checks, page):
     browser.load(page)
     text = json.dumps(HOSTILE)
-    checks.equal("markup is text", browser.value(f"[...document.querySelectorAll('.rows [role=gridcell]')].some((one) => one.textContent === {text})"), True)
+    checks.equal("markup is text",
+                 browser.value("[...document.querySelectorAll('.rows [role=gridcell]')]"
+                               f".some((one) => one.textContent === {text})"), True)
     go(browser, "#channels/0")
-    checks.equal("also in the details", browser.value(f"document.querySelector('#details .lead').textContent === {text}"), True)
+    checks.equal("also in the details",
+                 browser.value(f"document.querySelector('#details .lead').textContent === {text}"), True)
     go(browser, "#events")
-    checks.equal("unknown names are marked", browser.value("document.querySelector('.names .lost').textContent"), "⚠ NOBODY (not described)")
+    checks.equal("unknown names are marked",
+                 browser.value("document.querySelector('.names .lost').textContent"), "⚠ NOBODY (not described)")
     go(browser, "#overview")
-    checks.equal("no markup came to life", browser.value("document.images.length + ' ' + document.title"), "0 <b>Title</b>")
+    checks.equal("no markup came to life",
+                 browser.value("document.images.length + ' ' + document.title"), "0 <b>Title</b>")
+    checks.equal("nothing complains", browser.complaints, [])
+
+
+def use_events_alone(browser, checks, page):
+    browser.load(page)
+    checks.equal("views are those that have records",
+                 browser.value("[...document.querySelectorAll('nav a')].map((one) => one.textContent)"),
+                 ["Overview", "Events 1"])
+    go(browser, "#events")
+    checks.equal("without channels, no name is marked", browser.value("document.querySelectorAll('.lost').length"), 0)
     checks.equal("nothing complains", browser.complaints, [])
 
 
 def use_many(browser, checks, page):
     browser.show_as(1280, 800)
     checks.fast("load", browser.load(page))
-    checks.equal("only what can be seen is drawn", browser.value("document.querySelectorAll('.rows .row').length < 60"), True)
+    checks.equal("only what can be seen is drawn",
+                 browser.value("document.querySelectorAll('.rows .row').length < 60"), True)
     for letters in ("p", "pa", "part77"):
         checks.fast("search", browser.milliseconds(SEARCH % letters))
     checks.equal("found", browser.value(COUNT), "111 of 20,000 records")
@@ -248,9 +282,11 @@ def use_many(browser, checks, page):
     checks.equal("filtered", browser.value(COUNT), "3,333 of 20,000 records")
     browser.value("document.querySelector('.filters button').click()")
     checks.fast("sort", browser.milliseconds("document.querySelectorAll('.head button')[1].click()"))
-    checks.equal("sorted as people expect", browser.value("document.querySelectorAll('.rows .row')[2].children[1].textContent"), "CH2.VALUE")
+    checks.equal("sorted as people expect",
+                 browser.value("document.querySelectorAll('.rows .row')[2].children[1].textContent"), "CH2.VALUE")
     checks.fast("scroll", browser.milliseconds("document.querySelector('.scroller').scrollTop = 300000"))
-    checks.equal("scrolled", browser.value("document.querySelectorAll('.rows .row')[8].children[1].textContent"), "CH10003.VALUE")
+    checks.equal("scrolled",
+                 browser.value("document.querySelectorAll('.rows .row')[8].children[1].textContent"), "CH10003.VALUE")
     checks.equal("nothing complains", browser.complaints, [])
 
 
@@ -261,12 +297,16 @@ def write_page(command, documents, page, *options):
 def main():
     command, examples, folder = map(pathlib.Path, sys.argv[1:])
     folder.mkdir(parents=True, exist_ok=True)
-    subprocess.run([command.resolve(), "catalogue", *(f"{name}.xml" for name in ("channels", "events", "envindexdict", "camera")),
-                    "-o", (folder / "examples.html").resolve()], check=True, cwd=examples)
+    names = ["channels.xml", "events.xml", "envindexdict.xml", "camera.xml"]
+    subprocess.run([command.resolve(), "catalogue", *names, "-o", (folder / "examples.html").resolve()], check=True, cwd=examples)
     text = f"<![CDATA[{HOSTILE}]]>"
-    (folder / "hostile.xml").write_text(f"<CHANDESCRIPTIONS><CHANNEL><PROP>{text}</PROP><DESC>{text}</DESC></CHANNEL></CHANDESCRIPTIONS>")
-    (folder / "lost.xml").write_text("<BMR><EVENT><TYPE>1</TYPE><SBLOCK>S</SBLOCK><CHLIST><CHAN>NOBODY</CHAN></CHLIST></EVENT></BMR>")
-    write_page(command, [folder / "hostile.xml", folder / "lost.xml"], folder / "hostile.html", "--title", "<b>Title</b>")
+    (folder / "hostile.xml").write_text(
+        f"<CHANDESCRIPTIONS><CHANNEL><PROP>{text}</PROP><DESC>{text}</DESC></CHANNEL></CHANDESCRIPTIONS>")
+    (folder / "lost.xml").write_text(
+        "<BMR><EVENT><TYPE>1</TYPE><SBLOCK>S</SBLOCK><CHLIST><CHAN>NOBODY</CHAN></CHLIST></EVENT></BMR>")
+    documents = [folder / "hostile.xml", folder / "lost.xml"]
+    write_page(command, documents, folder / "hostile.html", "--title", "<b>Title</b>")
+    write_page(command, [folder / "lost.xml"], folder / "events.html")
     (folder / "many.xml").write_text(many_channels())
     write_page(command, [folder / "many.xml"], folder / "many.html")
     checks = Checks()
@@ -275,6 +315,7 @@ def main():
         try:
             use_examples(browser, checks, folder / "examples.html", folder)
             use_hostile(browser, checks, folder / "hostile.html")
+            use_events_alone(browser, checks, folder / "events.html")
             use_many(browser, checks, folder / "many.html")
         finally:
             browser.close()

@@ -110,6 +110,13 @@ TEST_F(Catalogue, ReplacesAFileByACompletePage) {
     EXPECT_EQ(folder.text("page.html"), run({"catalogue", "channels.xml"}).out);
 }
 
+TEST_F(Catalogue, LeavesAFileWhenThereIsNothingToWrite) {
+    folder.write("page.html", "before");
+    EXPECT_EQ(run({"catalogue", "missing.xml", "-o", "page.html"}),
+              (command_result{1, "", "zeb5xml: missing.xml: No such file or directory\n"}));
+    EXPECT_EQ(folder.text("page.html"), "before");
+}
+
 TEST_F(Catalogue, SaysWhichDocumentIsFaulty) {
     folder.write("broken.xml", "<CHANDESCRIPTIONS>\n<CHANNEL><PROP>X</PROP></CHANNEL>\n<CHANNEL>");
     const command_result said = run({"catalogue", "missing.xml", "broken.xml", "channels.xml"});

@@ -63,20 +63,19 @@ std::string list_of(const std::vector<std::string> &words) {
 }
 
 std::string event_type_list() {
-    std::vector<std::string> names;
-    for (int type = 0; type < 32; ++type)
-        names.push_back(joined(event_names(std::uint32_t{1} << type), ""));
+    std::vector<std::string> names(32);
+    for (size_t type = 0; type < names.size(); ++type)
+        names[type] = joined(event_names(std::uint32_t{1} << type), "");
     return list_of(names);
 }
 
 /// Names by number of the block type. No mask has the type 31, whose bit selects the types above.
 std::string block_type_list() {
-    std::vector<std::string> names;
-    for (int type = 0; type < 63; ++type)
-        names.push_back(
-            type == 31
-                ? ""
-                : joined(block_names(std::uint32_t{1} << type % 32 | (type < 32 ? 0 : blocks_2010)), ""));
+    std::vector<std::string> names(63);
+    for (size_t type = 0; type < names.size(); ++type)
+        if (type != 31)
+            names[type] =
+                joined(block_names(std::uint32_t{1} << type % 32 | (type < 32 ? 0 : blocks_2010)), "");
     return list_of(names);
 }
 
@@ -97,6 +96,8 @@ public:
         records.require_all("only " + counted(records.list->size(), records.kind.records) + " in the page");
         return STATUS_DONE;
     }
+
+    bool is_empty() const { return documents_.empty(); }
 
     std::string page(const std::string &title) const {
         const std::string data =
@@ -144,7 +145,8 @@ private:
 int write_catalogue(const catalogue_options &options) {
     catalogue all;
     const int status = each_file(options.files, [&](const std::string &path) { return all.add(path); });
-    write_output(options.output, all.page(options.title));
+    if (!all.is_empty())
+        write_output(options.output, all.page(options.title));
     return status;
 }
 
@@ -159,7 +161,9 @@ subcommand catalogue_subcommand() {
         "bits,\n"
         "dimensions and statistics; a map of event types and subsystems; sizes; event lists and\n"
         "dictionaries, linked to the channels that they name. Names of channels that no FILE describes are\n"
-        "marked. Of a faulty document, the page has the records up to the fault, and says so.\n",
+        "marked. Of a faulty document, the page has the records up to the fault, and says so. Nothing is "
+        "written\n"
+        "when no document could be read.\n",
         {{"FILE", &options->files, "Documents of any kind; - is standard input", argument::REQUIRED},
          {"-o,--output",
           &options->output,

@@ -5,6 +5,7 @@
 
 #include "bounded_file.h"
 #include "check_output.h"
+#include "colour.h"
 #include "failure.h"
 #include "nearest.h"
 #include "output.h"
@@ -19,6 +20,7 @@ struct check_options {
     std::string format = "text";
     std::string select;
     std::string ignore;
+    std::string color = "auto";
     bool strict = false;
     bool rules = false;
 };
@@ -107,6 +109,7 @@ int check(const check_options &options) {
         return one.id != rule::UNREADABLE && ((!options.select.empty() && !holds(options.select, name)) ||
                                               (!options.ignore.empty() && holds(options.ignore, name)));
     };
+    const painter paint(options.color);
     finding_count count;
     std::vector<checked_file> all; // for JSON, which is written in the end
     for (const std::string &path : options.files) {
@@ -117,7 +120,7 @@ int check(const check_options &options) {
         if (options.format == "json")
             all.push_back(std::move(file));
         else
-            write_standard_output(options.format == "github" ? as_github(file) : as_text(file));
+            write_standard_output(options.format == "github" ? as_github(file) : as_text(file, paint));
     }
     if (options.format == "json")
         write_standard_output(as_json(all));
@@ -135,9 +138,8 @@ subcommand check_subcommand() {
         "Tell what a process that reads the documents would swallow",
         "Prints a line for each finding: FILE:LINE:COL: error|warning|note: MESSAGE [RULE]. The last line, "
         "on\n"
-        "standard error, sums up. Exit status: 0 nothing but notes found, 1 errors or warnings found, 2 a "
-        "file\n"
-        "could not be checked. Documents are taken as the readers of files read them, with types as masks.\n",
+        "standard error, sums up. Documents are taken as the readers of files read them, with types as "
+        "masks.\n",
         {
             {"FILE", &options->files, "Documents of any kind; - is standard input"},
             {"--format",
@@ -159,9 +161,16 @@ subcommand check_subcommand() {
              unknown_rule},
             {"--strict", &options->strict, "Notes give exit status 1, too"},
             {"--rules", &options->rules, "List the rules, each with an example"},
+            color_argument(options->color),
         },
         [options] { return check(*options); },
         {{"Before a document goes into operation", "zeb5xml check channels.xml events.xml"},
          {"What is looked for", "zeb5xml check --rules"},
-         {"All rules but one", "zeb5xml check --ignore padded-value channels.xml"}}};
+         {"All rules but one", "zeb5xml check --ignore padded-value channels.xml"}},
+        "Exit status:\n"
+        "  0  nothing was found but notes\n"
+        "  1  errors or warnings were found; with --strict, or notes\n"
+        "  2  wrong command line, or a file could not be checked\n"
+        "  3  output could not be written, or the system refused memory\n"
+        "A reader that closes the pipe early ends the command silently."};
 }

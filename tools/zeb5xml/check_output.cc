@@ -2,25 +2,24 @@
 
 #include <cstdio>
 
+#include "json_text.h"
+
 namespace {
 
 std::string place_of(const placed_finding &one) {
     return std::to_string(one.place.line) + ":" + std::to_string(one.place.column);
 }
 
-std::string json_text(const std::string &text) {
-    std::string result = "\"";
-    for (const char c : text) {
-        if (c == '"' || c == '\\')
-            result.append(1, '\\').append(1, c);
-        else if (static_cast<unsigned char>(c) < 0x20) {
-            char escaped[8];
-            std::snprintf(escaped, sizeof escaped, "\\u%04x", static_cast<unsigned>(c));
-            result += escaped;
-        } else
-            result += c;
+colour colour_of(severity level) {
+    switch (level) {
+    case severity::NOTE:
+        return BOLD;
+    case severity::WARNING:
+        return YELLOW;
+    case severity::FAULT:
+        return RED;
     }
-    return result + '"';
+    return BOLD;
 }
 
 /// Replaces what ends a value of a workflow command; in `properties`, what separates them, too.
@@ -41,14 +40,14 @@ std::string workflow_text(const std::string &text, bool is_property) {
 
 } // namespace
 
-std::string as_text(const checked_file &file) {
+std::string as_text(const checked_file &file, const painter &paint) {
     std::string text;
     for (const placed_finding &one : file.findings)
         text.append(file.name)
             .append(":")
             .append(place_of(one))
             .append(": ")
-            .append(name_of(row_of(one.id).level))
+            .append(paint(colour_of(row_of(one.id).level), name_of(row_of(one.id).level)))
             .append(": ")
             .append(one.message)
             .append(" [")

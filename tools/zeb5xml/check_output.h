@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "check_document.h"
+#include "colour.h"
 
 /// What was found in one file.
 struct checked_file {
@@ -13,7 +14,7 @@ struct checked_file {
 };
 
 /// One line for each finding: FILE:LINE:COL: error|warning|note: MESSAGE [RULE]
-std::string as_text(const checked_file &file);
+std::string as_text(const checked_file &file, const painter &paint);
 
 /// An array of objects, for programs.
 std::string as_json(const std::vector<checked_file> &files);

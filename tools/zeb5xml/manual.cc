@@ -158,8 +158,9 @@ ZEB5_EV_ or ZEB5_.
 )";
 
 const char notes[] = R"(.Sh NOTES
-XML is written without escaping and as ISO-8859-1: a value that holds & or <
-makes the document ill-formed, and a character beyond ASCII comes back as two.
+XML is written without escaping and in ISO-8859-1: a value that holds & or <
+makes the document ill-formed, and a character that this encoding has not comes
+back as several others.
 .Cm convert
 and
 .Cm merge
