@@ -76,7 +76,7 @@ TEST_F(Check, PrintsJson) {
         (command_result{
             1,
             "[\n"
-            "  {\"file\": \"a\\\"b\\u000a.xml\", \"line\": 1, \"column\": 1, \"severity\": \"error\", "
+            "  {\"file\": \"a\\\"b\\n.xml\", \"line\": 1, \"column\": 1, \"severity\": \"error\", "
             "\"rule\": "
             "\"wrong-root\", \"message\": \"the root <OTHER> is none of CHANDESCRIPTIONS, DAQvariables, BMR "
             "and "
