@@ -320,8 +320,8 @@ const hostile_case small_cases[] = {
 const double most_seconds = 1;
 const double most_megabytes = 100;
 
-/// The file reader of each kind and one of a text: the others walk documents in the same way. A sanitizer takes
-/// minutes, and looks at what the two parsers do: one reader for each is enough.
+/// The file reader of each kind and one of a text: the others walk documents in the same way. A sanitizer
+/// takes minutes, and looks at what the two parsers do: one reader for each is enough.
 bool one_of_a_kind(const reader_row &reader) {
     static const std::set<std::string> of_parsers = {"channels in memory", "camera file"};
     static const std::set<std::string> of_kinds = {"channels in memory",        "channels in a file",

@@ -199,7 +199,9 @@ int write_page() {
     for (const subcommand &one : all)
         page += std::string(".Ss ") + one.name + "\n" + filled(one.summary + std::string(".")) +
                 paragraphs(one.details) + arguments_of(one) +
-                (std::string_view(one.statuses) == EXIT_STATUS_HELP ? "" : ".Pp\nExit status:\n" + status_list(one.statuses)) +
+                (std::string_view(one.statuses) == EXIT_STATUS_HELP
+                     ? ""
+                     : ".Pp\nExit status:\n" + status_list(one.statuses)) +
                 examples_of(one);
     page += ".Sh ENVIRONMENT\n.Bl -tag -width NO_COLOR\n"
             ".It Ev NO_COLOR\nAny text turns colours off, unless\n.Fl -color Cm always\nasks for them.\n"
