@@ -6,11 +6,11 @@ export TZ=Asia/Kathmandu # dates are written in local time: a zone far from UTC 
 jobs=$(nproc)
 
 build_packages=(build-essential cmake ninja-build libxerces-c-dev libcli11-dev nlohmann-json3-dev libgtest-dev
-    librapidcheck-dev libxml2-utils locales tzdata)
+    librapidcheck-dev libxml2-utils locales mandoc tzdata)
 bench_packages=(libbenchmark-dev libxml2-dev libexpat1-dev libpugixml-dev valgrind)
 arm64_packages=(g++-aarch64-linux-gnu libxerces-c-dev:arm64 libgtest-dev:arm64 librapidcheck-dev:arm64 qemu-user)
 python_packages=(pybind11-dev python3-dev python3-pandas)
-check_packages=(git clang clang-format clang-tidy doxygen fish libclang-rt-dev mandoc python3 valgrind zsh)
+check_packages=(git clang clang-format clang-tidy doxygen fish libclang-rt-dev python3 valgrind zsh)
 
 # Installs those of the named Debian packages that are missing, PACKAGE or PACKAGE:ARCHITECTURE. When none is missing, no
 # network is needed.

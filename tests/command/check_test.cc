@@ -127,6 +127,34 @@ TEST_F(Check, ReadsStandardInputAndUtf16FromIt) {
                               "zeb5xml: 1 file checked: 0 errors, 1 warning, 0 notes\n"}));
 }
 
+TEST_F(Check, PrintsOnlyWholeCharactersThatATerminalShows) {
+    std::string umlauts,
+        cut = "<CHANDESCRIPTIONS><CHANNEL><PROP>P\xc2\x9b\xe2\x80\xae</PROP><NAME>N</NAME><SUBSYSTEM>";
+    for (int i = 0; i < 32; ++i)
+        cut += "\xc3\xa4";
+    for (int i = 0; i < 9; ++i)
+        umlauts += "\xc3\xa4";
+    folder.write("cut.xml", cut + "</SUBSYSTEM></CHANNEL></CHANDESCRIPTIONS>");
+    EXPECT_EQ(run({"cut.xml", "--select", "cut-field"}),
+              (command_result{
+                  1,
+                  "cut.xml:1:58: error: channel 'P\\xC2\\x9B\\xE2\\x80\\xAE': the text of <SUBSYSTEM> has 64 "
+                  "bytes, of which 63 are kept: it ends with '" +
+                      umlauts + "\\xC3' [cut-field]\n",
+                  "zeb5xml: 1 file checked: 1 error, 0 warnings, 0 notes\n"}));
+}
+
+TEST_F(Check, RefusesWhatHasNoEndAtOnce) {
+    folder.write("long.xml", "<BMR>");
+    std::filesystem::resize_file(folder.path("long.xml"), (std::uintmax_t{128} << 20) + 1);
+    EXPECT_EQ(
+        run({"/dev/zero", "long.xml"}),
+        (command_result{2,
+                        "/dev/zero:1:1: error: it begins with NUL bytes, as no document does [unreadable]\n"
+                        "long.xml:1:1: error: longer than 128 MiB [unreadable]\n",
+                        "zeb5xml: 2 files checked: 2 errors, 0 warnings, 0 notes\n"}));
+}
+
 TEST_F(Check, WantsAFileUnlessItListsItsRules) {
     EXPECT_EQ(run({}), (command_result{2, "", "zeb5xml: FILE is required\nTry: zeb5xml check --help\n"}));
     const command_result rules = run({"--rules"});

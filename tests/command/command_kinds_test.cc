@@ -115,10 +115,8 @@ TEST_F(CommandKinds, ConvertRefusesWhatIsNotForTheKind) {
          "dictionary.xml: --to summary is not for an env index dictionary"},
         {{"dictionary.xml", "--to", "table", "--shift"},
          "dictionary.xml: --shift is not for an env index dictionary"},
-        {{"events.xml", "--to", "table"},
-         "events.xml: is an event list, which can be shown, checked and exported only"},
-        {{"camera.xml", "--to", "table"},
-         "camera.xml: is a camera file, which can be shown, checked and exported only"},
+        {{"events.xml", "--to", "table"}, "events.xml: is an event list, which has no other form"},
+        {{"camera.xml", "--to", "table"}, "camera.xml: is a camera file, which has no other form"},
     };
     for (const refusal &row : refusals) {
         std::vector<std::string> arguments = {"convert"};

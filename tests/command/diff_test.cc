@@ -79,6 +79,12 @@ TEST_F(Diff, CanonicalWritesNothingOfAFaultyDocument) {
 
 // diff
 
+TEST_F(Diff, RefusesStandardInputForBothDocuments) {
+    EXPECT_EQ(folder.run({"diff", "-", "-"}),
+              (command_result{
+                  2, "", "zeb5xml: standard input cannot be both documents\nTry: zeb5xml diff --help\n"}));
+}
+
 TEST_F(Diff, IsSilentWhenOnlyTheOrderDiffers) {
     EXPECT_EQ(diff(document(a_channel + b_channel), document(b_channel + a_channel)),
               (command_result{0, "", ""}));

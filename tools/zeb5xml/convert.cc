@@ -36,8 +36,7 @@ struct records_read {
 const form &form_of(const record_kind &kind, const convert_options &options, const std::string &name) {
     const form *found = form_named(kind, options.to);
     if (kind.forms.empty())
-        throw failure(STATUS_DOCUMENT,
-                      name + ": is " + kind.with_article + ", which can be shown, checked and exported only");
+        throw failure(STATUS_DOCUMENT, name + ": is " + kind.with_article + ", which has no other form");
     if (!found)
         throw failure(STATUS_DOCUMENT, name + ": --to " + options.to + " is not for " + kind.with_article);
     return *found;

@@ -131,6 +131,8 @@ int compare(const diff_options &options) {
 }
 
 int run_diff(const diff_options &options) {
+    if (options.before == "-" && options.after == "-")
+        throw failure(STATUS_USAGE, "standard input cannot be both documents\nTry: zeb5xml diff --help");
     try {
         return compare(options);
     } catch (const failure &problem) {

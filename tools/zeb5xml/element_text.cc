@@ -67,6 +67,56 @@ void add_cause(std::string &causes, const char *cause) {
         causes.append(causes.empty() ? "" : ", ").append(cause);
 }
 
+/// Bytes of the UTF-8 character that the text begins with; 0 when it begins with none.
+std::size_t size_of_character(std::string_view text) {
+    const auto byte_at = [&](std::size_t i) { return static_cast<unsigned char>(text[i]); };
+    const unsigned first = byte_at(0);
+    if (first < 0x80)
+        return 1;
+    const std::size_t size = first >= 0xF0 && first < 0xF5   ? 4
+                             : first >= 0xE0 && first < 0xF0 ? 3
+                             : first >= 0xC2 && first < 0xE0 ? 2
+                                                             : 0;
+    if (size > text.size())
+        return 0;
+    for (std::size_t i = 1; i < size; ++i)
+        if ((byte_at(i) & 0xC0) != 0x80)
+            return 0;
+    return size;
+}
+
+std::string escaped(char byte) {
+    constexpr char digits[] = "0123456789ABCDEF";
+    const auto number = static_cast<unsigned char>(byte);
+    return {'\\', 'x', digits[number >> 4], digits[number & 15]};
+}
+
+/// A character as a terminal may get it: control characters and marks of direction are escaped.
+std::string shown(std::string_view character) {
+    switch (character[0]) {
+    case '\n':
+        return "\\n";
+    case '\t':
+        return "\\t";
+    case '\r':
+        return "\\r";
+    }
+    const auto is_between = [&](std::string_view first, std::string_view last) {
+        return first <= character && character <= last;
+    };
+    const bool is_control = is_between(std::string_view("\0", 1), "\x1F") || character == "\x7F" ||
+                            is_between("\xC2\x80", "\xC2\x9F");
+    const bool is_direction = is_between("\xE2\x80\x8E", "\xE2\x80\x8F") ||
+                              is_between("\xE2\x80\xAA", "\xE2\x80\xAE") ||
+                              is_between("\xE2\x81\xA6", "\xE2\x81\xA9");
+    if (!is_control && !is_direction)
+        return std::string(character);
+    std::string result;
+    for (const char byte : character)
+        result += escaped(byte);
+    return result;
+}
+
 } // namespace
 
 element_text text_of(const outline &document, const outline_element &element) {
@@ -125,19 +175,13 @@ std::string in_quotes(std::string_view text) {
     while (end > 0 && end < text.size() && (text[end] & 0xC0) == 0x80)
         --end; // not within a character
     std::string result = "'";
-    for (const char c : text.substr(0, end)) {
-        constexpr char digits[] = "0123456789ABCDEF";
-        const auto byte = static_cast<unsigned char>(c);
-        if (c == '\n')
-            result += "\\n";
-        else if (c == '\t')
-            result += "\\t";
-        else if (c == '\r')
-            result += "\\r";
-        else if (byte < 0x20 || byte == 0x7F)
-            result.append("\\x").append(1, digits[byte >> 4]).append(1, digits[byte & 15]);
+    for (std::size_t i = 0; i < end;) {
+        const std::size_t size = size_of_character(text.substr(i));
+        if (size == 0)
+            result += escaped(text[i++]);
         else
-            result += c;
+            result += shown(text.substr(i, size));
+        i += size;
     }
     return result + (end < text.size() ? "...'" : "'");
 }

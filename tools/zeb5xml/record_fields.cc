@@ -13,6 +13,14 @@
 
 namespace {
 
+/// The last characters of a text, which may end within one.
+std::string_view tail_of(std::string_view text) {
+    std::string_view tail = text.substr(text.size() - std::min<std::size_t>(text.size(), 20));
+    while (!tail.empty() && (tail[0] & 0xC0) == 0x80)
+        tail.remove_prefix(1);
+    return tail;
+}
+
 using zeb5::element_row;
 using zeb5::value_kind;
 
@@ -137,7 +145,7 @@ void field_check::check_text(const filled_field &field, const element_text &text
         tell(rule::CUT_FIELD, field.element,
              "the text of " + tag + " has " + std::to_string(text.whole.size()) + " bytes, of which " +
                  std::to_string(size - 1) + " are kept" + where + ": it ends with " +
-                 in_quotes(kept.substr(kept.size() - std::min<std::size_t>(kept.size(), 20))));
+                 in_quotes(tail_of(kept)));
         found_.back().kept = size - 1;
     };
     if (row.is_identity && rules_.small_field != 0 && text.whole.size() >= rules_.small_field)
