@@ -169,7 +169,7 @@ subcommand check_subcommand() {
          {"All rules but one", "zeb5xml check --ignore padded-value channels.xml"}},
         "Exit status:\n"
         "  0  nothing was found but notes\n"
-        "  1  errors or warnings were found; with --strict, or notes\n"
+        "  1  errors or warnings were found (with --strict, notes, too)\n"
         "  2  wrong command line, or a file could not be checked\n"
         "  3  output could not be written, or the system refused memory\n"
         "A reader that closes the pipe early ends the command silently."};
