@@ -54,8 +54,7 @@ set(CPACK_COMPONENT_COMMAND_DESCRIPTION "${zeb5_about}
 This package has the zeb5xml command: it lists, converts and checks them.")
 
 set(CPACK_DEBIAN_PYTHON_PACKAGE_SECTION python)
-set(CPACK_DEBIAN_PYTHON_PACKAGE_DEPENDS
-    "python3 (>= ${Python3_VERSION_MAJOR}.${Python3_VERSION_MINOR}), python3 (<< ${Python3_VERSION_MAJOR}.${zeb5_next_python})")
+set(CPACK_DEBIAN_PYTHON_PACKAGE_DEPENDS ${zeb5_needed_python})
 set(CPACK_DEBIAN_PYTHON_PACKAGE_RECOMMENDS python3-pandas)
 set(CPACK_COMPONENT_PYTHON_DESCRIPTION "${zeb5_about}
 This package has the Python module, which also gives them as data frames.")
