@@ -56,6 +56,7 @@ This package has the zeb5xml command: it lists, converts and checks them.")
 set(CPACK_DEBIAN_PYTHON_PACKAGE_SECTION python)
 set(CPACK_DEBIAN_PYTHON_PACKAGE_DEPENDS ${zeb5_needed_python})
 set(CPACK_DEBIAN_PYTHON_PACKAGE_RECOMMENDS python3-pandas)
+set(CPACK_DEBIAN_PYTHON_PACKAGE_CONTROL_EXTRA ${CMAKE_CURRENT_LIST_DIR}/python3-zeb5xml/prerm)
 set(CPACK_COMPONENT_PYTHON_DESCRIPTION "${zeb5_about}
 This package has the Python module, which also gives them as data frames.")
 
