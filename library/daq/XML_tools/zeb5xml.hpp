@@ -1,20 +1,21 @@
 #ifndef ZEB5_ZEB5XML_HPP
 #define ZEB5_ZEB5XML_HPP
 
-/// The library for new programs (C++17): lists that own their records, read from a path or a text, are ranges of
-/// records, and are released by themselves. Everything here calls the functions of the other headers, which say
-/// more about what is read and written.
+/// The library for new programs (C++17): lists that own their records, read from a path or a text, are ranges
+/// of records, and are released by themselves. Everything here calls the functions of the other headers,
+/// which say more about what is read and written.
 ///
-/// A list is read in one of two ways. `read` and `parse` throw zeb5xml::error when the reader reports a problem; the
-/// reports are on standard error. `try_read` and `try_parse` return an outcome with the records that were read, the
-/// reader's result and what it printed. They turn standard output and standard error of the whole process elsewhere
-/// while they read, one call after the other; what other threads print meanwhile is in the outcome, too.
+/// A list is read in one of two ways. `read` and `parse` throw zeb5xml::error when the reader reports a
+/// problem; the reports are on standard error. `try_read` and `try_parse` return an outcome with the records
+/// that were read, the reader's result and what it printed. They turn standard output and standard error of
+/// the whole process elsewhere while they read, one call after the other; what other threads print meanwhile
+/// is in the outcome, too.
 ///
-/// A text ends at its first NUL. A std::string and a C string are read where they are; a std::string_view is copied
-/// first, as readers need the NUL at the end.
+/// A text ends at its first NUL. A std::string and a C string are read where they are; a std::string_view is
+/// copied first, as readers need the NUL at the end.
 ///
-/// Lists can be moved, not copied. One list belongs to one thread at a time. When memory runs out, std::bad_alloc or
-/// an exception of the XML library passes through.
+/// Lists can be moved, not copied. One list belongs to one thread at a time. When memory runs out,
+/// std::bad_alloc or an exception of the XML library passes through.
 
 #include <algorithm>
 #include <cerrno>
@@ -96,7 +97,8 @@ public:
         std::string all(static_cast<std::size_t>(::lseek(descriptor_, 0, SEEK_END)), '\0');
         std::size_t end = 0;
         for (ssize_t got; end < all.size(); end += static_cast<std::size_t>(got))
-            if ((got = ::pread(descriptor_, all.data() + end, all.size() - end, static_cast<off_t>(end))) <= 0)
+            if ((got = ::pread(descriptor_, all.data() + end, all.size() - end, static_cast<off_t>(end))) <=
+                0)
                 break;
         all.resize(end);
         return all;
@@ -186,8 +188,8 @@ inline void replace_file(const std::filesystem::path &path, const std::string &t
 
 } // namespace detail
 
-/// A vector of records of the plain functions, as a range of the records themselves, which it owns. `List` is the
-/// class that derives from this and has `release_records(std::vector<Record *> &)`.
+/// A vector of records of the plain functions, as a range of the records themselves, which it owns. `List` is
+/// the class that derives from this and has `release_records(std::vector<Record *> &)`.
 template <class List, class Record> class owning_list {
 public:
     using value_type = Record;
@@ -235,7 +237,9 @@ public:
     owning_list() = default;
     /// Takes over records that a plain function made.
     explicit owning_list(plain_list &&records) : records_(std::move(records)) { records.clear(); }
-    owning_list(owning_list &&other) noexcept : records_(std::move(other.records_)) { other.records_.clear(); }
+    owning_list(owning_list &&other) noexcept : records_(std::move(other.records_)) {
+        other.records_.clear();
+    }
     owning_list &operator=(owning_list &&other) noexcept {
         if (this != &other) {
             clear();
@@ -273,8 +277,7 @@ public:
         return detail::list_of<List>("document in memory",
                                      [&](List &list) { return list.add_text(text, more...); });
     }
-    template <class... More>
-    static outcome<List> try_read(const std::filesystem::path &path, More... more) {
+    template <class... More> static outcome<List> try_read(const std::filesystem::path &path, More... more) {
         return detail::outcome_of<List>([&](List &list) { return list.add(path, more...); });
     }
     template <class Text, class... More> static outcome<List> try_parse(const Text &text, More... more) {
@@ -298,8 +301,8 @@ protected:
 
 /// How channel descriptions are read.
 struct channel_reading {
-    bool shift = false;            // event and data types are numbers, to be turned into masks
-    bool merge_duplicates = true;  // a property that is in the list already completes that record
+    bool shift = false;           // event and data types are numbers, to be turned into masks
+    bool merge_duplicates = true; // a property that is in the list already completes that record
 };
 
 /// How channel descriptions are written.
@@ -310,8 +313,8 @@ class channel_list : public owning_list<channel_list, chan_descr_2010> {
 public:
     using owning_list::owning_list;
 
-    /// Append the channels of a document; return the reader's result, 0 when all was read. The reader of files
-    /// merges duplicates of DAQvariables only.
+    /// Append the channels of a document; return the reader's result, 0 when all was read. The reader of
+    /// files merges duplicates of DAQvariables only.
     int add(const std::filesystem::path &path, channel_reading how = {}) {
         std::string name = path.string();
         return parse_descr_list_readf(name.data(), &records_, how.shift, how.merge_duplicates);
@@ -328,8 +331,8 @@ public:
     chan_descr_2010 *find(const char *property) { return find_chan_entry(&records_, property); }
     chan_descr_2010 *find(const std::string &property) { return find(property.c_str()); }
 
-    /// Returns the list in a form; XML is without a date then. Of several channels of one property only the first is
-    /// written.
+    /// Returns the list in a form; XML is without a date then. Of several channels of one property only the
+    /// first is written.
     std::string text(channel_format format = channel_format::chandescriptions) const {
         if (format == channel_format::table || format == channel_format::summary)
             return file_text(format);
@@ -338,8 +341,8 @@ public:
         return document;
     }
 
-    /// Writes the list to a file, XML with the date. The file is replaced in one move when all is written. Throws
-    /// error.
+    /// Writes the list to a file, XML with the date. The file is replaced in one move when all is written.
+    /// Throws error.
     void write(const std::filesystem::path &path,
                channel_format format = channel_format::chandescriptions) const {
         detail::replace_file(path, file_text(format));
@@ -371,8 +374,8 @@ inline void print(const chan_descr_2010 &channel) {
     print_zeb5_chan_descr(&one);
 }
 
-/// Completes `record` from another one of the same property, see extend_channel_description(). Returns whether that
-/// was done; records of different properties are left as they are.
+/// Completes `record` from another one of the same property, see extend_channel_description(). Returns
+/// whether that was done; records of different properties are left as they are.
 inline bool complete(chan_descr_2010 &record, const chan_descr_2010 &from, bool force = false) {
     return !extend_channel_description(&record, const_cast<chan_descr_2010 *>(&from), force);
 }
@@ -393,7 +396,8 @@ public:
 
     /// Returns the first entry of this event type; null when there is none.
     const zeb5_ev_entry *find(ZEB5_EVTYPE type) const {
-        const auto found = std::find_if(begin(), end(), [&](const auto &entry) { return entry.evtype == type; });
+        const auto found =
+            std::find_if(begin(), end(), [&](const auto &entry) { return entry.evtype == type; });
         return found == end() ? nullptr : &*found;
     }
 
@@ -404,7 +408,8 @@ public:
         for (zeb5_ev_entry *entry : records)
             if (entry && entry->sb_list)
                 for (zeb5_ev_sb_list *block : *entry->sb_list)
-                    if (block && block->ch_list && block->ch_list->empty()) // zeb5_clean_ev_list() leaves these
+                    if (block && block->ch_list &&
+                        block->ch_list->empty()) // zeb5_clean_ev_list() leaves these
                         delete std::exchange(block->ch_list, nullptr);
         zeb5_clean_ev_list(&records);
     }
@@ -441,13 +446,13 @@ public:
 
     /// Returns the first entry of this index; null when there is none.
     const Entry *find(std::int32_t index) const {
-        const auto found =
-            std::find_if(this->begin(), this->end(), [&](const Entry &entry) { return entry.index == index; });
+        const auto found = std::find_if(this->begin(), this->end(),
+                                        [&](const Entry &entry) { return entry.index == index; });
         return found == this->end() ? nullptr : &*found;
     }
 
-    /// Returns the dictionary in a form, XML with the date. For a table, standard output goes elsewhere meanwhile, as
-    /// for try_read().
+    /// Returns the dictionary in a form, XML with the date. For a table, standard output goes elsewhere
+    /// meanwhile, as for try_read().
     std::string text(dictionary_format format = dictionary_format::xml) const {
         if (format == dictionary_format::table)
             return table();
@@ -513,7 +518,8 @@ public:
 
     /// Returns the first feature of this name; null when there is none.
     const ZEB5GigEFeature *find(std::string_view name) const {
-        const auto found = std::find_if(begin(), end(), [&](const auto &feature) { return feature.name == name; });
+        const auto found =
+            std::find_if(begin(), end(), [&](const auto &feature) { return feature.name == name; });
         return found == end() ? nullptr : &*found;
     }
 
@@ -523,8 +529,8 @@ public:
     static void release_records(plain_list &records) noexcept { zeb5_clean_gige_descr(&records); }
 };
 
-/// Answers questions about channels of several documents; see chan_selector.h. Only one thread may use an object at
-/// a time. Channels are numbered in the order read; a number without a channel gets empty answers.
+/// Answers questions about channels of several documents; see chan_selector.h. Only one thread may use an
+/// object at a time. Channels are numbered in the order read; a number without a channel gets empty answers.
 class selector {
 public:
     /// `shift`: event and data types in the documents are numbers, to be turned into masks.
@@ -532,7 +538,8 @@ public:
         selector_->set_shift(shift);
     }
 
-    /// Add the channels of a document. Throw error when it was not read without problems; what was read stays.
+    /// Add the channels of a document. Throw error when it was not read without problems; what was read
+    /// stays.
     void add(const std::filesystem::path &path) { add_source(path.string(), EXTR_FROM_FILE, path.string()); }
     void add_text(std::string_view text) {
         add_source(std::string(text), EXTR_FROM_XML, "document in memory");
