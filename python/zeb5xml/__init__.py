@@ -9,6 +9,8 @@
 
 A list owns its records; a record keeps its list alive. Reading turns standard output and standard error of the whole
 process elsewhere for that time, so that an Error has what the reader reported.
+
+Documents that a list writes are labelled ISO-8859-1 and have the texts as they are: neither `&` nor `<` is escaped.
 """
 
 import json
@@ -39,7 +41,10 @@ def read(path, **options):
 
 
 def parse(text, **options):
-    """Reads a document in memory, as str or bytes, of any kind; see read()."""
+    """Reads a document in memory of any kind; see read().
+
+    A str is read as UTF-8, so it must not declare another encoding; bytes are read as they declare.
+    """
     return _kind_of(_root_of_text(text)).parse(text, **options)
 
 

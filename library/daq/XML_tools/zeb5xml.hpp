@@ -14,38 +14,34 @@
 /// A text ends at its first NUL. A std::string and a C string are read where they are; a std::string_view is
 /// copied first, as readers need the NUL at the end.
 ///
+/// XML is labelled ISO-8859-1. Texts are written into it as they are: neither `&` nor `<` is escaped, and
+/// bytes are not converted, so a record whose texts have these may not be read back as it was.
+///
 /// Lists can be moved, not copied. One list belongs to one thread at a time. When memory runs out,
 /// std::bad_alloc or an exception of the XML library passes through.
 
 #include <algorithm>
-#include <cerrno>
 #include <cstddef>
 #include <cstdint>
-#include <cstdio>
 #include <cstdlib>
 #include <filesystem>
-#include <fstream>
-#include <iostream>
 #include <iterator>
 #include <memory>
-#include <mutex>
 #include <optional>
 #include <stdexcept>
 #include <string>
 #include <string_view>
 #include <system_error>
+#include <type_traits>
 #include <utility>
 #include <vector>
-
-#include <fcntl.h>
-#include <sys/mman.h>
-#include <unistd.h>
 
 #include "chan_selector.h"
 #include "parse_chan_descr.h"
 #include "parse_env_index_dictionary.h"
 #include "parse_ev_list.h"
 #include "zeb5_gige_descr.h"
+#include "zeb5xml_files.hpp"
 
 namespace zeb5xml {
 
@@ -73,86 +69,6 @@ template <class List> struct outcome {
 
 namespace detail {
 
-/// A file without a name, for functions that only read or write files.
-class memory_file {
-public:
-    memory_file() : descriptor_(memfd_create("zeb5xml", MFD_CLOEXEC)) {
-        if (descriptor_ < 0)
-            throw std::system_error(errno, std::generic_category(), "no file in memory");
-        path_ = "/proc/self/fd/" + std::to_string(descriptor_);
-    }
-    explicit memory_file(std::string_view text) : memory_file() {
-        for (ssize_t written; !text.empty(); text.remove_prefix(static_cast<std::size_t>(written)))
-            if ((written = ::write(descriptor_, text.data(), text.size())) < 0)
-                throw std::system_error(errno, std::generic_category(), "no file in memory");
-    }
-    ~memory_file() { ::close(descriptor_); }
-    memory_file(const memory_file &) = delete;
-    memory_file &operator=(const memory_file &) = delete;
-
-    int descriptor() const { return descriptor_; }
-    char *path() { return path_.data(); }
-
-    std::string text() const {
-        std::string all(static_cast<std::size_t>(::lseek(descriptor_, 0, SEEK_END)), '\0');
-        std::size_t end = 0;
-        for (ssize_t got; end < all.size(); end += static_cast<std::size_t>(got))
-            if ((got = ::pread(descriptor_, all.data() + end, all.size() - end, static_cast<off_t>(end))) <=
-                0)
-                break;
-        all.resize(end);
-        return all;
-    }
-
-private:
-    int descriptor_;
-    std::string path_;
-};
-
-/// Standard output and standard error go to a file in memory while this lives.
-class held_output {
-public:
-    held_output() : lock_(turn()) {
-        flush();
-        for (int i : {0, 1})
-            if ((originals_[i] = ::fcntl(i + 1, F_DUPFD_CLOEXEC, 3)) >= 0) // a closed one stays closed
-                ::dup2(file_.descriptor(), i + 1);
-    }
-    ~held_output() { restore(); }
-    held_output(const held_output &) = delete;
-    held_output &operator=(const held_output &) = delete;
-
-    /// Ends the redirection and returns what was written.
-    std::string take() {
-        restore();
-        return file_.text();
-    }
-
-private:
-    static std::mutex &turn() {
-        static std::mutex turn; // the streams are the whole process's
-        return turn;
-    }
-    static void flush() {
-        std::cout.flush();
-        std::cerr.flush();
-        std::fflush(stdout);
-        std::fflush(stderr);
-    }
-    void restore() {
-        flush();
-        for (int i : {0, 1})
-            if (const int original = std::exchange(originals_[i], -1); original >= 0) {
-                ::dup2(original, i + 1);
-                ::close(original);
-            }
-    }
-
-    memory_file file_;
-    std::unique_lock<std::mutex> lock_;
-    int originals_[2] = {-1, -1};
-};
-
 /// Returns what `read` made of a document; `read` takes the list and returns the reader's result.
 template <class List, class Read> outcome<List> outcome_of(Read &&read) {
     outcome<List> result;
@@ -169,21 +85,9 @@ template <class List, class Read> List list_of(const std::string &name, Read &&r
     return list;
 }
 
-/// Replaces the file at `path` by one with this text, in one move when all is written.
-inline void replace_file(const std::filesystem::path &path, const std::string &text) {
-    std::filesystem::path beside = path;
-    beside += ".new";
-    std::ofstream file(beside, std::ios::binary);
-    file << text;
-    file.close();
-    std::error_code problem;
-    if (file)
-        std::filesystem::rename(beside, path, problem);
-    if (!file || problem) {
-        std::error_code ignored;
-        std::filesystem::remove(beside, ignored);
-        throw error(path.string() + ": could not be written", 1);
-    }
+inline void write_file(const std::filesystem::path &path, const std::string &text) {
+    if (const std::error_code problem = replace_file(path, text))
+        throw error(path.string() + ": could not be written: " + problem.message(), 1);
 }
 
 } // namespace detail
@@ -345,7 +249,7 @@ public:
     /// Throws error.
     void write(const std::filesystem::path &path,
                channel_format format = channel_format::chandescriptions) const {
-        detail::replace_file(path, file_text(format));
+        detail::write_file(path, file_text(format));
     }
 
     /// Lists the channels on standard output.
@@ -463,7 +367,7 @@ public:
 
     /// Writes the dictionary to a file, which is replaced in one move when all is written. Throws error.
     void write(const std::filesystem::path &path, dictionary_format format = dictionary_format::xml) const {
-        detail::replace_file(path, text(format));
+        detail::write_file(path, text(format));
     }
 
     /// Lists the entries on standard output.
