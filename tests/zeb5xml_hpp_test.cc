@@ -3,8 +3,11 @@
 #include <ZEB5XML/zeb5xml.hpp>
 
 #include <algorithm>
+#include <csignal>
 #include <numeric>
 #include <type_traits>
+
+#include <sys/resource.h>
 
 #include <gtest/gtest.h>
 
@@ -129,19 +132,46 @@ TEST(Zeb5xmlHpp, ReturnsAnOutcomeOnRequest) {
     EXPECT_EQ(result.list.size(), 2u);
 }
 
+/// Runs code with no open standard stream; returns whether they were closed still when it was over.
+template <class Code> bool stay_closed(Code &&code) {
+    int originals[3];
+    for (int i : {0, 1, 2}) {
+        originals[i] = fcntl(i, F_DUPFD, 3);
+        close(i);
+    }
+    code();
+    bool are_closed = true;
+    for (int i : {0, 1, 2}) {
+        are_closed &= fcntl(i, F_GETFD) == -1;
+        dup2(originals[i], i);
+        close(originals[i]);
+    }
+    return are_closed;
+}
+
 TEST(Zeb5xmlHpp, ReturnsAnOutcomeWithClosedStreams) {
-    const int out = dup(1), err = dup(2);
-    close(1);
-    close(2);
-    const outcome<channel_list> result = channel_list::try_parse(broken);
-    const bool stayed_closed = fcntl(1, F_GETFD) == -1 && fcntl(2, F_GETFD) == -1;
-    dup2(out, 1);
-    dup2(err, 2);
-    close(out);
-    close(err);
-    EXPECT_TRUE(stayed_closed);
+    outcome<channel_list> result;
+    EXPECT_TRUE(stay_closed([&] { result = channel_list::try_parse(broken); }));
     EXPECT_EQ(result.code, 1);
     EXPECT_EQ(result.list.size(), 1u);
+}
+
+TEST(Zeb5xmlHpp, ThrowsWhenThereIsNoDescriptorForItsOutcome) {
+    rlimit before;
+    getrlimit(RLIMIT_NOFILE, &before);
+    const int first_free = dup(0);
+    close(first_free);
+    const rlimit low{static_cast<rlim_t>(first_free) + 1, before.rlim_max}; // one descriptor is left
+    setrlimit(RLIMIT_NOFILE, &low);
+    std::error_code problem;
+    try {
+        channel_list::try_parse(broken);
+    } catch (const std::system_error &thrown) {
+        problem = thrown.code();
+    }
+    setrlimit(RLIMIT_NOFILE, &before);
+    EXPECT_EQ(problem, std::errc::too_many_files_open);
+    EXPECT_EQ(capture([] { std::cout << "still here" << std::endl; }).out, "still here\n");
 }
 
 TEST(Zeb5xmlHpp, AddsToAList) {
@@ -273,6 +303,37 @@ TEST(Zeb5xmlHpp, LeavesLinksPermissionsAndOtherFilesAsTheyAre) {
     EXPECT_EQ(std::distance(begin(entries), end(entries)), 3);
 }
 
+TEST(Zeb5xmlHpp, WritesTheSameWithClosedStreams) {
+    const channel_list list = channel_list::parse(
+        "<CHANDESCRIPTIONS><CHANNEL><DTYPE>64</DTYPE><PROP>A/B/C</PROP></CHANNEL></CHANDESCRIPTIONS>");
+    const env_dictionary entries = env_dictionary::parse(dictionary_document);
+    std::string summary, table;
+    const captured seen = capture([&] { summary = list.text(channel_format::summary); });
+    EXPECT_EQ(seen.out + seen.err, "");
+    EXPECT_TRUE(stay_closed([&] {
+        EXPECT_EQ(list.text(channel_format::summary), summary);
+        table = entries.text(dictionary_format::table);
+    }));
+    EXPECT_EQ(table, entries.text(dictionary_format::table));
+}
+
+TEST(Zeb5xmlHpp, LeavesTheOldFileWhenTheNewOneBecomesTooLarge) {
+    std::string document = "<CHANDESCRIPTIONS>";
+    for (int i = 0; i < 100; ++i)
+        document += "<CHANNEL><PROP>A/B/" + std::to_string(i) + "</PROP></CHANNEL>";
+    const channel_list list = channel_list::parse(document + "</CHANDESCRIPTIONS>");
+    const temporary_file file("old");
+    rlimit before;
+    getrlimit(RLIMIT_FSIZE, &before);
+    const rlimit low{4096, before.rlim_max};
+    const auto handler = std::signal(SIGXFSZ, SIG_IGN);
+    setrlimit(RLIMIT_FSIZE, &low);
+    EXPECT_THROW(list.write(file.path()), std::system_error);
+    setrlimit(RLIMIT_FSIZE, &before);
+    std::signal(SIGXFSZ, handler);
+    EXPECT_EQ(file.text(), "old");
+}
+
 TEST(Zeb5xmlHpp, PrintsAsThePlainFunctions) {
     channel_list list = channel_list::parse(two_channels);
     const captured plain = capture([&] { print_zeb5_chan_descr(&list.plain()); });
@@ -336,6 +397,7 @@ TEST(Zeb5xmlHpp, ReadsCameraFiles) {
     EXPECT_EQ(list.find("Width")->tooltip, "wide");
     EXPECT_EQ(list.find("Height"), nullptr);
     EXPECT_EQ(camera_features::parse(camera_document).size(), 2u);
+    EXPECT_EQ(camera_features::try_parse(static_cast<const char *>(nullptr)).code, 1);
     EXPECT_EQ(list.add_text(camera_document), 0);
     EXPECT_EQ(list.size(), 4u);
     EXPECT_EQ(capture([&] { list.print(); }).out, capture([&] { zeb5_dump_gige_descr(&list.plain()); }).out);

@@ -94,6 +94,23 @@ class Reading(unittest.TestCase):
         with self.assertRaises(zeb5xml.Error):
             zeb5xml.read("/nowhere.xml")
 
+    def test_what_has_no_root_is_reported_as_the_reader_does(self):
+        text = "<CHANDESCRIPTIONS <CHANNEL/></CHANDESCRIPTIONS>"
+        printed = []
+        for parse in (zeb5xml.parse, zeb5xml.ChannelList.parse):
+            with self.assertRaises(zeb5xml.Error) as raised:
+                parse(text)
+            printed.append(raised.exception.printed)
+        self.assertIn("(file my_mem_info, line 1, char 19): unterminated start tag", printed[0])
+        self.assertEqual(printed[0], printed[1])
+
+    def test_a_pipe_is_read_once(self):
+        read, write = os.pipe()
+        os.write(write, CHANNELS.encode())
+        os.close(write)
+        self.assertEqual(zeb5xml.read(f"/dev/fd/{read}")[0].to_dict(), FIRST)
+        os.close(read)
+
     def test_bytes_that_are_no_text_come_back(self):
         channels = zeb5xml.parse(CHANNELS)
         channels[0].units = "\udcb5A"

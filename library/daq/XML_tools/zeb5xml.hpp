@@ -17,8 +17,8 @@
 /// XML is labelled ISO-8859-1. Texts are written into it as they are: neither `&` nor `<` is escaped, and
 /// bytes are not converted, so a record whose texts have these may not be read back as it was.
 ///
-/// Lists can be moved, not copied. One list belongs to one thread at a time. When memory runs out,
-/// std::bad_alloc or an exception of the XML library passes through.
+/// Lists can be moved, not copied. One list belongs to one thread at a time. When memory or descriptors run
+/// out, std::bad_alloc, std::system_error or an exception of the XML library passes through.
 
 #include <algorithm>
 #include <cstddef>
@@ -50,7 +50,8 @@ class error : public std::runtime_error {
 public:
     error(const std::string &what, int code) : std::runtime_error(what), code_(code) {}
 
-    /// The result of the function that reported the problem; its header says what it means.
+    /// The result of the function that reported the problem, whose header says what it means; 1 where that
+    /// has none.
     int code() const noexcept { return code_; }
 
 private:
@@ -236,7 +237,7 @@ public:
     chan_descr_2010 *find(const std::string &property) { return find(property.c_str()); }
 
     /// Returns the list in a form; XML is without a date then. Of several channels of one property only the
-    /// first is written.
+    /// first is written. For a summary, standard output goes elsewhere meanwhile.
     std::string text(channel_format format = channel_format::chandescriptions) const {
         if (format == channel_format::table || format == channel_format::summary)
             return file_text(format);
@@ -260,6 +261,9 @@ public:
 private:
     std::string file_text(channel_format format) const {
         detail::memory_file file;
+        std::optional<detail::held_output> output;
+        if (format == channel_format::summary)
+            output.emplace(); // the writer prints an empty line for each channel with a block type
         dump(format, file.path(), nullptr);
         return file.text();
     }
@@ -418,7 +422,9 @@ public:
         read.records_.clear();
         return 0;
     }
-    int add_text(std::string_view text) { return add(detail::memory_file(text).path()); }
+    template <class Text> int add_text(const Text &text) {
+        return with_text(text, [&](char *xml) { return xml ? add(detail::memory_file(xml).path()) : 1; });
+    }
 
     /// Returns the first feature of this name; null when there is none.
     const ZEB5GigEFeature *find(std::string_view name) const {
@@ -464,7 +470,8 @@ public:
         return static_cast<std::uint32_t>(selector_->get_data_type(text(name)));
     }
 
-    /// Whether some channel has the event type and some channel, maybe another one, the name.
+    /// Whether some channel has the event type and some channel, maybe another one, the name; true when there
+    /// are no channels.
     bool has_channel(ZEB5_EVTYPE type, const std::string &name) {
         return selector_->find_channel(type, text(name));
     }

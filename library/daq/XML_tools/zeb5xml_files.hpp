@@ -24,6 +24,17 @@ namespace zeb5xml::detail {
 /// The reason of the system call that has just failed.
 inline std::error_code last_error() { return {errno, std::generic_category()}; }
 
+/// Returns a descriptor that is none of a standard stream, even if that is closed; -1 after a failure.
+inline int above_standard_streams(int descriptor) {
+    if (descriptor < 0 || descriptor > STDERR_FILENO)
+        return descriptor;
+    const int above = ::fcntl(descriptor, F_DUPFD_CLOEXEC, STDERR_FILENO + 1);
+    const int reason = errno;
+    ::close(descriptor);
+    errno = reason;
+    return above;
+}
+
 /// Returns whether all was written; last_error() is the reason otherwise.
 inline bool write_all(int descriptor, std::string_view text) {
     while (!text.empty()) {
@@ -53,7 +64,8 @@ inline int create_beside(std::string &path) {
     const std::string target = path;
     for (int i = 0;; ++i) {
         path = target + ".new" + std::to_string(i);
-        const int descriptor = ::open(path.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0666);
+        const int descriptor =
+            above_standard_streams(::open(path.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0666));
         if (descriptor >= 0 || errno != EEXIST)
             return descriptor;
     }
@@ -90,14 +102,14 @@ inline std::error_code replace_file(const std::filesystem::path &path, std::stri
 /// A file without a name, for functions that only read or write files.
 class memory_file {
 public:
-    memory_file() : descriptor_(memfd_create("zeb5xml", MFD_CLOEXEC)) {
+    memory_file() : descriptor_(above_standard_streams(memfd_create("zeb5xml", MFD_CLOEXEC))) {
         if (descriptor_ < 0)
-            throw std::system_error(last_error(), "no file in memory");
+            fail();
         path_ = "/proc/self/fd/" + std::to_string(descriptor_);
     }
     explicit memory_file(std::string_view text) : memory_file() {
         if (!write_all(descriptor_, text))
-            throw std::system_error(last_error(), "no file in memory");
+            fail();
     }
     ~memory_file() { ::close(descriptor_); }
     memory_file(const memory_file &) = delete;
@@ -106,18 +118,24 @@ public:
     int descriptor() const { return descriptor_; }
     char *path() { return path_.data(); }
 
+    /// The library's writers do not report a file that took a part of the text only. Such a file has no room
+    /// for one more byte.
     std::string text() const {
-        std::string all(static_cast<std::size_t>(::lseek(descriptor_, 0, SEEK_END)), '\0');
+        const off_t size = ::lseek(descriptor_, 0, SEEK_END);
+        if (size < 0 || ::pwrite(descriptor_, "", 1, size) != 1 || ::ftruncate(descriptor_, size) != 0)
+            fail();
+        std::string all(static_cast<std::size_t>(size), '\0');
         std::size_t end = 0;
         for (ssize_t got; end < all.size(); end += static_cast<std::size_t>(got))
             if ((got = ::pread(descriptor_, all.data() + end, all.size() - end, static_cast<off_t>(end))) <=
                 0)
-                break;
-        all.resize(end);
+                fail();
         return all;
     }
 
 private:
+    [[noreturn]] static void fail() { throw std::system_error(last_error(), "file in memory"); }
+
     int descriptor_;
     std::string path_;
 };
@@ -127,9 +145,16 @@ class held_output {
 public:
     held_output() : lock_(turn()) {
         flush();
-        for (int i : {0, 1})
-            if ((originals_[i] = ::fcntl(i + 1, F_DUPFD_CLOEXEC, 3)) >= 0) // a closed one stays closed
+        for (int i : {0, 1}) {
+            originals_[i] = ::fcntl(i + 1, F_DUPFD_CLOEXEC, STDERR_FILENO + 1);
+            if (originals_[i] >= 0) {
                 ::dup2(file_.descriptor(), i + 1);
+            } else if (errno != EBADF) { // a closed stream stays closed
+                const std::error_code problem = last_error();
+                restore();
+                throw std::system_error(problem, "standard streams");
+            }
+        }
     }
     ~held_output() { restore(); }
     held_output(const held_output &) = delete;

@@ -100,7 +100,8 @@ private:
             return nullptr;
     }
 
-    // A refusal would leave the parser's first call as it is before startDocument()
+    // Charging begins here: a refusal before startDocument() would leave the parser's first call as an
+    // exception
 
     void startDocument() override {
         undeclared_ = 0;
