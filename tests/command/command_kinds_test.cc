@@ -95,7 +95,7 @@ TEST_F(CommandKinds, LayoutOfADictionaryIs2010UnlessClassicIsAskedFor) {
                   0, "1\t" + name.substr(0, 79) + "\t0.000000\t0.000000\n",
                   "zeb5xml: standard input:1:40: entry 1: the text of <PROP> has 100 bytes, of which 79 are "
                   "kept in the classic layout: it ends with '" +
-                      std::string(20, 'N') + "'\n"}));
+                      std::string(20, 'N') + "' [cut-field]\n"}));
 }
 
 TEST_F(CommandKinds, AnEntryThatADictionaryHoldsTwiceIsReleasedOnce) {

@@ -42,7 +42,7 @@ const loss_case loss_cases[] = {
     // The reader keeps the last piece
     {"chandescriptions", channel("<PROP>HALL&lt;2&gt;/CURRENT</PROP>"),
      "zeb5xml: in.xml:1:28: channel 'HALL<2>/CURRENT': the text of <PROP> comes in pieces (a reference): the "
-     "reader keeps only '>/CURRENT'\n"},
+     "reader keeps only '>/CURRENT' [lost-text]\n"},
     // ISO-8859-1 has no omega
     {"chandescriptions", channel("<PROP>A</PROP><UNITS>\xce\xa9</UNITS>"),
      "zeb5xml: in.xml: A: units: \"\xce\xa9\" becomes \"\xc3\x8e\xc2\xa9\"\n"},
@@ -55,13 +55,65 @@ const loss_case loss_cases[] = {
     {"chandescriptions", channel("<PROP>A</PROP><UNITS>0123456789abcdef</UNITS>"),
      "zeb5xml: in.xml:1:42: channel 'A': the text of <UNITS> has 16 bytes, of which 15 are kept: it ends "
      "with "
-     "'0123456789abcde'\n"},
+     "'0123456789abcde' [cut-field]\n"},
     {"daqvariables", channel("<PROP>A</PROP><BIT>1<BIT_NAME>on</BIT_NAME></BIT>"),
      "zeb5xml: in.xml: daqvariables changes bits in 1 channel, such as A: bits[1].bit_name: \"on\" becomes "
      "\"\"\n"},
     {"envindexdict",
      "<ENVINDEXDICT><CHANNEL><INDEX>1</INDEX><PROP>P</PROP><DABS>1e-7</DABS></CHANNEL></ENVINDEXDICT>",
      "zeb5xml: in.xml: index 1: env_ch_abs_delta: 1e-07 becomes 0\n"},
+    // Channels of one property: the reader takes from later ones what the first has not, of three fields
+    {"chandescriptions",
+     "<CHANDESCRIPTIONS><CHANNEL><STREAM>1</STREAM><PROP>A</PROP><NAME>N</NAME><UNITS>V</UNITS></CHANNEL>"
+     "<CHANNEL><STREAM>2</STREAM><EVTYPE>4</EVTYPE><PROP>A</PROP><NAME>M</NAME><UNITS>V</UNITS>"
+     "<DESC>text</DESC><BIT>3<BIT_NAME>on</BIT_NAME></BIT></CHANNEL></CHANDESCRIPTIONS>",
+     "zeb5xml: in.xml: A: stream: 1 gives way to 3\n"
+     "zeb5xml: in.xml: A (2), merged into the first: daq_name: \"M\" gives way to \"N\"\n"
+     "zeb5xml: in.xml: A (2), merged into the first: stream: 2 gives way to 3\n"
+     "zeb5xml: in.xml: A (2), merged into the first: prop_desc: \"text\" gives way to \"\"\n"
+     "zeb5xml: in.xml: A (2), merged into the first: bits[3]: "
+     "{\"bit\":3,\"bit_name\":\"on\",\"bit_desc\":\"\"} gives way to nothing\n"},
+    {"chandescriptions",
+     "<CHANDESCRIPTIONS><CHANNEL><PROP>A</PROP><NAME>N</NAME></CHANNEL>"
+     "<CHANNEL><PROP>A</PROP><NAME>N</NAME><PROP>B</PROP></CHANNEL></CHANDESCRIPTIONS>",
+     "zeb5xml: in.xml: B: the record is left out\nzeb5xml: in.xml: B (2): the record is left out\n"},
+    {"daqvariables",
+     "<DAQvariables><DaqFloat><orvin>A</orvin><daqName>N</daqName></DaqFloat>"
+     "<DaqFloat><orvin>A</orvin><daqName>M</daqName></DaqFloat></DAQvariables>",
+     "zeb5xml: in.xml:1:82: another channel has the same <orvin> 'A': only event types are merged into it, "
+     "and the rest of this one is ignored; the first is at 1:25 [duplicate-identity]\n"},
+    // What check calls errors, and what no reader takes
+    {"chandescriptions", channel("<PROP>A</PROP><SIZE>many</SIZE><COUNT>2O</COUNT>"),
+     "zeb5xml: in.xml:1:42: channel 'A': <SIZE>: 'many' is no number; the reader keeps 0 [not-a-number]\n"
+     "zeb5xml: in.xml:1:59: channel 'A': <COUNT>: 'O' after the number is ignored; the reader keeps 2 "
+     "[number-tail]\n"},
+    {"envindexdict",
+     "<ENVINDEXDICT><CHANNEL><INDEX>1</INDEX><PROP>P</PROP><DABS>0,5</DABS></CHANNEL></ENVINDEXDICT>",
+     "zeb5xml: in.xml:1:54: entry 1: <DABS>: '0,5' has a decimal comma, at which reading ends; the reader "
+     "keeps 0 [decimal-comma]\n"},
+    {"chandescriptions", channel("<PROP>A</PROP><UNIT>V</UNIT><UNITS si=\"yes\">V</UNITS>"),
+     "zeb5xml: in.xml:1:42: channel 'A': no reader knows <UNIT>; did you mean <UNITS>? [unknown-element]\n"
+     "zeb5xml: in.xml:1:63: channel 'A': no reader looks at the attribute 'si' of <UNITS> "
+     "[ignored-attribute]\n"},
+    {"chandescriptions",
+     channel("text<PROP>A</PROP><BIT_NAME>on</BIT_NAME><UNITS>V</UNITS><UNITS>kV</UNITS>"),
+     "zeb5xml: in.xml:1:28: the text 'text' of <CHANNEL> is not read [ignored-text]\n"
+     "zeb5xml: in.xml:1:46: channel 'A': <BIT_NAME> is ignored: there is no bit that it belongs to "
+     "[orphan-element]\n"
+     "zeb5xml: in.xml:1:85: channel 'A': <UNITS> replaces the value that was read before; the first is at "
+     "1:69 [repeated-element]\n"},
+    {"chandescriptions",
+     "<CHANDESCRIPTIONS><CHANNEL><PROP/><NAME>N</NAME></CHANNEL><CHANNEL/></CHANDESCRIPTIONS>",
+     "zeb5xml: in.xml:1:28: <PROP> is empty: the channel is not read [empty-identity]\n"
+     "zeb5xml: in.xml:1:59: <CHANNEL> has no <PROP>: the channel is not read [missing-identity]\n"},
+};
+
+/// The same for text, with what is written.
+struct text_case {
+    const char *form;
+    std::string document;
+    std::string losses;
+    std::string text;
 };
 
 TEST_F(ConvertLosses, AreNamedAndNothingIsWritten) {
@@ -97,19 +149,11 @@ TEST_F(ConvertLosses, LeaveTheDocumentThatIsConvertedIntoItself) {
               (command_result{
                   1, "",
                   "zeb5xml: in.xml:1:28: channel 'A&': the text of <PROP> comes in pieces (a reference): "
-                  "the reader keeps only '&'\n"
+                  "the reader keeps only '&' [lost-text]\n"
                   "zeb5xml: in.xml: &: prop_name: \"&\" makes the document ill-formed, as it is "
                   "written without escaping\n" +
                       std::string(refusal)}));
     EXPECT_EQ(folder.text("in.xml"), document);
-}
-
-TEST_F(ConvertLosses, OfRecordsAreNamed) {
-    EXPECT_EQ(
-        convert("<CHANDESCRIPTIONS><CHANNEL><PROP>A</PROP><NAME>N</NAME></CHANNEL>"
-                "<CHANNEL><PROP>A</PROP><NAME>M</NAME></CHANNEL></CHANDESCRIPTIONS>",
-                {"--to", "chandescriptions", "--keep-duplicates"}),
-        (command_result{1, "", "zeb5xml: in.xml: A (2): the record is left out\n" + std::string(refusal)}));
 }
 
 TEST_F(ConvertLosses, ThatLieInTheFormAreNamedOnceAndAccepted) {
@@ -136,9 +180,83 @@ TEST_F(ConvertLosses, ThatLieInTheFormAreNamedOnceAndAccepted) {
     EXPECT_TRUE(folder.text("out.xml").ends_with("</DAQvariables>\n\n"));
 }
 
-TEST_F(ConvertLosses, AreNotLookedForInText) {
-    EXPECT_EQ(convert(channel("<PROP>\xc2\xb5</PROP>"), {"--to", "table"}), (command_result{0, "", ""}));
-    EXPECT_EQ(folder.text("out.xml"), "0\t0\tN\t\xc2\xb5\t0\t\"\"\t\"\"\t1\t0\t0\n");
+TEST_F(ConvertLosses, AreNotWhatALaterChannelCompletes) {
+    EXPECT_EQ(convert("<CHANDESCRIPTIONS><CHANNEL><PROP>A</PROP><NAME>N</NAME><BIT>1</BIT></CHANNEL>"
+                      "<CHANNEL><STREAM>2</STREAM><EVTYPE>4</EVTYPE><DTYPE>1</DTYPE><PROP>A</PROP>"
+                      "<NAME>N</NAME><BIT>1</BIT></CHANNEL></CHANDESCRIPTIONS>",
+                      {"--to", "chandescriptions"}),
+              (command_result{0, "", ""}));
+}
+
+// Documents that check warns about, as a reader takes them otherwise than it seems
+TEST_F(ConvertLosses, AreNotWhatStandsElsewhereButIsRead) {
+    EXPECT_EQ(convert(channel("<PROP> A </PROP><DIM_DESCR>of old</DIM_DESCR><DIM>0<UNITS>V</UNITS></DIM>"
+                              "<BIT>1</BIT><BIT>1</BIT><EVTYPE>268435456</EVTYPE>"),
+                      {"--to", "chandescriptions"}),
+              (command_result{0, "", ""}));
+}
+
+// UTF-8 under another label is read as other characters. A document gets the same bytes under the same label
+TEST_F(ConvertLosses, OfAWrongEncodingAreThoseOfText) {
+    const std::string document = "<?xml version=\"1.0\" encoding=\"ISO-8859-1\"?>\n" +
+                                 channel("<PROP>A</PROP><UNITS>\xc2\xb5V</UNITS>");
+    EXPECT_EQ(convert(document, {"--to", "chandescriptions"}), (command_result{0, "", ""}));
+    EXPECT_NE(folder.text("out.xml").find("<UNITS>\xc2\xb5V</UNITS>"), std::string::npos);
+    EXPECT_EQ(convert(document, {"--to", "table"}),
+              (command_result{1, "",
+                              "zeb5xml: in.xml:2:49: the characters beyond ASCII are UTF-8, but the document "
+                              "is labelled 'ISO-8859-1': readers make other characters of them "
+                              "[encoding-mismatch]\n" +
+                                  std::string(refusal)}));
+}
+
+TEST_F(ConvertLosses, OfTextAreRecordsAndTextsThatBreakARow) {
+    const text_case text_cases[] = {
+        {"table", channel("<PROP>\xc2\xb5</PROP><SB_NAME>a\tb</SB_NAME>"), "",
+         "0\t0\tN\t\xc2\xb5\t0\t\"\"\t\"\"\t1\t0\t0\n"},
+        {"table", channel("<PROP>A</PROP><DESC>a\tb\"c\"\nd</DESC><BIT>1<BIT_NAME>on\n</BIT_NAME></BIT>"),
+         "zeb5xml: in.xml: A: prop_desc: \"a\\x09b\\\"c\\\"\\x0ad\" breaks its row, as it is written without "
+         "escaping\n"
+         "zeb5xml: in.xml: A: bits.bit_name: \"on\\x0a\" breaks its row, as it is written without escaping\n",
+         "0\t0\tN\tA\t0\t\"a\tb\"c\"\nd\"\t\"\"\t1\t1\t0\n1\ton\n\t\"\"\n"},
+        {"summary", channel("<PROP>A</PROP><DESC>a\tb</DESC>"), "",
+         "                                                 N\t1\tUNKNOWN\n"},
+    };
+    for (const text_case &row : text_cases) {
+        folder.write("out.xml", "old");
+        const int status = row.losses.empty() ? 0 : 1;
+        EXPECT_EQ(convert(row.document, {"--to", row.form}),
+                  (command_result{status, "", row.losses + (status == 0 ? "" : refusal)}));
+        EXPECT_EQ(folder.text("out.xml"), status == 0 ? row.text : "old");
+        EXPECT_EQ(convert(row.document, {"--to", row.form, "--force"}), (command_result{0, "", row.losses}));
+        EXPECT_EQ(folder.text("out.xml"), row.text);
+    }
+}
+
+TEST_F(ConvertLosses, OfTextAreRecordsThatAreLeftOut) {
+    const std::string twice = "<CHANDESCRIPTIONS><CHANNEL><PROP>A</PROP><NAME>N</NAME></CHANNEL>"
+                              "<CHANNEL><PROP>A</PROP><NAME>M</NAME></CHANNEL></CHANDESCRIPTIONS>";
+    for (const char *form : {"table", "summary", "chandescriptions"})
+        EXPECT_EQ(convert(twice, {"--to", form, "--keep-duplicates"}),
+                  (command_result{1, "",
+                                  "zeb5xml: in.xml: A (2): the record is left out\n" + std::string(refusal)}))
+            << form;
+    folder.write("in.jsonl", folder.run({"export", "in.xml"}).out);
+    EXPECT_EQ(folder.run({"convert", "in.jsonl", "--from", "json", "--to", "table", "--force"}),
+              (command_result{0, "0\t0\tN\tA\t0\t\"\"\t\"\"\t1\t0\t0\n",
+                              "zeb5xml: in.jsonl: A (2): the record is left out\n"}));
+}
+
+// The name that a summary holds is told; the rest it never holds
+TEST_F(ConvertLosses, OfMergingAreThoseThatTheFormWouldHold) {
+    const std::string twice =
+        "<CHANDESCRIPTIONS><CHANNEL><PROP>A</PROP><NAME>N</NAME><DESC>D</DESC></CHANNEL>"
+        "<CHANNEL><PROP>A</PROP><NAME>M</NAME><DESC>E</DESC></CHANNEL></CHANDESCRIPTIONS>";
+    EXPECT_EQ(convert(twice, {"--to", "summary"}),
+              (command_result{1, "",
+                              "zeb5xml: in.xml: A (2), merged into the first: daq_name: \"M\" gives way to "
+                              "\"N\"\n" +
+                                  std::string(refusal)}));
 }
 
 // The signal comes while the new file is written: the document is large, and it is waited for that file

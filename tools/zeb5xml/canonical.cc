@@ -1,11 +1,10 @@
 #include <memory>
 #include <string>
 
-#include "differences.h"
 #include "failure.h"
-#include "json_text.h"
 #include "output.h"
 #include "read_records.h"
+#include "record_order.h"
 #include "subcommand.h"
 
 namespace {
@@ -14,11 +13,8 @@ int canonical(const std::string &path) {
     const read_records records(path);
     records.require_all("nothing written");
     output_buffer out;
-    for (const size_t place : places_by_identity(*records.list)) {
-        record fields = records.list->at(place);
-        sort_parts(fields, records.list->type());
-        out.add(json_text(fields, records.list->type()) + "\n");
-    }
+    for (const keyed_place &one : sorted_places(*records.list))
+        out.add(content_of(records.list->at(one.place), records.list->type()) + "\n");
     out.flush();
     return STATUS_DONE;
 }

@@ -15,12 +15,19 @@ constexpr form_loss chandescriptions_losses[] = {no_name};
 constexpr form_loss daqvariables_losses[] = {no_name,         {"stream", true},    {"dtype", true},
                                              {"count", true}, {"db_key", true},    {"sb_name", true},
                                              {"bits", false}, {"dims.stats", true}};
+// Nothing of these is in the text, which cannot be read back
+constexpr form_loss table_losses[] = {
+    {"dtype", true}, {"count", true}, {"db_key", true}, {"sb_name", true}, {"subsystem", true}};
+constexpr form_loss summary_losses[] = {{"prop_name", true}, {"stream", true},  {"ev_type", true},
+                                        {"count", true},     {"db_key", true},  {"prop_desc", true},
+                                        {"units", true},     {"sb_name", true}, {"set_point", true},
+                                        {"subsystem", true}, {"bits", true},    {"dims", true}};
 
 constexpr form forms[] = {
     {"chandescriptions", true, XML_DOCUMENT, 0, chandescriptions_losses},
     {"daqvariables", true, XML_DOCUMENT, 1, daqvariables_losses},
-    {"table", false, FULL_TABLE, 0},
-    {"summary", false, SUMMARY_TABLE, 0},
+    {"table", false, FULL_TABLE, 0, table_losses},
+    {"summary", false, SUMMARY_TABLE, 0, summary_losses},
 };
 constexpr const char *options[] = {"--shift", "--keep-duplicates"};
 
@@ -64,4 +71,5 @@ const record_kind channel_records = {"channel descriptions",
                                      &channel_type,
                                      make_list<channel_family>,
                                      forms,
-                                     options};
+                                     options,
+                                     true};
