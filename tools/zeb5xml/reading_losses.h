@@ -13,8 +13,8 @@
 /// they are written in this form.
 std::string lost_in_reading(const document &source, const record_type &type, const form &to);
 
-/// What is missing in `merged`, of which a reader has made one record for each identity; `all` are the records
-/// as they stand in the document. Fields that the form does not hold are passed over.
+/// What is missing in `merged`, of which a reader has made one record for each identity; `all` are the
+/// records as they stand in the document. Fields that the form does not hold are passed over.
 std::string lost_in_merging(const document &source, const record_list &all, const record_list &merged,
                             const form &to);
 

@@ -44,8 +44,8 @@ struct part_list {
 /// All that the record holds, as JSON. Equal for records whose parts stand in another order.
 std::string content_of(record fields, const record_type &type);
 
-/// The same, shortened: its beginning, and a hash of all. Equal for equal contents, and a list may hold a record
-/// of a thousand parts a thousand times.
+/// The same, shortened: its beginning, and a hash of all. Equal for equal contents, and a list may hold a
+/// record of a thousand parts a thousand times.
 std::string content_digest(record fields, const record_type &type);
 
 /// Returns the end of the places that begin with this one and have its identity.
@@ -64,9 +64,8 @@ template <class List> keyed_places sorted_places(const List &list) {
         if (end - begin > 1) {
             for (auto one = begin; one != end; ++one)
                 one->content = content_digest(list.at(one->place), list.type());
-            std::stable_sort(begin, end, [](const keyed_place &a, const keyed_place &b) {
-                return a.content < b.content;
-            });
+            std::stable_sort(
+                begin, end, [](const keyed_place &a, const keyed_place &b) { return a.content < b.content; });
         }
         begin = end;
     }

@@ -1,8 +1,8 @@
 #ifndef ZEB5XML_RECORD_PAIRS_H
 #define ZEB5XML_RECORD_PAIRS_H
 
-/// Which records of two lists are the same one: those of one identity, and of several with one identity, those
-/// that are most alike. The order of the records does not matter.
+/// Which records of two lists are the same one: those of one identity, and of several with one identity,
+/// those that are most alike. The order of the records does not matter.
 
 #include <optional>
 #include <span>
@@ -32,7 +32,8 @@ public:
     std::vector<place_pair> all() const {
         std::vector<place_pair> pairs;
         for (size_t i = 0; i < was_.size(); ++i)
-            pairs.push_back({was_[i].place, partner_[i] ? std::optional(is_[*partner_[i]].place) : std::nullopt});
+            pairs.push_back(
+                {was_[i].place, partner_[i] ? std::optional(is_[*partner_[i]].place) : std::nullopt});
         for (size_t i = 0; i < is_.size(); ++i)
             if (!is_paired_[i])
                 pairs.push_back({std::nullopt, is_[i].place});
@@ -91,14 +92,13 @@ private:
     std::vector<bool> is_paired_;                // each in the second group
 };
 
-/// Walks through two lists of one type, sorted by identity. `action` gets each pair, and which of its identity
-/// it is, counted from 1.
+/// Walks through two lists of one type, sorted by identity. `action` gets each pair, and which of its
+/// identity it is, counted from 1.
 template <class List, class Action> void match(const List &before, const List &after, Action action) {
     keyed_places was = sorted_places(before), is = sorted_places(after);
     auto left = was.begin(), right = is.begin();
     while (left != was.end() || right != is.end()) {
-        const bool only_right =
-            left == was.end() || (right != is.end() && right->identity < left->identity);
+        const bool only_right = left == was.end() || (right != is.end() && right->identity < left->identity);
         const bool only_left = right == is.end() || (left != was.end() && left->identity < right->identity);
         const auto left_end = only_right ? left : end_of_group(left, was.end());
         const auto right_end = only_left ? right : end_of_group(right, is.end());
