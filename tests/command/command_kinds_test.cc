@@ -168,6 +168,19 @@ TEST_F(CommandKinds, SelectAlignsItsColumns) {
                               ""}));
 }
 
+// For people, a cell stays on its line; for programs, its text survives
+TEST_F(CommandKinds, SelectKeepsCellsApart) {
+    const char document[] = "<CHANDESCRIPTIONS><CHANNEL><PROP>a\tb\\</PROP><NAME>c\nd</NAME></CHANNEL>"
+                            "</CHANDESCRIPTIONS>";
+    EXPECT_EQ(run({"select", "-", "--tabs"}, document),
+              (command_result{0, heading + "c\\nd\ta\\tb\\\\\t\t\t\t\t0\n", ""}));
+    EXPECT_EQ(run({"select", "-"}, document),
+              (command_result{0,
+                              "CHANNEL  PROPERTY  EVENTS  DATA  SLOW  ML  SUB\n"
+                              "c d      a b\\      -       -     -     -   0\n",
+                              ""}));
+}
+
 TEST_F(CommandKinds, SelectSaysThatAChannelIsNotThere) {
     EXPECT_EQ(run({"select", "channels.xml", "--tabs", "--channel", "X"}),
               (command_result{1, heading, "zeb5xml: no such channel: X\n"}));

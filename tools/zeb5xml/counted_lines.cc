@@ -13,7 +13,8 @@ counted_lines::int_type counted_lines::underflow() {
         lines_before_ = line() - 1;
         block_[0] = last();
     }
-    const std::streamsize count = source_.sgetn(block_ + kept, static_cast<std::streamsize>(sizeof block_ - kept));
+    const std::streamsize count =
+        source_.sgetn(block_ + kept, static_cast<std::streamsize>(sizeof block_ - kept));
     setg(block_, block_ + kept, block_ + kept + std::max(count, std::streamsize{0}));
     return count > 0 ? traits_type::to_int_type(*gptr()) : traits_type::eof();
 }
