@@ -260,6 +260,12 @@ TEST_F(Command, RefusesFormsAndOptionsOfOtherKinds) {
               (command_result{1, "", "zeb5xml: channels.xml: --layout is not for channel descriptions\n"}));
 }
 
+TEST_F(Command, SaysHowToReadJson) {
+    for (const char *json : {"{}", " \n[\n]"})
+        EXPECT_EQ(run({"convert", "-", "--to", "table"}, json),
+                  (command_result{1, "", "zeb5xml: standard input: is no XML; --from json reads JSON\n"}));
+}
+
 // Where output goes
 
 TEST_F(Command, ReplacesAFileAndLeavesNothingBesideIt) {

@@ -196,6 +196,38 @@ TEST_F(ConvertLosses, AreNotWhatStandsElsewhereButIsRead) {
               (command_result{0, "", ""}));
 }
 
+// No record has a place for these
+TEST_F(ConvertLosses, OfElementsThatAreForOtherProgramsAreNamedOnceAndAccepted) {
+    const auto variable = [](const std::string &name, const std::string &elements) {
+        return "<DaqFloat><orvin>" + name + "</orvin><daqName>N</daqName>\n" + elements + "</DaqFloat>";
+    };
+    EXPECT_EQ(convert("<DAQvariables>" +
+                          variable("A", "<DBKey>-1</DBKey><sbName></sbName><firstIndex>0</firstIndex>"
+                                        "<freq>1</freq>") +
+                          variable("B", "<DBKey>7</DBKey><sbName>SRV</sbName><firstIndex>3</firstIndex>"
+                                        "<freq>-1</freq>") +
+                          variable("C", "<DBKey>8</DBKey><freq> 2 </freq>") +
+                          variable("D", "<DBKey>9</DBKey>") + "</DAQvariables>",
+                      {"--to", "chandescriptions"}),
+              (command_result{0, "",
+                              "zeb5xml: in.xml:3:1: no reader takes <DBKey>: '7' is left out, and 2 more\n"
+                              "zeb5xml: in.xml:3:37: no reader takes <firstIndex>: '3' is left out\n"
+                              "zeb5xml: in.xml:4:17: no reader takes <freq>: '2' is left out\n"
+                              "zeb5xml: in.xml:3:17: no reader takes <sbName>: 'SRV' is left out\n"}));
+    const std::string dimension = channel("<PROP>A</PROP><DIM>0<DIM_START>1e3</DIM_START></DIM>");
+    const std::string line = "zeb5xml: in.xml:1:48: no reader takes <DIM_START>: '1e3' is left out\n";
+    EXPECT_EQ(convert(dimension, {"--to", "chandescriptions"}), (command_result{0, "", line}));
+    EXPECT_EQ(folder.run({"merge", "in.xml", "-o", "out.xml"}), (command_result{0, "", line}));
+}
+
+// The reader in memory reports each bit once before its title comes
+TEST_F(ConvertLosses, AreNotBitsWithoutATitle) {
+    EXPECT_EQ(convert("<DAQvariables><DaqBits><orvin>A</orvin><daqName>N</daqName>"
+                      "<bitTitle bit=\"1\">on</bitTitle></DaqBits></DAQvariables>",
+                      {"--to", "chandescriptions"}),
+              (command_result{0, "", ""}));
+}
+
 // UTF-8 under another label is read as other characters. A document gets the same bytes under the same label
 TEST_F(ConvertLosses, OfAWrongEncodingAreThoseOfText) {
     const std::string document = "<?xml version=\"1.0\" encoding=\"ISO-8859-1\"?>\n" +

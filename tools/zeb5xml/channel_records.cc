@@ -45,8 +45,13 @@ struct channel_family {
     /// Only the reader of documents in memory merges channels as it is told.
     static int read_to_convert(const document &source, list *records, const conversion &how) {
         std::string text = source.text(), path = source.path;
-        if (!has_nul(text))
-            return parse_descr_list_read(text.data(), records, how.shift, !how.keep_duplicates);
+        int problems = 0;
+        if (!has_nul(text)) {
+            held_output({1}, [&] { // there it says at each start tag of a bit that the title is missing
+                problems = parse_descr_list_read(text.data(), records, how.shift, !how.keep_duplicates);
+            });
+            return problems;
+        }
         tell(source.name + ": holds NUL bytes, as UTF-16 does: read with the file reader");
         return parse_descr_list_readf(path.data(), records, how.shift, !how.keep_duplicates);
     }

@@ -1,4 +1,5 @@
 #include <algorithm>
+#include <fstream>
 #include <memory>
 
 #include "document_kinds.h"
@@ -8,6 +9,7 @@
 #include "reading_losses.h"
 #include "standard_streams.h"
 #include "subcommand.h"
+#include "unread_elements.h"
 #include "write_records.h"
 
 namespace {
@@ -73,6 +75,8 @@ records_read read_xml(const document &source, const convert_options &options) {
     run_library(source.name, [&] { problems = result.list->read_to_convert(source); });
     if (problems != 0)
         throw failure(STATUS_DOCUMENT, source.name + ": not read without errors: nothing written");
+    for (const std::string &line : unread_elements(source))
+        tell(line); // nobody expects these in another document
     result.losses = lost_in_reading(source, result.list->type(), to);
     if (kind.writes_once && !options.keep_duplicates)
         result.losses += lost_in_merging(source, *unmerged(source, kind, options), *result.list, to);
@@ -92,8 +96,17 @@ records_read read_json(const document &source, const convert_options &options) {
     return result;
 }
 
+/// Whether a document begins as JSON does.
+bool looks_like_json(const document &source) {
+    std::ifstream file(source.path);
+    const auto first = (file >> std::ws).peek();
+    return first == '{' || first == '[';
+}
+
 int convert(const convert_options &options) {
     const document source = read_document(options.file);
+    if (options.from == "xml" && looks_like_json(source))
+        throw failure(STATUS_DOCUMENT, source.name + ": is no XML; --from json reads JSON");
     const records_read records =
         options.from == "json" ? read_json(source, options) : read_xml(source, options);
     const form &to = form_of(*records.kind, options, source.name);

@@ -12,6 +12,7 @@
 #include "record_types.h"
 #include "standard_streams.h"
 #include "subcommand.h"
+#include "unread_elements.h"
 #include "value_text.h"
 #include "write_records.h"
 
@@ -83,6 +84,8 @@ int merge(const merge_options &options) {
             throw failure(STATUS_DOCUMENT, records.source.name + ": is " + records.kind.with_article +
                                                ": only channel descriptions can be merged");
         records.require_all("nothing written");
+        for (const std::string &line : unread_elements(records.source))
+            tell(line);
         lost += lost_in_reading(records.source, channel_type, to);
         for (size_t i = 0; i < records.list->size(); ++i)
             merged.add(records.list->at(i), records.source.name);
