@@ -27,9 +27,9 @@ subcommand canonical_subcommand() {
             "Write the records of a document so that equal ones give equal lines",
             "One JSON object a line, as `zeb5xml export` writes it, sorted by identity: property, event "
             "type, index\n"
-            "or name of the feature. Bits, dimensions and server blocks are sorted alike. The date of a "
-            "document\n"
-            "and its dialect make no difference.\n"
+            "or name of the feature; those of one identity, by content. Bits, dimensions and server blocks "
+            "are\n"
+            "sorted alike. The date of a document and its dialect make no difference.\n"
             "To have git compare records instead of text:\n"
             "  git config diff.zeb5xml.textconv 'zeb5xml canonical'\n"
             "  echo 'channels*.xml diff=zeb5xml' >> .gitattributes\n",

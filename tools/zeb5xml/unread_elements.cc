@@ -19,8 +19,8 @@ constexpr std::pair<std::string_view, std::string_view> fillers[] = {{zeb5::daq_
                                                                      {zeb5::daq_tags::freq, "-1"}};
 
 bool says_something(std::string_view name, std::string_view text) {
-    return !text.empty() && std::find(std::begin(fillers), std::end(fillers), std::pair(name, text)) ==
-                                std::end(fillers);
+    return !text.empty() &&
+           std::find(std::begin(fillers), std::end(fillers), std::pair(name, text)) == std::end(fillers);
 }
 
 /// How often an element of one name stands in the document, and the first of them.
