@@ -167,15 +167,21 @@ TEST_F(ConvertLosses, ThatLieInTheFormAreNamedOnceAndAccepted) {
             0, "",
             "zeb5xml: in.xml: daqvariables changes daq_name in 1 channel, such as A: daq_name: \"\" becomes "
             "\"!!!UNDEFINED!!!\"\n"
-            "zeb5xml: in.xml: daqvariables changes stream in 2 channels, such as A: stream: 1 becomes 0\n"
-            "zeb5xml: in.xml: daqvariables changes dtype in 1 channel, such as A: dtype: 0x9 (0:ENV_BLOCK) "
+            "zeb5xml: in.xml: daqvariables does not hold stream, which changes in 2 channels, such as A: "
+            "stream: 1 becomes 0\n"
+            "zeb5xml: in.xml: daqvariables does not hold dtype, which changes in 1 channel, such as A: "
+            "dtype: 0x9 (0:ENV_BLOCK) "
             "becomes "
             "0x0\n"
-            "zeb5xml: in.xml: daqvariables changes count in 1 channel, such as A: count: 3 becomes 0\n"
-            "zeb5xml: in.xml: daqvariables changes db_key in 1 channel, such as A: db_key: 2 becomes -1\n"
-            "zeb5xml: in.xml: daqvariables changes sb_name in 1 channel, such as A: sb_name: \"S\" becomes "
+            "zeb5xml: in.xml: daqvariables does not hold count, which changes in 1 channel, such as A: "
+            "count: 3 becomes 0\n"
+            "zeb5xml: in.xml: daqvariables does not hold db_key, which changes in 1 channel, such as A: "
+            "db_key: 2 becomes -1\n"
+            "zeb5xml: in.xml: daqvariables does not hold sb_name, which changes in 1 channel, such as A: "
+            "sb_name: \"S\" becomes "
             "\"\"\n"
-            "zeb5xml: in.xml: daqvariables changes dims.stats in 1 channel, such as A: dims[0].stats[1]: "
+            "zeb5xml: in.xml: daqvariables does not hold dims.stats, which changes in 1 channel, such as A: "
+            "dims[0].stats[1]: "
             "{\"stat\":1,\"stat_name\":\"\",\"stat_desc\":\"\",\"units\":\"\"} becomes nothing\n"}));
     EXPECT_TRUE(folder.text("out.xml").ends_with("</DAQvariables>\n\n"));
 }
@@ -277,6 +283,27 @@ TEST_F(ConvertLosses, OfTextAreRecordsThatAreLeftOut) {
     EXPECT_EQ(folder.run({"convert", "in.jsonl", "--from", "json", "--to", "table", "--force"}),
               (command_result{0, "0\t0\tN\tA\t0\t\"\"\t\"\"\t1\t0\t0\n",
                               "zeb5xml: in.jsonl: A (2): the record is left out\n"}));
+}
+
+// Of a document that holds masks already, for example
+TEST_F(ConvertLosses, OfShiftingAreNumbersThatAreOfNoType) {
+    const std::string document =
+        "<CHANDESCRIPTIONS><CHANNEL><EVTYPE>31</EVTYPE><DTYPE>62</DTYPE><PROP>A</PROP><NAME>N</NAME></"
+        "CHANNEL>"
+        "<CHANNEL><EVTYPE>48</EVTYPE><DTYPE>-2147483640</DTYPE><PROP>B</PROP><NAME>N</NAME></CHANNEL>"
+        "<CHANNEL><EVTYPE>32</EVTYPE><DTYPE>63</DTYPE><PROP>B</PROP><NAME>N</NAME></CHANNEL></"
+        "CHANDESCRIPTIONS>";
+    const std::string lines =
+        "zeb5xml: in.xml: B: ev_type: 48 is no number of an event type, which go from 0 to 31\n"
+        "zeb5xml: in.xml: B: dtype: -2147483640 is no number of a block type, which go from 0 to 62\n"
+        "zeb5xml: in.xml: B (2): ev_type: 32 is no number of an event type, which go from 0 to 31\n"
+        "zeb5xml: in.xml: B (2): dtype: 63 is no number of a block type, which go from 0 to 62\n";
+    EXPECT_EQ(convert(document, {"--to", "chandescriptions", "--shift", "--keep-duplicates"}),
+              (command_result{
+                  1, "", lines + "zeb5xml: in.xml: B (2): the record is left out\n" + std::string(refusal)}));
+    EXPECT_EQ(convert(channel("<PROP>A</PROP><EVTYPE>31</EVTYPE><DTYPE>62</DTYPE>"),
+                      {"--to", "chandescriptions", "--shift"}),
+              (command_result{0, "", ""}));
 }
 
 // The name that a summary holds is told; the rest it never holds

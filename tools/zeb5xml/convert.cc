@@ -56,12 +56,9 @@ void require_options_for(const record_kind &kind, const convert_options &options
             throw failure(STATUS_DOCUMENT, name + ": " + option + " is not for " + kind.with_article);
 }
 
-/// The records as they stand in the document.
-std::unique_ptr<record_list> unmerged(const document &source, const document_kind &kind,
-                                      const convert_options &options) {
-    conversion how = conversion_of(options);
-    how.keep_duplicates = true;
-    std::unique_ptr<record_list> all = kind.make(how);
+/// The records as they stand in the document: none merged into another.
+std::unique_ptr<record_list> unmerged(const document &source, const document_kind &kind, bool shift) {
+    std::unique_ptr<record_list> all = kind.make({shift, true});
     held_output({1, 2}, [&] { all->read_to_convert(source); }); // nothing new is said
     return all;
 }
@@ -79,7 +76,9 @@ records_read read_xml(const document &source, const convert_options &options) {
         tell(line); // nobody expects these in another document
     result.losses = lost_in_reading(source, result.list->type(), to);
     if (kind.writes_once && !options.keep_duplicates)
-        result.losses += lost_in_merging(source, *unmerged(source, kind, options), *result.list, to);
+        result.losses += lost_in_merging(source, *unmerged(source, kind, options.shift), *result.list, to);
+    if (options.shift)
+        result.losses += lost_in_shifting(source, *unmerged(source, kind, false));
     return result;
 }
 

@@ -4,6 +4,7 @@
 #include <map>
 
 #include "check_document.h"
+#include "field_names.h"
 #include "form_losses.h"
 #include "lost_fields.h"
 #include "record_order.h"
@@ -73,6 +74,30 @@ std::string lost_in_merging(const document &source, const record_list &all, cons
             if (holds(to, one.field))
                 lines += line(source.name, name + (is_merged ? ", merged into the first: " : ": ") +
                                                difference_text(one, "gives way to"));
+    }
+    return lines;
+}
+
+std::string lost_in_shifting(const document &source, const record_list &numbers) {
+    constexpr std::int64_t last_event_type = 31, last_block_type = 62;
+    const record_type &type = numbers.type();
+    const std::vector<size_t> which = numbers_by_identity(numbers);
+    std::string lines;
+    for (size_t i = 0; i < numbers.size(); ++i) {
+        const record fields = numbers.at(i);
+        for (size_t row = 0; row < type.rows.size(); ++row) {
+            if (!is_mask(type.rows[row]))
+                continue;
+            const bool is_event = type.rows[row].kind == EVENT_MASK;
+            const std::int64_t last = is_event ? last_event_type : last_block_type;
+            if (fields.fields[row].number() > last)
+                lines += line(source.name,
+                              identity_text(fields.fields.front(), type.identity(), which[i]) + ": " +
+                                  type.rows[row].name + ": " +
+                                  std::to_string(static_cast<std::int32_t>(fields.fields[row].number())) +
+                                  " is no number of " + (is_event ? "an event" : "a block") +
+                                  " type, which go from 0 to " + std::to_string(last));
+        }
     }
     return lines;
 }

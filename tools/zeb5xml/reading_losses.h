@@ -18,4 +18,8 @@ std::string lost_in_reading(const document &source, const record_type &type, con
 std::string lost_in_merging(const document &source, const record_list &all, const record_list &merged,
                             const form &to);
 
+/// What `--shift` makes no right mask of: numbers that are of no type, such as masks. `numbers` are the
+/// records as they stand in the document.
+std::string lost_in_shifting(const document &source, const record_list &numbers);
+
 #endif

@@ -122,8 +122,11 @@ public:
             const form_loss &loss = to_.losses[i];
             if (of_form_[i].records != 0)
                 (loss.is_accepted ? all.accepted : all.refused)
-                    .push_back(std::string(to_.name) + " changes " + loss.field + " in " +
-                               counted(of_form_[i].records, kind_.records) + ", such as " +
+                    .push_back(to_.name +
+                               (is_held(loss)
+                                    ? std::string(" changes ") + loss.field
+                                    : std::string(" does not hold ") + loss.field + ", which changes") +
+                               " in " + counted(of_form_[i].records, kind_.records) + ", such as " +
                                of_form_[i].example);
         }
         all.refused.insert(all.refused.end(), of_values_.begin(), of_values_.end());
