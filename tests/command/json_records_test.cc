@@ -104,6 +104,14 @@ TEST_F(JsonRecords, AreRefusedWhenARecordCannotHoldThem) {
             << row.json;
 }
 
+TEST_F(JsonRecords, HaveNoTypeNumbersAndNoDuplicates) {
+    for (const std::string option : {"--shift", "--keep-duplicates"})
+        EXPECT_EQ(
+            folder.run({"convert", "--from", "json", "-", "--to", "table", option}, "[]"),
+            (command_result{1, "",
+                            "zeb5xml: standard input: " + option + " is for XML: JSON is taken as it is\n"}));
+}
+
 // JSON ends at a NUL byte for some programs, and what followed was once dropped in silence
 TEST_F(JsonRecords, AreRefusedWhereANulByteStands) {
     const std::string record = R"({"kind":"channel","prop_name":"A"})", nul(1, '\0');

@@ -83,6 +83,11 @@ records_read read_xml(const document &source, const convert_options &options) {
 }
 
 records_read read_json(const document &source, const convert_options &options) {
+    for (const auto &[option, is_given] :
+         {std::pair("--shift", options.shift), std::pair("--keep-duplicates", options.keep_duplicates)})
+        if (is_given)
+            throw failure(STATUS_DOCUMENT,
+                          source.name + ": " + option + " is for XML: JSON is taken as it is");
     const std::vector<const record_kind *> kinds = kinds_of_form(options.to);
     json_records read = read_json_records(source, kinds, conversion_of(options));
     if (!read.kind && kinds.size() > 1)
