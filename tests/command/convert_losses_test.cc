@@ -82,6 +82,12 @@ const loss_case loss_cases[] = {
      "<DaqFloat><orvin>A</orvin><daqName>M</daqName></DaqFloat></DAQvariables>",
      "zeb5xml: in.xml:1:82: another channel has the same <orvin> 'A': only event types are merged into it, "
      "and the rest of this one is ignored; the first is at 1:25 [duplicate-identity]\n"},
+    {"daqvariables",
+     "<DAQvariables><DaqFloat><orvin>A</orvin><daqName>N</daqName><bitTitle "
+     "bit=\"1\">on</bitTitle></DaqFloat>"
+     "</DAQvariables>",
+     "zeb5xml: in.xml:1:61: channel 'A': <bitTitle> is ignored here: it is read in <DaqBits> only "
+     "[misplaced-element]\n"},
     // What check calls errors, and what no reader takes
     {"chandescriptions", channel("<PROP>A</PROP><SIZE>many</SIZE><COUNT>2O</COUNT>"),
      "zeb5xml: in.xml:1:42: channel 'A': <SIZE>: 'many' is no number; the reader keeps 0 [not-a-number]\n"

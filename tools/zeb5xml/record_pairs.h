@@ -9,7 +9,6 @@
 #include <tuple>
 #include <vector>
 
-#include "differences.h"
 #include "record_order.h"
 
 /// The places of a record before and after; at least one of them is there.
@@ -57,7 +56,8 @@ private:
         }
     }
 
-    /// Pairs what is left: those with the fewest differences first. Very many are paired in their order.
+    /// Pairs what is left: those with the fewest fields that differ first. Very many are paired in their
+    /// order.
     void pair_alike() {
         constexpr size_t most_comparisons = 1000;
         std::vector<size_t> left, right;
@@ -67,22 +67,38 @@ private:
         for (size_t i = 0; i < is_.size(); ++i)
             if (!is_paired_[i])
                 right.push_back(i);
-        std::vector<std::tuple<size_t, size_t, size_t>> candidates; // number of differences, and the two
-        if (left.size() * right.size() <= most_comparisons)
-            for (const size_t i : left)
-                for (const size_t j : right)
-                    candidates.emplace_back(difference_count(i, j), i, j);
-        else
+        if (left.size() * right.size() > most_comparisons) {
             for (size_t i = 0; i < std::min(left.size(), right.size()); ++i)
-                candidates.emplace_back(0, left[i], right[i]);
+                join(left[i], right[i]);
+            return;
+        }
+        const std::vector<record> lefts = sorted_records(before_, was_, left),
+                                  rights = sorted_records(after_, is_, right);
+        std::vector<std::tuple<size_t, size_t, size_t>> candidates; // fields that differ, and the two
+        for (size_t i = 0; i < left.size(); ++i)
+            for (size_t j = 0; j < right.size(); ++j)
+                candidates.emplace_back(fields_that_differ(lefts[i], rights[j]), left[i], right[j]);
         std::sort(candidates.begin(), candidates.end());
         for (const auto &[number, i, j] : candidates)
             if (!partner_[i] && !is_paired_[j])
                 join(i, j);
     }
 
-    size_t difference_count(size_t was, size_t is) const {
-        return differences(before_.at(was_[was].place), after_.at(is_[is].place), before_.type()).size();
+    static std::vector<record> sorted_records(const List &list, group all,
+                                              const std::vector<size_t> &wanted) {
+        std::vector<record> records;
+        for (const size_t i : wanted) {
+            records.push_back(list.at(all[i].place));
+            sort_parts(records.back(), list.type());
+        }
+        return records;
+    }
+
+    static size_t fields_that_differ(const record &a, const record &b) {
+        size_t count = 0;
+        for (size_t i = 0; i < a.fields.size(); ++i)
+            count += !(a.fields[i] == b.fields[i]);
+        return count;
     }
 
     const List &before_;
