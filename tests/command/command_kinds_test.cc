@@ -95,7 +95,7 @@ TEST_F(CommandKinds, LayoutOfADictionaryIs2010UnlessClassicIsAskedFor) {
                   0, "1\t" + name.substr(0, 79) + "\t0.000000\t0.000000\n",
                   "zeb5xml: standard input:1:40: entry 1: the text of <PROP> has 100 bytes, of which 79 are "
                   "kept in the classic layout: it ends with '" +
-                      std::string(20, 'N') + "'\n"}));
+                      std::string(20, 'N') + "' [cut-field]\n"}));
 }
 
 TEST_F(CommandKinds, AnEntryThatADictionaryHoldsTwiceIsReleasedOnce) {
@@ -165,6 +165,19 @@ TEST_F(CommandKinds, SelectAlignsItsColumns) {
                               "FAST     FAST/P    NORMAL:IMAGE  BLOCK_1CHAN_2010  no    no   2\n"
                               "TOROID   ML/P      LLRF_ML       -                 no    yes  0\n"
                               "NONE     NONE/P    -             -                 -     -    0\n",
+                              ""}));
+}
+
+// For people, a cell stays on its line; for programs, its text survives
+TEST_F(CommandKinds, SelectKeepsCellsApart) {
+    const char document[] = "<CHANDESCRIPTIONS><CHANNEL><PROP>a\tb\\</PROP><NAME>c\nd</NAME></CHANNEL>"
+                            "</CHANDESCRIPTIONS>";
+    EXPECT_EQ(run({"select", "-", "--tabs"}, document),
+              (command_result{0, heading + "c\\nd\ta\\tb\\\\\t\t\t\t\t0\n", ""}));
+    EXPECT_EQ(run({"select", "-"}, document),
+              (command_result{0,
+                              "CHANNEL  PROPERTY  EVENTS  DATA  SLOW  ML  SUB\n"
+                              "c d      a b\\      -       -     -     -   0\n",
                               ""}));
 }
 

@@ -10,15 +10,15 @@
 
 namespace {
 
-// Three channels, the third being the first once more; and what the command makes of them.
+// Three channels, of which the third completes the first; and what the command makes of them.
 
-const char channels[] = "<CHANDESCRIPTIONS>\n"
-                        "<CHANNEL><STREAM>1</STREAM><EVTYPE>4</EVTYPE><DTYPE>9</DTYPE><PROP>A/B/C</PROP>"
-                        "<NAME>CH.C</NAME><UNITS>V</UNITS></CHANNEL>\n"
-                        "<CHANNEL><EVTYPE>1</EVTYPE><DTYPE>41</DTYPE><PROP>A/B/D</PROP><NAME>CH.D</NAME>"
-                        "<BIT>3<BIT_NAME>on</BIT_NAME><BIT_DESCR>switched on</BIT_DESCR></BIT></CHANNEL>\n"
-                        "<CHANNEL><STREAM>6</STREAM><PROP>A/B/C</PROP><NAME>CH.E</NAME></CHANNEL>\n"
-                        "</CHANDESCRIPTIONS>\n";
+const char channels[] =
+    "<CHANDESCRIPTIONS>\n"
+    "<CHANNEL><DTYPE>9</DTYPE><PROP>A/B/C</PROP><NAME>CH.C</NAME><UNITS>V</UNITS></CHANNEL>\n"
+    "<CHANNEL><EVTYPE>1</EVTYPE><DTYPE>41</DTYPE><PROP>A/B/D</PROP><NAME>CH.D</NAME>"
+    "<BIT>3<BIT_NAME>on</BIT_NAME><BIT_DESCR>switched on</BIT_DESCR></BIT></CHANNEL>\n"
+    "<CHANNEL><STREAM>7</STREAM><EVTYPE>4</EVTYPE><PROP>A/B/C</PROP><NAME>CH.C</NAME></CHANNEL>\n"
+    "</CHANDESCRIPTIONS>\n";
 
 const char table_plain[] = "7\t4\tCH.C\tA/B/C\t0\t\"\"\t\"V\"\t1\t0\t0\n"
                            "0\t1\tCH.D\tA/B/D\t0\t\"\"\t\"\"\t1\t1\t0\n"
@@ -26,7 +26,7 @@ const char table_plain[] = "7\t4\tCH.C\tA/B/C\t0\t\"\"\t\"V\"\t1\t0\t0\n"
 const char table_shifted[] = "7\t16\tCH.C\tA/B/C\t0\t\"\"\t\"V\"\t1\t0\t0\n"
                              "0\t2\tCH.D\tA/B/D\t0\t\"\"\t\"\"\t1\t1\t0\n"
                              "3\ton\t\"switched on\"\n";
-const char table_unmerged[] = "1\t4\tCH.C\tA/B/C\t0\t\"\"\t\"V\"\t1\t0\t0\n"
+const char table_unmerged[] = "0\t0\tCH.C\tA/B/C\t0\t\"\"\t\"V\"\t1\t0\t0\n"
                               "0\t1\tCH.D\tA/B/D\t0\t\"\"\t\"\"\t1\t1\t0\n"
                               "3\ton\t\"switched on\"\n";
 const char summary_shifted[] = "                                              CH.C\t1\tBLOCK_SINGLE\n"
@@ -184,9 +184,7 @@ TEST_F(Command, SaysWhyADocumentCannotBeReadAndGoesOnWithTheNext) {
             1, "==> one.xml <==\n" + std::string(listed_record),
             "zeb5xml: missing.xml: No such file or directory\n"
             "zeb5xml: folder: Is a directory\n"
-            "Fatal Error at (file empty.xml, line 1, char 1): invalid document structure\n"
-            "scanFirst() failed\n"
-            "zeb5xml: empty.xml: no root element could be read\n"
+            "zeb5xml: empty.xml: the document is empty\n"
             "zeb5xml: other.xml: root element 'OTHER' is none of CHANDESCRIPTIONS, DAQvariables, BMR and "
             "ENVINDEXDICT, and no camera feature could be read\n"}));
 }
@@ -214,12 +212,15 @@ TEST_F(Command, ConvertsChannelDescriptions) {
         {{"--to", "chandescriptions"}, xml_chandescriptions},
         {{"--to", "daqvariables", "--force"},
          xml_daqvariables,
-         {"daqvariables changes stream in 1 channel, such as A/B/C: stream: 7 becomes 0",
-          "daqvariables changes dtype in 2 channels, such as A/B/C: dtype: 0x9 (0:ENV_BLOCK) becomes 0x0",
+         {"daqvariables does not hold stream, which changes in 1 channel, such as A/B/C: stream: 7 becomes 0",
+          "daqvariables does not hold dtype, which changes in 2 channels, such as A/B/C: dtype: 0x9 "
+          "(0:ENV_BLOCK) becomes 0x0",
           "daqvariables changes bits in 1 channel, such as A/B/D: bits[3].bit_name: \"on\" becomes \"\""}},
         {{"--to", "table"}, table_plain},
         {{"--to", "table", "--shift"}, table_shifted},
-        {{"--to", "table", "--keep-duplicates"}, table_unmerged},
+        {{"--to", "table", "--keep-duplicates", "--force"},
+         table_unmerged,
+         {"A/B/C (2): the record is left out"}},
         {{"--to", "summary", "--shift"}, summary_shifted},
     };
     for (const conversion &row : conversions) {
@@ -258,6 +259,12 @@ TEST_F(Command, RefusesFormsAndOptionsOfOtherKinds) {
                               "zeb5xml: channels.xml: --to envindexdict is not for channel descriptions\n"}));
     EXPECT_EQ(run({"convert", "channels.xml", "--to", "table", "--layout", "2010"}),
               (command_result{1, "", "zeb5xml: channels.xml: --layout is not for channel descriptions\n"}));
+}
+
+TEST_F(Command, SaysHowToReadJson) {
+    for (const char *json : {"{}", " \n[\n]"})
+        EXPECT_EQ(run({"convert", "-", "--to", "table"}, json),
+                  (command_result{1, "", "zeb5xml: standard input: is no XML; --from json reads JSON\n"}));
 }
 
 // Where output goes

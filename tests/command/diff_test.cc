@@ -69,6 +69,30 @@ TEST_F(Diff, CanonicalSortsNumbersByTheirValue) {
         "\n");
 }
 
+// The order of records with one identity once showed
+TEST_F(Diff, CanonicalSortsRecordsAndPartsOfOneIdentityByContent) {
+    const std::string lines =
+        R"({"kind":"dictionary entry","index":1,"env_prop":"P","env_ch_abs_delta":0,"env_ch_rel_delta":0})"
+        "\n"
+        R"({"kind":"dictionary entry","index":1,"env_prop":"Q","env_ch_abs_delta":0,"env_ch_rel_delta":0})"
+        "\n";
+    EXPECT_EQ(folder.run({"canonical", "-"}, dictionary(entry("1", "P") + entry("1", "Q"))),
+              (command_result{0, lines, ""}));
+    EXPECT_EQ(folder.run({"canonical", "-"}, dictionary(entry("1", "Q") + entry("1", "P"))),
+              (command_result{0, lines, ""}));
+    const std::string on = "<BIT>1<BIT_NAME>on</BIT_NAME></BIT>",
+                      off = "<BIT>1<BIT_NAME>off</BIT_NAME></BIT>";
+    const std::string before = "<CHANNEL><PROP>A</PROP><NAME>N.A</NAME><UNITS>V</UNITS>",
+                      after = "</CHANNEL>";
+    const std::string channel = json_of("A", no_event,
+                                        R"({"bit":1,"bit_name":"off","bit_desc":""},)"
+                                        R"({"bit":1,"bit_name":"on","bit_desc":""})") +
+                                "\n";
+    for (const std::string &bits : {on + off, off + on})
+        EXPECT_EQ(folder.run({"canonical", "-"}, document(before + bits + after)),
+                  (command_result{0, channel, ""}));
+}
+
 TEST_F(Diff, CanonicalWritesNothingOfAFaultyDocument) {
     EXPECT_EQ(
         folder.run({"canonical", "-"}, "<ENVINDEXDICT>" + entry("1", "P") + "<x></ENVINDEXDICT>"),
@@ -105,10 +129,46 @@ TEST_F(Diff, TellsFieldsAndPartsAndRecords) {
                               ""}));
 }
 
-TEST_F(Diff, MatchesRecordsOfOneIdentityInTheirOrder) {
+TEST_F(Diff, MatchesThoseRecordsOfOneIdentityThatAreMostAlike) {
     EXPECT_EQ(diff(dictionary(entry("1", "P") + entry("1", "Q")),
                    dictionary(entry("1", "P") + entry("1", "R") + entry("1", "S"))),
               (command_result{1, "index 1 (2): env_prop: \"Q\" -> \"R\"\nindex 1 (3): added\n", ""}));
+    EXPECT_EQ(diff(dictionary(entry("1", "Q") + entry("1", "P")), dictionary(entry("1", "P"))),
+              (command_result{1, "index 1 (2): removed\n", ""}));
+    const std::string one = "<CHANNEL><PROP>A</PROP><NAME>M</NAME><UNITS>V</UNITS></CHANNEL>",
+                      other = "<CHANNEL><PROP>A</PROP><NAME>N</NAME><DESC>D</DESC></CHANNEL>",
+                      changed = "<CHANNEL><PROP>A</PROP><NAME>N</NAME><DESC>E</DESC></CHANNEL>";
+    EXPECT_EQ(diff(document(one + other), document(changed)),
+              (command_result{1, "A: removed\nA (2): prop_desc: \"D\" -> \"E\"\n", ""}));
+    EXPECT_EQ(diff(document(changed), document(other + one)),
+              (command_result{1, "A: prop_desc: \"E\" -> \"D\"\nA (2): added\n", ""}));
+}
+
+TEST_F(Diff, MatchesPartsOfOneIdentityWhateverTheirOrder) {
+    const std::string on = "<BIT>1<BIT_NAME>on</BIT_NAME></BIT>",
+                      off = "<BIT>1<BIT_NAME>off</BIT_NAME></BIT>",
+                      open = "<BIT>1<BIT_NAME>open</BIT_NAME></BIT>";
+    const auto channel = [](const std::string &bits) {
+        return document("<CHANNEL><PROP>A</PROP>" + bits + "</CHANNEL>");
+    };
+    EXPECT_EQ(diff(channel(on + off), channel(off + on)), (command_result{0, "", ""}));
+    EXPECT_EQ(diff(channel(on + off), channel(open + on)),
+              (command_result{1, "A: bits[1].bit_name: \"off\" -> \"open\"\n", ""}));
+}
+
+// Many of one identity are not compared each with each
+TEST_F(Diff, MatchesManyRecordsOfOneIdentity) {
+    std::string before, after = entry("1", "new");
+    for (int i = 10; i < 99; ++i) {
+        before += entry("1", "old" + std::to_string(i));
+        after += entry("1", (i < 50 ? "old" : "other") + std::to_string(i));
+    }
+    std::string changes = "index 1 (41): env_prop: \"old50\" -> \"new\"\n";
+    for (int i = 51; i < 99; ++i)
+        changes += "index 1 (" + std::to_string(i - 9) + "): env_prop: \"old" + std::to_string(i) +
+                   "\" -> \"other" + std::to_string(i - 1) + "\"\n";
+    EXPECT_EQ(diff(dictionary(before), dictionary(after)),
+              (command_result{1, changes + "index 1 (90): added\n", ""}));
 }
 
 TEST_F(Diff, NamesEventTypes) {

@@ -113,12 +113,55 @@ TEST_F(Export, MakesATable) {
                               ""}));
 }
 
-TEST_F(Export, EscapesWhatSeparatesTheCellsOfTsv) {
-    EXPECT_EQ(run({"-", "--format", "tsv"},
-                  "<ENVINDEXDICT><CHANNEL><INDEX>1</INDEX><PROP>a\tb\nc\\d</PROP></CHANNEL></ENVINDEXDICT>"),
+/// A text, and what stands for it in a cell.
+struct cell_case {
+    const char *written; // in the document
+    const char *csv;     // RFC 4180: quotes around what separates cells or rows, and doubled inside
+    const char *tsv;
+};
+const cell_case cell_cases[] = {
+    {"plain", "plain", "plain"},
+    {" a ", " a ", " a "},
+    {"a,b", "\"a,b\"", "a,b"},
+    {"a;b'", "a;b'", "a;b'"},
+    {"a\"b", "\"a\"\"b\"", "a\"b"},
+    {"\"", "\"\"\"\"", "\""},
+    {"a\tb", "a\tb", "a\\tb"},
+    {"a\nb", "\"a\nb\"", "a\\nb"},
+    {"&#13;b", "\"\rb\"", "\\rb"},
+    {"a\\tb\\", "a\\tb\\", "a\\\\tb\\\\"},
+    {"\xc2\xb5\xe2\x80\xa8", "\xc2\xb5\xe2\x80\xa8", "\xc2\xb5\xe2\x80\xa8"},
+};
+
+TEST_F(Export, KeepsEveryTextInATable) {
+    std::string entries, csv = "index,env_prop,env_ch_abs_delta,env_ch_rel_delta,latin_1\r\n",
+                         tsv = "index\tenv_prop\tenv_ch_abs_delta\tenv_ch_rel_delta\tlatin_1\n";
+    for (const cell_case &row : cell_cases) {
+        entries += "<CHANNEL><INDEX>1</INDEX><PROP>" + std::string(row.written) + "</PROP></CHANNEL>";
+        csv += "1," + std::string(row.csv) + ",0,0,\r\n";
+        tsv += "1\t" + std::string(row.tsv) + "\t0\t0\t\n";
+    }
+    const std::string document = "<ENVINDEXDICT>" + entries + "</ENVINDEXDICT>";
+    EXPECT_EQ(run({"-", "--format", "csv"}, document), (command_result{0, csv, ""}));
+    EXPECT_EQ(run({"-", "--format", "tsv"}, document), (command_result{0, tsv, ""}));
+}
+
+TEST_F(Export, KeepsTheJsonOfACellAsItIs) {
+    const std::string document =
+        "<BMR><EVENT><TYPE>4</TYPE><SBLOCK>a\"b\\</SBLOCK><CHLIST><CHAN>c\td</CHAN></CHLIST>"
+        "</EVENT></BMR>";
+    EXPECT_EQ(run({"-", "--format", "csv"}, document),
               (command_result{0,
-                              "index\tenv_prop\tenv_ch_abs_delta\tenv_ch_rel_delta\tlatin_1\n"
-                              "1\ta\\tb\\nc\\\\d\t0\t0\t\n",
+                              "evtype,evtype_name,timeup,timelow,tmask,priority,sb_list,latin_1\r\n"
+                              R"(4,ENV,0,0,0,0,"[{""sb_list"":""a\""b\\"",""ch_list"":[""c\td""]}]",)"
+                              "\r\n",
+                              ""}));
+    EXPECT_EQ(run({"-", "--format", "tsv"}, document),
+              (command_result{0,
+                              "evtype\tevtype_name\ttimeup\ttimelow\ttmask\tpriority\tsb_list\tlatin_1\n"
+                              "4\tENV\t0\t0\t0\t0\t"
+                              R"([{"sb_list":"a\\"b\\\\","ch_list":["c\\td"]}])"
+                              "\t\n",
                               ""}));
 }
 

@@ -30,10 +30,10 @@ TEST_F(JsonRecords, AreObjectsOrOneArrayInAnyLayout) {
 
 TEST_F(JsonRecords, NeedNoKindWhenTheFormTellsIt) {
     EXPECT_EQ(convert(R"({"index":1,"env_prop":"P","env_ch_abs_delta":"inf"})", "envindexdict").status, 0);
-    EXPECT_EQ(convert("", "envindexdict").status, 0);
-    EXPECT_EQ(convert(""), (command_result{1, "",
-                                           "zeb5xml: standard input: holds no record that tells which kind "
-                                           "the table is of\n"}));
+    EXPECT_EQ(convert("[]", "envindexdict").status, 0);
+    EXPECT_EQ(convert("[]"), (command_result{1, "",
+                                             "zeb5xml: standard input: holds no record that tells which kind "
+                                             "the table is of\n"}));
 }
 
 TEST_F(JsonRecords, HaveNoLossesWhenTheyAreWritten) {
@@ -51,44 +51,114 @@ struct refusal {
     const char *reason;
 };
 const refusal refusals[] = {
-    {"{\"prop_name\":\"A\"}", "record 1: has no kind: channel or dictionary entry"},
-    {"{\"kind\":\"event\"}", "record 1: its kind must be channel or dictionary entry here"},
-    {"{\"kind\":\"channel\"}", "record 1: has no prop_name"},
-    {"{\"kind\":\"channel\",\"prop_name\":null}", "record 1: has no prop_name"},
+    {"{\"prop_name\":\"A\"}", "1: record 1: has no kind: channel or dictionary entry"},
+    {"{\"kind\":\"event\"}", "1: record 1: its kind must be channel or dictionary entry here"},
+    {"{\"kind\":\"channel\"}", "1: record 1: has no prop_name"},
+    {"{\"kind\":\"channel\",\"prop_name\":null}", "1: record 1: has no prop_name"},
     {"{\"kind\":\"channel\",\"prop_name\":\"A\",\"unit\":\"V\"}",
-     "record 1: 'unit' is no field of a channel; did you mean 'units'?"},
-    {"{\"kind\":\"channel\",\"prop_name\":1}", "record 1: prop_name: is no text"},
-    {"{\"kind\":\"channel\",\"prop_name\":\"\\u0000\"}", "record 1: prop_name: has a NUL character"},
+     "1: record 1: 'unit' is no field of a channel; did you mean 'units'?"},
+    {"{\"kind\":\"channel\",\"prop_name\":1}", "1: record 1: prop_name: is no text"},
+    {"{\"kind\":\"channel\",\"prop_name\":\"\\u0000\"}", "1: record 1: prop_name: has a NUL character"},
     {"{\"kind\":\"channel\",\"prop_name\":\"A\",\"units\":\"0123456789abcdef\"}",
-     "record 1: units: is 16 bytes long; the field holds 15"},
+     "1: record 1: units: is 16 bytes long; the field holds 15"},
     {"{\"kind\":\"channel\",\"prop_name\":\"A\",\"count\":2147483648}",
-     "record 1: count: is not in the range from -2147483648 to 2147483647"},
+     "1: record 1: count: is not in the range from -2147483648 to 2147483647"},
     {"{\"kind\":\"channel\",\"prop_name\":\"A\",\"ev_type\":-1}",
-     "record 1: ev_type: is not in the range from 0 to 4294967295"},
-    {"{\"kind\":\"channel\",\"prop_name\":\"A\",\"count\":1.5}", "record 1: count: is no whole number"},
-    {"{\"kind\":\"channel\",\"prop_name\":\"A\",\"count\":\"1\"}", "record 1: count: is no whole number"},
-    {"{\"kind\":\"channel\",\"prop_name\":\"A\",\"bits\":3}", "record 1: bits: is no list"},
-    {"{\"kind\":\"channel\",\"prop_name\":\"A\",\"bits\":[{\"bit\":1},{}]}", "record 1: bits[1]: has no bit"},
+     "1: record 1: ev_type: is not in the range from 0 to 4294967295"},
+    {"{\"kind\":\"channel\",\"prop_name\":\"A\",\"count\":1.5}", "1: record 1: count: is no whole number"},
+    {"{\"kind\":\"channel\",\"prop_name\":\"A\",\"count\":\"1\"}", "1: record 1: count: is no whole number"},
+    {"{\"kind\":\"channel\",\"prop_name\":\"A\",\"bits\":3}", "1: record 1: bits: is no list"},
+    {"{\"kind\":\"channel\",\"prop_name\":\"A\",\"bits\":[{\"bit\":1},{}]}",
+     "1: record 1: bits[1]: has no bit"},
     {"{\"kind\":\"channel\",\"prop_name\":\"A\",\"units\":\"\\u20ac\",\"latin_1\":[\"units\"]}",
-     "record 1: units: has a character that ISO-8859-1 has not"},
+     "1: record 1: units: has a character that ISO-8859-1 has not"},
     {"{\"kind\":\"channel\",\"prop_name\":\"A\"} {\"kind\":\"dictionary entry\",\"index\":1}",
-     "record 2: is of another kind than the records before"},
-    {"[{\"kind\":\"channel\",\"prop_name\":\"A\"},[{}]]", "record 2: is no object"},
-    {"[7]", "record 1: is no object"},
-    {"[{\"kind\":\"channel\",\"prop_name\":\"A\"}", "record 2: parse error at line 1, column 36: syntax "
-                                                    "error while parsing array - unexpected end of input; "
-                                                    "expected ']'"},
-    {"{\"kind\":\"channel\",\"prop_name\":\"\xb5\"}",
-     "record 1: parse error at line 1, column 32: syntax error while parsing value - invalid string: "
-     "ill-formed "
-     "UTF-8 byte; last read: '\"\xb5'"},
+     "1: record 2: is of another kind than the records before"},
+    {"[{\"kind\":\"channel\",\"prop_name\":\"A\"},[{}]]", "1: record 2: is no object"},
+    {"[7]", "1: record 1: is no object"},
+    {"\n7", "2: record 1: is no object"},
+    {"[[]]", "1: record 1: is no object"},
+    // The record begins in line 3
+    {"{\"kind\":\"channel\",\"prop_name\":\"A\"}\n\n{\n\"kind\":\"channel\",\n\"prop_name\":\"B\","
+     "\n\"count\":[]}",
+     "3: record 2: count: is no whole number"},
+    // What is no JSON
+    {"[{\"kind\":\"channel\",\"prop_name\":\"A\"}\n",
+     "1: record 2: syntax error while parsing array - unexpected end of input; expected ']'"},
+    {"{\"kind\":\"channel\",\"prop_name\":\"A\"}\n\n{\"kind\":\"channel\",\"prop_name\":\"\xb5\"}",
+     "3: record 2: syntax error while parsing value - invalid string: ill-formed UTF-8 byte; last read: "
+     "'\"\\xb5'"},
+    {"<BMR/>", "1: record 1: syntax error while parsing value - invalid literal; last read: '<'"},
+    // A key that stands twice: the later value once won in silence
+    {"{\"kind\":\"channel\",\"prop_name\":\"A\",\n\"units\":\"V\",\n\"units\":\"V\"}",
+     "3: record 1: the key \"units\" stands twice in one object"},
+    {"[{\"kind\":\"channel\",\"prop_name\":\"A\"},\n"
+     "{\"kind\":\"channel\",\"prop_name\":\"B\",\"bits\":[{\"bit\":1},\n{\"bit\":2,\"bit\":2}]}]",
+     "3: record 2: the key \"bit\" stands twice in one object"},
 };
 
 TEST_F(JsonRecords, AreRefusedWhenARecordCannotHoldThem) {
     for (const refusal &row : refusals)
         EXPECT_EQ(convert(row.json),
-                  (command_result{1, "", "zeb5xml: standard input: " + std::string(row.reason) + "\n"}))
+                  (command_result{1, "", "zeb5xml: standard input:" + std::string(row.reason) + "\n"}))
             << row.json;
+}
+
+TEST_F(JsonRecords, HaveNoTypeNumbersAndNoDuplicates) {
+    for (const std::string option : {"--shift", "--keep-duplicates"})
+        EXPECT_EQ(
+            folder.run({"convert", "--from", "json", "-", "--to", "table", option}, "[]"),
+            (command_result{1, "",
+                            "zeb5xml: standard input: " + option + " is for XML: JSON is taken as it is\n"}));
+}
+
+// JSON ends at a NUL byte for some programs, and what followed was once dropped in silence
+TEST_F(JsonRecords, AreRefusedWhereANulByteStands) {
+    const std::string record = R"({"kind":"channel","prop_name":"A"})", nul(1, '\0');
+    const std::pair<std::string, const char *> inputs[] = {
+        {record + "\n" + nul + record, "2: record 2"},
+        {"[" + record + "]" + nul + "[]", "1: record 2"},
+        {"[" + record + ",\n" + nul, "2: record 2"},
+        {"\n" + record.substr(0, 20) + nul, "2: record 1"},
+        {"{" + nul, "1: record 1"}, // as UTF-16 has it
+        {record.substr(0, record.size() - 2) + nul + "\"}", "1: record 1"},
+    };
+    for (const auto &[json, where] : inputs)
+        EXPECT_EQ(convert(json),
+                  (command_result{
+                      1, "", "zeb5xml: standard input:" + std::string(where) + ": there is a NUL byte\n"}));
+}
+
+TEST_F(JsonRecords, MayBeginWithAByteOrderMark) {
+    for (const char *json : {R"({"kind":"channel","prop_name":"A","daq_name":"N","ev_type":4})",
+                             R"([{"kind":"channel","prop_name":"A","daq_name":"N","ev_type":4}])"})
+        EXPECT_EQ(convert(std::string("\xef\xbb\xbf") + json), (command_result{0, table_of_a, ""}));
+}
+
+// A program before in the pipe may have failed, and the old file is to stay
+TEST_F(JsonRecords, AreNotMadeOfAnEmptyDocument) {
+    folder.write("out.xml", "old");
+    for (const char *json : {"", " \n"})
+        EXPECT_EQ(
+            folder.run({"convert", "--from", "json", "-", "--to", "chandescriptions", "-o", "out.xml"}, json),
+            (command_result{1, "",
+                            "zeb5xml: standard input: the document is empty; no records at all are []\n"}));
+    EXPECT_EQ(folder.text("out.xml"), "old");
+}
+
+// The blocks in which a file is read do not show
+TEST_F(JsonRecords, KnowTheirLineInALongFile) {
+    std::string lines;
+    for (int i = 0; i < 5000; ++i)
+        lines += R"({"kind":"channel","prop_name":")" + std::to_string(i) + "\"}\n";
+    EXPECT_EQ(
+        convert(lines + "{}\n"),
+        (command_result{
+            1, "", "zeb5xml: standard input:5001: record 5001: has no kind: channel or dictionary entry\n"}));
+    EXPECT_EQ(
+        convert(lines + "\n{\"a\":0,\"a\":0}\n"),
+        (command_result{
+            1, "", "zeb5xml: standard input:5002: record 5001: the key \"a\" stands twice in one object\n"}));
 }
 
 } // namespace

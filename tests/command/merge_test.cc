@@ -69,7 +69,50 @@ TEST_F(Merge, WritesNothingWhenADocumentIsFaultyOrOfAnotherKind) {
                   "zeb5xml: merged channels: &: prop_name: \"&\" makes the document ill-formed, as it is "
                   "written without escaping\n"
                   "zeb5xml: merged channels: nothing written, as values would be lost\n"}));
+    EXPECT_EQ(
+        folder.run({"merge", "a.xml", "-", "-o", "out.xml"},
+                   document("<CHANNEL><PROP>C</PROP><UNIT>V</UNIT><NAME>N</NAME></CHANNEL>")),
+        (command_result{1, "",
+                        "zeb5xml: standard input:1:42: channel 'C': no reader knows <UNIT>; did you mean "
+                        "<UNITS>? [unknown-element]\n"
+                        "zeb5xml: merged channels: nothing written, as values would be lost; `zeb5xml "
+                        "convert --force` writes a document without what is dropped\n"}));
     EXPECT_EQ(folder.text("out.xml"), "old");
+}
+
+// Its reader merges channels of one property by itself
+TEST_F(Merge, WritesNothingWhenAReaderDropsAChannel) {
+    EXPECT_EQ(
+        folder.run({"merge", "-"}, "<DAQvariables><DaqFloat><orvin>A</orvin><daqName>N</daqName></DaqFloat>"
+                                   "<DaqFloat><orvin>A</orvin><units>V</units></DaqFloat></DAQvariables>"),
+        (command_result{
+            1, "",
+            "zeb5xml: standard input:1:82: another channel has the same <orvin> 'A': only event types are "
+            "merged into it, and the rest of this one is ignored; the first is at 1:25 "
+            "[duplicate-identity]\n"
+            "zeb5xml: merged channels: nothing written, as values would be lost; `zeb5xml convert --force` "
+            "writes a document without what is dropped\n"}));
+}
+
+// Equal texts are equal whatever the encoding and the dialect of their document
+TEST_F(Merge, FindsNoDisagreementBetweenEncodings) {
+    const std::string latin_1 = "<?xml version=\"1.0\" encoding=\"ISO-8859-1\"?>";
+    folder.write("utf8.xml", document("<CHANNEL><PROP>\xc2\xb5</PROP><NAME>N\xc3\xa4</NAME>"
+                                      "<UNITS>\xc2\xb5V</UNITS></CHANNEL>"));
+    folder.write("latin1.xml", latin_1 + document("<CHANNEL><PROP>\xb5</PROP><NAME>N\xe4</NAME>"
+                                                  "<UNITS>\xb5V</UNITS></CHANNEL>"));
+    folder.write("variables.xml", latin_1 +
+                                      "<DAQvariables><DaqFloat><orvin>\xb5</orvin><daqName>N\xe4</daqName>"
+                                      "<units>\xb5V</units></DaqFloat></DAQvariables>");
+    const command_result once = folder.run({"convert", "latin1.xml", "--to", "chandescriptions"});
+    EXPECT_EQ(folder.run({"merge", "utf8.xml", "latin1.xml", "variables.xml"}), once);
+    EXPECT_EQ(once.err, "");
+    EXPECT_EQ(folder.run({"diff", "utf8.xml", "latin1.xml"}), (command_result{0, "", ""}));
+    EXPECT_EQ(
+        folder.run({"diff", "utf8.xml", "variables.xml"}),
+        (command_result{0, "",
+                        "zeb5xml: not compared, as daqvariables does not hold them: stream, dtype, count, "
+                        "db_key, sb_name, bits, dims.stats\n"}));
 }
 
 } // namespace

@@ -1,11 +1,10 @@
 #include <memory>
 #include <string>
 
-#include "differences.h"
 #include "failure.h"
-#include "json_text.h"
 #include "output.h"
 #include "read_records.h"
+#include "record_order.h"
 #include "subcommand.h"
 
 namespace {
@@ -14,11 +13,8 @@ int canonical(const std::string &path) {
     const read_records records(path);
     records.require_all("nothing written");
     output_buffer out;
-    for (const size_t place : places_by_identity(*records.list)) {
-        record fields = records.list->at(place);
-        sort_parts(fields, records.list->type());
-        out.add(json_text(fields, records.list->type()) + "\n");
-    }
+    for (const keyed_place &one : sorted_places(*records.list))
+        out.add(content_of(records.list->at(one.place), records.list->type()) + "\n");
     out.flush();
     return STATUS_DONE;
 }
@@ -31,9 +27,9 @@ subcommand canonical_subcommand() {
             "Write the records of a document so that equal ones give equal lines",
             "One JSON object a line, as `zeb5xml export` writes it, sorted by identity: property, event "
             "type, index\n"
-            "or name of the feature. Bits, dimensions and server blocks are sorted alike. The date of a "
-            "document\n"
-            "and its dialect make no difference.\n"
+            "or name of the feature; those of one identity, by content. Bits, dimensions and server blocks "
+            "are\n"
+            "sorted alike. The date of a document and its dialect make no difference.\n"
             "To have git compare records instead of text:\n"
             "  git config diff.zeb5xml.textconv 'zeb5xml canonical'\n"
             "  echo 'channels*.xml diff=zeb5xml' >> .gitattributes\n",

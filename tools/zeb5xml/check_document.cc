@@ -160,7 +160,7 @@ std::vector<placed_finding> placed(const std::vector<finding> &findings, std::st
     result.reserve(findings.size());
     text_places places(text);
     for (const finding &one : findings)
-        result.push_back({places.place_of(one.at), one.id, one.message, one.kept});
+        result.push_back({places.place_of(one.at), one.id, one.message, one.kept, one.loses});
     std::vector<std::size_t> with_first;
     for (std::size_t i = 0; i < findings.size(); ++i)
         if (findings[i].first != finding::none)

@@ -13,6 +13,7 @@ struct placed_finding {
     rule id;
     std::string message;
     std::size_t kept = finding::none; // bytes of a field that is cut
+    bool loses = false;               // readers drop what stands there, as finding::loses says
 };
 
 /// Checks the bytes of a document. The findings come in the order of the document.

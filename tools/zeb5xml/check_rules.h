@@ -72,6 +72,7 @@ struct finding {
     std::string message;
     std::size_t first = none; // where the token stands that it is in conflict with
     std::size_t kept = none;  // bytes of a field that is cut
+    bool loses = false;       // readers drop what stands there; for rules that do not always mean it
 };
 
 #endif

@@ -1,12 +1,15 @@
 #include <algorithm>
+#include <fstream>
 #include <memory>
 
 #include "document_kinds.h"
 #include "failure.h"
 #include "form_losses.h"
 #include "json_records.h"
+#include "reading_losses.h"
 #include "standard_streams.h"
 #include "subcommand.h"
+#include "unread_elements.h"
 #include "write_records.h"
 
 namespace {
@@ -53,20 +56,38 @@ void require_options_for(const record_kind &kind, const convert_options &options
             throw failure(STATUS_DOCUMENT, name + ": " + option + " is not for " + kind.with_article);
 }
 
+/// The records as they stand in the document: none merged into another.
+std::unique_ptr<record_list> unmerged(const document &source, const document_kind &kind, bool shift) {
+    std::unique_ptr<record_list> all = kind.make({shift, true});
+    held_output({1, 2}, [&] { all->read_to_convert(source); }); // nothing new is said
+    return all;
+}
+
 records_read read_xml(const document &source, const convert_options &options) {
     const document_kind &kind = kind_of(source);
-    form_of(kind, options, source.name); // refused before anything is read
+    const form &to = form_of(kind, options, source.name); // refused before anything is read
     require_options_for(kind, options, source.name);
     records_read result{&kind, kind.make(conversion_of(options)), {}};
     int problems = 0;
     run_library(source.name, [&] { problems = result.list->read_to_convert(source); });
     if (problems != 0)
         throw failure(STATUS_DOCUMENT, source.name + ": not read without errors: nothing written");
-    result.losses = lost_in_reading(source, result.list->type());
+    for (const std::string &line : unread_elements(source))
+        tell(line); // nobody expects these in another document
+    result.losses = lost_in_reading(source, result.list->type(), to);
+    if (kind.writes_once && !options.keep_duplicates)
+        result.losses += lost_in_merging(source, *unmerged(source, kind, options.shift), *result.list, to);
+    if (options.shift)
+        result.losses += lost_in_shifting(source, *unmerged(source, kind, false));
     return result;
 }
 
 records_read read_json(const document &source, const convert_options &options) {
+    for (const auto &[option, is_given] :
+         {std::pair("--shift", options.shift), std::pair("--keep-duplicates", options.keep_duplicates)})
+        if (is_given)
+            throw failure(STATUS_DOCUMENT,
+                          source.name + ": " + option + " is for XML: JSON is taken as it is");
     const std::vector<const record_kind *> kinds = kinds_of_form(options.to);
     json_records read = read_json_records(source, kinds, conversion_of(options));
     if (!read.kind && kinds.size() > 1)
@@ -79,8 +100,17 @@ records_read read_json(const document &source, const convert_options &options) {
     return result;
 }
 
+/// Whether a document begins as JSON does.
+bool looks_like_json(const document &source) {
+    std::ifstream file(source.path);
+    const auto first = (file >> std::ws).peek();
+    return first == '{' || first == '[';
+}
+
 int convert(const convert_options &options) {
     const document source = read_document(options.file);
+    if (options.from == "xml" && looks_like_json(source))
+        throw failure(STATUS_DOCUMENT, source.name + ": is no XML; --from json reads JSON");
     const records_read records =
         options.from == "json" ? read_json(source, options) : read_xml(source, options);
     const form &to = form_of(*records.kind, options, source.name);
@@ -100,14 +130,21 @@ subcommand convert_subcommand() {
         "table or\n"
         "summary (text); --shift and --keep-duplicates are for them. An env index dictionary can be had as\n"
         "envindexdict (XML) or table (text); --layout is for it.\n"
-        "Nothing is written when FILE cannot be read without errors, or when a value would be lost: XML is "
-        "read\n"
-        "back before OUT is replaced, and each value that does not come back is named on standard error.\n"
-        "Fields that a form never holds (daqvariables has no STREAM, DTYPE, COUNT, DB_KEY, SB_NAME and STAT) "
-        "are\n"
-        "named once, and the rest is written. Text cannot be read back: a table has no DTYPE, COUNT, "
-        "DB_KEY,\n"
-        "SB_NAME and SUBSYSTEM, a summary only name, size and first data type.\n"
+        "Nothing is written when FILE cannot be read without errors, or when a value would be lost. Each "
+        "such\n"
+        "value is named on standard error: what `zeb5xml check` finds that readers drop, cut or misread, "
+        "with\n"
+        "its rule; fields of channels that are merged into one of the same property; records of a property\n"
+        "that is written already; texts that break the rows of a text form; and what does not come back "
+        "from\n"
+        "XML, which is read before OUT is replaced.\n"
+        "Fields that a form never holds (daqvariables has no STREAM, DTYPE, COUNT, DB_KEY, SB_NAME and "
+        "STAT),\n"
+        "and elements that no reader takes, are named once, and the rest is written. Text cannot be read "
+        "back:\n"
+        "a table has no DTYPE, COUNT, DB_KEY, SB_NAME and SUBSYSTEM, a summary only name, size and first "
+        "data\n"
+        "type.\n"
         "A UTF-16 FILE goes through the file reader, which merges no duplicates under CHANDESCRIPTIONS and "
         "shifts\n"
         "no evType under DAQvariables.\n",

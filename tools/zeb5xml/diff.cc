@@ -154,8 +154,9 @@ subcommand diff_subcommand() {
         "the\n"
         "date and the dialect make no difference; what DAQvariables does not hold is compared only between "
         "two\n"
-        "documents in this dialect. One line tells a changed field, an added or a removed record;\n"
-        "json is one array of objects.\n",
+        "documents in this dialect. Of several records with one identity, those that are most alike are "
+        "compared.\n"
+        "One line tells a changed field, an added or a removed record; json is one array of objects.\n",
         {{"A", &options->before, "Document of any kind; - is standard input", argument::REQUIRED},
          {"B", &options->after, "Document of the same kind, after the changes", argument::REQUIRED},
          {"--format", &options->format, "text (the default) or json", argument::OPTIONAL, {"text", "json"}},

@@ -2,15 +2,15 @@
 #define ZEB5XML_DIFFERENCES_H
 
 /// What differs between records. Records are matched by their identity and not by their place, and so are
-/// the parts of records; of several with one identity, the first is matched with the first.
+/// the parts of records; of several with one identity, those are matched that are most alike.
 
 #include <functional>
 #include <optional>
 #include <string>
 #include <vector>
 
-#include "document_kinds.h"
 #include "record.h"
+#include "record_list.h"
 
 /// One field that differs, or one part that only one of the records has.
 struct difference {
@@ -41,11 +41,5 @@ struct record_pair {
 /// time.
 void for_each_pair(const record_list &before, const record_list &after,
                    const std::function<void(const record_pair &)> &action);
-
-/// Places of the records, sorted by identity.
-std::vector<size_t> places_by_identity(const record_list &list);
-
-/// Sorts the parts of the record by identity, and the parts of these.
-void sort_parts(record &fields, const record_type &type);
 
 #endif

@@ -29,6 +29,14 @@ size_t loss_of(const form &to, const difference &one) {
     return i;
 }
 
+bool is_held(const form_loss &loss) { return loss.was || !loss.is_accepted; }
+
+bool holds(const form &one, const std::string &field) {
+    return std::none_of(one.losses.begin(), one.losses.end(), [&](const form_loss &loss) {
+        return !is_held(loss) && is_at_or_below(field, loss.field);
+    });
+}
+
 texts fields_not_held(const form &one) {
     texts fields;
     for (const form_loss &loss : one.losses)

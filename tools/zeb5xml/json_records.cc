@@ -1,12 +1,12 @@
 #include "json_records.h"
 
 #include <cmath>
-#include <fstream>
 
-#include <nlohmann/json.hpp> // in this file alone, as it takes long to compile
+#include <nlohmann/json.hpp> // in as few files as possible, as it takes long to compile
 
 #include "failure.h"
 #include "field_names.h"
+#include "json_objects.h"
 #include "nearest.h"
 #include "text_encoding.h"
 #include "words.h"
@@ -138,80 +138,32 @@ record record_from(const json &object, const record_type &type, const texts &oth
     return fields;
 }
 
-/// Takes one object after the other.
-class object_reader {
-public:
-    object_reader(const document &source, const std::vector<const record_kind *> &kinds,
-                  const conversion &how)
-        : source_(source), kinds_(kinds), how_(how) {}
-
-    void read_all() {
-        std::ifstream stream(source_.path, std::ios::binary);
-        try {
-            if ((stream >> std::ws).peek() == '[')
-                read_array(stream);
-            else
-                while (!stream.eof()) {
-                    json object;
-                    stream >> object >> std::ws;
-                    take(object);
-                }
-        } catch (const json::exception &problem) {
-            const std::string what = problem.what(); // "[its name] the reason"
-            refuse(where(), what.substr(what.find("] ") + 2));
-        }
+/// Returns the kind that the object names, or the only one that there is.
+const record_kind &kind_of(const json &object, const std::vector<const record_kind *> &kinds,
+                           const std::string &where) {
+    texts names;
+    for (const record_kind *kind : kinds) {
+        names.push_back(kind->type->name);
+        if (is_given(object, "kind") ? object["kind"] == kind->type->name : kinds.size() == 1)
+            return *kind;
     }
-
-    json_records result;
-
-private:
-    /// Objects are taken as they end, so that only one is held at a time.
-    void read_array(std::ifstream &stream) {
-        const json emptied = json::parse(stream, [&](int depth, json::parse_event_t event, json &parsed) {
-            const bool is_element = depth == 1 && event != json::parse_event_t::object_start;
-            if (is_element)
-                take(parsed);
-            return !is_element;
-        });
-    }
-
-    void take(const json &object) {
-        const record_kind &kind = kind_of(object);
-        if (result.kind && result.kind != &kind)
-            refuse(where(), "is of another kind than the records before");
-        if (!result.kind)
-            result = {&kind, kind.make(how_)};
-        result.list->append(
-            record_from(object, result.list->type(), {"source", "kind", LATIN_1_FIELDS}, where(), false));
-    }
-
-    const record_kind &kind_of(const json &object) const {
-        if (!object.is_object())
-            refuse(where(), "is no object");
-        texts names;
-        for (const record_kind *kind : kinds_) {
-            names.push_back(kind->type->name);
-            if (is_given(object, "kind") ? object["kind"] == kind->type->name : kinds_.size() == 1)
-                return *kind;
-        }
-        refuse(where(), is_given(object, "kind") ? "its kind must be " + joined(names, " or ") + " here"
-                                                 : "has no kind: " + joined(names, " or "));
-    }
-
-    std::string where() const {
-        return source_.name + ": record " + std::to_string(result.list ? result.list->size() + 1 : 1);
-    }
-
-    const document &source_;
-    const std::vector<const record_kind *> &kinds_;
-    const conversion &how_;
-};
+    refuse(where, is_given(object, "kind") ? "its kind must be " + joined(names, " or ") + " here"
+                                           : "has no kind: " + joined(names, " or "));
+}
 
 } // namespace
 
 json_records read_json_records(const document &source, const std::vector<const record_kind *> &kinds,
                                const conversion &how) {
-    object_reader reader(source, kinds, how);
-    reader.read_all();
-    return std::move(reader.result);
+    json_records result;
+    each_json_object(source, [&](const json &object, const std::string &where) {
+        const record_kind &kind = kind_of(object, kinds, where);
+        if (result.kind && result.kind != &kind)
+            refuse(where, "is of another kind than the records before");
+        if (!result.kind)
+            result = {&kind, kind.make(how)};
+        result.list->append(
+            record_from(object, result.list->type(), {"source", "kind", LATIN_1_FIELDS}, where, false));
+    });
+    return result;
 }

@@ -3,14 +3,16 @@
 #include <string>
 #include <vector>
 
-#include "differences.h"
 #include "failure.h"
 #include "form_losses.h"
+#include "lost_fields.h"
 #include "parse_chan_descr.h"
 #include "read_records.h"
+#include "reading_losses.h"
 #include "record_types.h"
 #include "standard_streams.h"
 #include "subcommand.h"
+#include "unread_elements.h"
 #include "value_text.h"
 #include "write_records.h"
 
@@ -21,30 +23,6 @@ struct merge_options {
     std::string output = "-";
     bool force = false;
 };
-
-/// Whether something stands in the field: a part, or what a new record does not have.
-bool is_set(const std::optional<value> &one) {
-    if (!one)
-        return false;
-    if (const auto *number = std::get_if<std::int64_t>(&one->content))
-        return *number != 0;
-    if (const auto *text = std::get_if<std::string>(&one->content))
-        return !text->empty();
-    return true;
-}
-
-/// The fields of `loser` that are set and that did not get into `merged`.
-std::vector<difference> lost_fields(const record &loser, const record &merged) {
-    std::vector<difference> lost;
-    const record fresh = channel_type.fresh(channel_type);
-    for (difference &one : differences(loser, merged, channel_type)) {
-        const size_t place = channel_type.place_of(one.path);
-        const bool is_default = place < fresh.fields.size() && one.was == fresh.fields[place];
-        if (is_set(one.was) && !is_default)
-            lost.push_back(std::move(one));
-    }
-    return lost;
-}
 
 /// One record for each property, completed from all records of this property.
 class merged_channels {
@@ -84,9 +62,9 @@ private:
     static void tell_disagreements(const record &before, const record &added, const record &merged,
                                    const std::string &source) {
         const std::string name = identity_text(merged.fields.front(), channel_type.identity()) + ": ";
-        for (const difference &one : lost_fields(before, merged))
+        for (const difference &one : lost_fields(before, merged, channel_type))
             tell(name + difference_text(one, "gives way to") + " of " + source);
-        for (const difference &one : lost_fields(added, merged))
+        for (const difference &one : lost_fields(added, merged, channel_type))
             tell(name + difference_text(one, "of " + source + " gives way to"));
     }
 
@@ -97,6 +75,7 @@ private:
 };
 
 int merge(const merge_options &options) {
+    const form &to = *form_named(channel_records, "chandescriptions");
     merged_channels merged(options.force);
     std::string lost;
     for (const std::string &path : options.files) {
@@ -105,18 +84,16 @@ int merge(const merge_options &options) {
             throw failure(STATUS_DOCUMENT, records.source.name + ": is " + records.kind.with_article +
                                                ": only channel descriptions can be merged");
         records.require_all("nothing written");
-        lost += lost_in_reading(records.source, channel_type);
+        for (const std::string &line : unread_elements(records.source))
+            tell(line);
+        lost += lost_in_reading(records.source, channel_type, to);
         for (size_t i = 0; i < records.list->size(); ++i)
             merged.add(records.list->at(i), records.source.name);
     }
     const std::unique_ptr<record_list> list = merged.list();
-    write_records({"merged channels",
-                   channel_records,
-                   *list,
-                   {},
-                   *form_named(channel_records, "chandescriptions"),
-                   lost},
-                  options.output, false);
+    write_records({"merged channels", channel_records, *list, {}, to, lost}, options.output, false,
+                  lost.empty() ? ""
+                               : "; `zeb5xml convert --force` writes a document without what is dropped");
     return STATUS_DONE;
 }
 

@@ -78,6 +78,7 @@ struct record_kind {
     std::unique_ptr<record_list> (*make)(const conversion &how);
     std::span<const form> forms = {};          // in which `convert` can write them
     std::span<const char *const> options = {}; // of `convert` that are for them
+    bool writes_once = false; // of several records with one identity, only the first is written
 };
 
 extern const record_kind channel_records;

@@ -2,6 +2,7 @@
 
 #include "differences.h"
 #include "form_losses.h"
+#include "record_order.h"
 #include "standard_streams.h"
 #include "value_text.h"
 #include "words.h"
@@ -17,26 +18,77 @@ bool is_ill_formed(const std::string &text) {
     return text.find("]]>") != std::string::npos;
 }
 
-/// Adds a line for each text of the record that makes the document ill-formed.
-void add_ill_formed(texts &lines, const std::string &name, const record &fields, const record_type &type,
-                    const std::string &path) {
-    for (size_t i = 0; i < type.rows.size(); ++i) {
-        const field_row &row = type.rows[i];
-        const value &one = fields.fields[i];
-        if (row.kind == PARTS)
-            for (const record &part : one.parts())
-                add_ill_formed(lines, name, part, *row.part, path + row.name + ".");
-        else if (row.kind == TEXT && is_ill_formed(one.text()))
-            lines.push_back(name + ": " + path + row.name + ": " + quoted_text(one.text()) +
-                            " makes the document ill-formed, as it is written without escaping");
-    }
-}
+/// Whether the text cannot stand in a table, whose cells are separated by tabs.
+bool breaks_rows(const std::string &text) { return text.find_first_of("\t\n\r") != std::string::npos; }
 
-texts ill_formed_texts(const record_list &list, const std::string &reports) {
+/// Texts of records that a form holds but cannot take.
+struct unfit_texts {
+    const form &to;
+    bool (*is_unfit)(const std::string &text);
+    std::string effect;
+
+    /// Adds a line for each of them in the record.
+    void add(texts &lines, const std::string &name, const record &fields, const record_type &type,
+             const std::string &path = "") const {
+        for (size_t i = 0; i < type.rows.size(); ++i) {
+            const field_row &row = type.rows[i];
+            const value &one = fields.fields[i];
+            if (!to.is_document && !holds(to, path + row.name))
+                continue;
+            if (row.kind == PARTS)
+                for (const record &part : one.parts())
+                    add(lines, name, part, *row.part, path + row.name + ".");
+            else if (row.kind == TEXT && is_unfit(one.text()))
+                lines.push_back(name + ": " + path + row.name + ": " + quoted_text(one.text()) + " " +
+                                effect + ", as it is written without escaping");
+        }
+    }
+};
+
+/// What messages call the records of a list, and which of them are written.
+class written_records {
+public:
+    written_records(const record_list &list, const record_kind &kind)
+        : list_(list), kind_(kind), numbers_(numbers_by_identity(list)) {}
+
+    bool is_written(size_t place) const { return !kind_.writes_once || numbers_[place] == 1; }
+    size_t size() const {
+        size_t count = 0;
+        for (size_t i = 0; i < numbers_.size(); ++i)
+            count += is_written(i);
+        return count;
+    }
+    std::string name(size_t place) const {
+        return identity_text(list_.identity_at(place), list_.type().identity(), numbers_[place]);
+    }
+
+private:
+    const record_list &list_;
+    const record_kind &kind_;
+    const std::vector<size_t> numbers_;
+};
+
+std::string left_out(const std::string &name) { return name + ": the record is left out"; }
+
+texts lost_in_text(const record_list &list, const record_kind &kind, const form &to) {
+    const written_records written(list, kind);
+    const unfit_texts unfit{to, breaks_rows, "breaks its row"};
     texts lines;
     for (size_t i = 0; i < list.size(); ++i)
-        add_ill_formed(lines, identity_text(list.identity_at(i), list.type().identity()), list.at(i),
-                       list.type(), "");
+        if (written.is_written(i))
+            unfit.add(lines, written.name(i), list.at(i), list.type());
+        else
+            lines.push_back(left_out(written.name(i)));
+    return lines;
+}
+
+texts ill_formed_texts(const record_list &list, const record_kind &kind, const form &to,
+                       const std::string &reports) {
+    const written_records written(list, kind);
+    const unfit_texts unfit{to, is_ill_formed, "makes the document ill-formed"};
+    texts lines;
+    for (size_t i = 0; i < list.size(); ++i)
+        unfit.add(lines, written.name(i), list.at(i), list.type());
     if (lines.empty())
         lines.push_back("what would be written cannot be read: " + reports.substr(0, reports.find('\n')));
     return lines;
@@ -49,8 +101,8 @@ public:
 
     void compare(const record_pair &pair) {
         if (!pair.before || !pair.after) {
-            of_values_.push_back(pair.name + (pair.before ? ": the record is left out"
-                                                          : ": a record that was not there appears"));
+            of_values_.push_back(pair.before ? left_out(pair.name)
+                                             : pair.name + ": a record that was not there appears");
             return;
         }
         for (const difference &one : differences(*pair.before, *pair.after, *kind_.type)) {
@@ -70,8 +122,11 @@ public:
             const form_loss &loss = to_.losses[i];
             if (of_form_[i].records != 0)
                 (loss.is_accepted ? all.accepted : all.refused)
-                    .push_back(std::string(to_.name) + " changes " + loss.field + " in " +
-                               counted(of_form_[i].records, kind_.records) + ", such as " +
+                    .push_back(to_.name +
+                               (is_held(loss)
+                                    ? std::string(" changes ") + loss.field
+                                    : std::string(" does not hold ") + loss.field + ", which changes") +
+                               " in " + counted(of_form_[i].records, kind_.records) + ", such as " +
                                of_form_[i].example);
         }
         all.refused.insert(all.refused.end(), of_values_.begin(), of_values_.end());
@@ -105,17 +160,20 @@ private:
 
 round_trip_losses find_losses(const record_list &list, const record_kind &kind, const conversion &how,
                               const form &to, const std::string &text) {
+    if (!to.is_document)
+        return {{}, lost_in_text(list, kind, to)};
     const std::unique_ptr<record_list> back = kind.make(how);
     int problems = 0;
     const std::string reports = held_output({1, 2}, [&] { problems = back->read_back(text); });
     if (problems != 0)
-        return {{}, ill_formed_texts(list, readable_diagnostics(reports, to.name))};
+        return {{}, ill_formed_texts(list, kind, to, readable_diagnostics(reports, to.name))};
     loss_list losses(kind, to);
-    if (back->size() != list.size()) { // records are left out: those that are there are matched by identity
+    const written_records written(list, kind);
+    if (back->size() != written.size()) // those that are there are matched by identity
         for_each_pair(list, *back, [&](const record_pair &pair) { losses.compare(pair); });
-        return losses.result();
-    }
-    for (size_t i = 0; i < list.size(); ++i)
-        losses.compare({identity_text(list.identity_at(i), list.type().identity()), list.at(i), back->at(i)});
+    else
+        for (size_t i = 0, next = 0; i < list.size(); ++i)
+            losses.compare({written.name(i), list.at(i),
+                            written.is_written(i) ? std::optional(back->at(next++)) : std::nullopt});
     return losses.result();
 }

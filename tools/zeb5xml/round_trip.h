@@ -11,7 +11,8 @@ struct round_trip_losses {
     texts refused;
 };
 
-/// Reads `text` back, which holds the records of `list` in this form, and compares.
+/// Reads `text` back, which holds the records of `list` in this form, and compares. A form that cannot be
+/// read back is looked at for records that are left out, and for texts that break its rows.
 round_trip_losses find_losses(const record_list &list, const record_kind &kind, const conversion &how,
                               const form &to, const std::string &text);
 

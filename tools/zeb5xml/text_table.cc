@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include "table_text.h"
+
 namespace {
 
 /// Replaces control characters, so that a cell stays on one line.
@@ -44,7 +46,6 @@ std::string aligned(const text_table &table) {
 std::string tabbed(const text_table &table) {
     std::string text;
     for (const auto &row : table)
-        for (size_t i = 0; i < row.size(); ++i)
-            text += plain(row[i]) + (i + 1 < row.size() ? '\t' : '\n');
+        text += tsv_line(row);
     return text;
 }

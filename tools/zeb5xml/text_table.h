@@ -10,7 +10,7 @@ using text_table = std::vector<std::vector<std::string>>;
 /// Returns aligned columns for people, with two blanks between them; an empty cell shows "-".
 std::string aligned(const text_table &table);
 
-/// Returns cells separated by single tabs for programs; an empty cell is empty.
+/// Returns cells separated by single tabs for programs, escaped as those of `export`; an empty cell is empty.
 std::string tabbed(const text_table &table);
 
 #endif

@@ -127,6 +127,8 @@ bool tree_builder::put_field(std::size_t number, const element_row &row, std::si
                          ? " stands here again: the same name ends the record, another lists it anew"
                          : " stands here again: it renames the record and lists it once more";
         tell(rule::REPEATED_ELEMENT, number, owner, in_tag(row.name) + effect, elements_[field.element].at);
+        if (!row.is_identity || document_.merges)
+            tell_that_it_is_lost();
         own.replaced_fields.push_back(field);
         field = {&row, number};
         return true;

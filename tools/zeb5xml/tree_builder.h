@@ -75,6 +75,7 @@ private:
     void tell_at(std::size_t place, rule id, std::size_t record, const std::string &message) {
         pending_.push_back({{place, id, message}, record});
     }
+    void tell_that_it_is_lost() { pending_.back().what.loses = true; }
     tree_record &record(std::size_t number) { return tree_.records[number]; }
     const surroundings &around(std::size_t number) const { return around_[elements_[number].parent]; }
     const zeb5::level_row &level(int number) const {

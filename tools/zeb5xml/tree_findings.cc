@@ -58,10 +58,12 @@ bool tree_builder::is_wrapper(std::size_t number, std::string_view meant) const 
 void tree_builder::tell_orphan(std::size_t number, const element_row &row) {
     const std::size_t owner = current(row.level);
     if (owner != none)
-        return tell(rule::MISPLACED_ELEMENT, number, owner,
-                    in_tag(row.name) + " is ignored here: it is read in " + in_tag(row.only_in) + " only");
-    tell(rule::ORPHAN_ELEMENT, number, around(number).record,
-         in_tag(row.name) + " is ignored: there is no " + level(row.level).noun + " that it belongs to");
+        tell(rule::MISPLACED_ELEMENT, number, owner,
+             in_tag(row.name) + " is ignored here: it is read in " + in_tag(row.only_in) + " only");
+    else
+        tell(rule::ORPHAN_ELEMENT, number, around(number).record,
+             in_tag(row.name) + " is ignored: there is no " + level(row.level).noun + " that it belongs to");
+    tell_that_it_is_lost();
 }
 
 /// An element should stand in the record that gets it, or behind the element that opened this record and
@@ -141,6 +143,8 @@ void tree_builder::note_duplicate(std::size_t number, const element_row &row, st
     } else
         message += "both are kept, and look-ups find the first one only";
     tell(rule::DUPLICATE_IDENTITY, number, none, message, elements_[place->second.element].at);
+    if (document_.merges)
+        tell_that_it_is_lost();
 }
 
 void tree_builder::note_repeated_part(std::size_t number, const element_row &row, std::size_t part) {

@@ -45,9 +45,12 @@ std::string value_text(const value &one, const field_row &row) {
     return names.empty() ? number : number + " (" + names + ")";
 }
 
-std::string identity_text(const value &identity, const field_row &row) {
-    if (row.kind == TEXT)
-        return plain_text(identity.text());
-    return has_names(row) ? joined(names_of(row, identity), ":")
-                          : std::string(row.name) + " " + std::to_string(identity.number());
+std::string which_text(size_t which) { return which > 1 ? " (" + std::to_string(which) + ")" : ""; }
+
+std::string identity_text(const value &identity, const field_row &row, size_t which) {
+    const std::string name = row.kind == TEXT ? plain_text(identity.text())
+                             : has_names(row)
+                                 ? joined(names_of(row, identity), ":")
+                                 : std::string(row.name) + " " + std::to_string(identity.number());
+    return name + which_text(which);
 }

@@ -1,8 +1,5 @@
 #include "write_records.h"
 
-#include <algorithm>
-
-#include "check_document.h"
 #include "failure.h"
 #include "output.h"
 #include "round_trip.h"
@@ -11,18 +8,9 @@
 
 namespace {
 
-/// Whether a text field of the record or of its parts holds this many bytes.
-bool has_capacity(const record_type &type, size_t bytes) {
-    return std::any_of(type.rows.begin(), type.rows.end(), [&](const field_row &row) {
-        return row.part ? has_capacity(*row.part, bytes) : row.capacity == bytes;
-    });
-}
-
 /// Returns whether anything is lost that nobody expects to be.
 bool tell_losses(const records_to_write &what, const std::string &text) {
     write_standard_error(what.lost_before);
-    if (!what.to.is_document)
-        return !what.lost_before.empty();
     const round_trip_losses losses = find_losses(what.list, what.kind, what.how, what.to, text);
     for (const texts *lines : {&losses.accepted, &losses.refused})
         for (const std::string &line : *lines)
@@ -31,18 +19,6 @@ bool tell_losses(const records_to_write &what, const std::string &text) {
 }
 
 } // namespace
-
-std::string lost_in_reading(const document &source, const record_type &type) {
-    std::string lines;
-    for (const placed_finding &one : check_document(source.text())) {
-        const bool is_cut =
-            one.id == rule::CUT_FIELD && has_capacity(type, one.kept); // not in another layout
-        if (is_cut || one.id == rule::LOST_TEXT)
-            lines += "zeb5xml: " + source.name + ":" + std::to_string(one.place.line) + ":" +
-                     std::to_string(one.place.column) + ": " + one.message + "\n";
-    }
-    return lines;
-}
 
 void write_records(const records_to_write &what, const std::string &output, bool force,
                    const std::string &way_out) {

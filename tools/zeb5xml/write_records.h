@@ -15,9 +15,6 @@ struct records_to_write {
     std::string lost_before; // what was lost when they were read: lines for standard error
 };
 
-/// What a reader missed in a document whose records are of this type: lines for standard error.
-std::string lost_in_reading(const document &source, const record_type &type);
-
 /// Writes the records to the file `output`, "-" being standard output. A document is read back before, and
 /// everything that would be lost is told on standard error. Unless it is accepted or forced, nothing is
 /// written then: throws failure, whose text ends in `way_out`.

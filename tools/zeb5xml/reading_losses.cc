@@ -1,0 +1,103 @@
+#include "reading_losses.h"
+
+#include <algorithm>
+#include <map>
+
+#include "check_document.h"
+#include "field_names.h"
+#include "form_losses.h"
+#include "lost_fields.h"
+#include "record_order.h"
+#include "value_text.h"
+
+namespace {
+
+/// Whether a text field of the record or of its parts holds this many bytes.
+bool has_capacity(const record_type &type, size_t bytes) {
+    return std::any_of(type.rows.begin(), type.rows.end(), [&](const field_row &row) {
+        return row.part ? has_capacity(*row.part, bytes) : row.capacity == bytes;
+    });
+}
+
+bool is_loss(const placed_finding &one, const record_type &type, const form &to) {
+    switch (one.id) {
+    case rule::CUT_FIELD:
+        return has_capacity(type, one.kept); // not in another layout
+    case rule::ENCODING_MISMATCH:
+        return !to.is_document; // a document gets the same bytes under the same label
+    case rule::UNKNOWN_ELEMENT:
+    case rule::IGNORED_ATTRIBUTE:
+    case rule::IGNORED_TEXT:
+        return true;
+    default:
+        return one.loses || row_of(one.id).level == severity::FAULT;
+    }
+}
+
+std::string line(const std::string &place, const std::string &text) {
+    return "zeb5xml: " + place + ": " + text + "\n";
+}
+
+} // namespace
+
+std::string lost_in_reading(const document &source, const record_type &type, const form &to) {
+    std::string lines;
+    for (const placed_finding &one : check_document(source.text()))
+        if (is_loss(one, type, to))
+            lines += line(source.name + ":" + std::to_string(one.place.line) + ":" +
+                              std::to_string(one.place.column),
+                          one.message + " [" + row_of(one.id).name + "]");
+    return lines;
+}
+
+std::string lost_in_merging(const document &source, const record_list &all, const record_list &merged,
+                            const form &to) {
+    if (all.size() == merged.size())
+        return "";
+    const record_type &type = all.type();
+    std::map<record_key, std::vector<size_t>> places; // of each identity in `merged`
+    for (size_t i = 0; i < merged.size(); ++i)
+        places[record_key(merged.identity_at(i))].push_back(i);
+    const std::vector<size_t> numbers = numbers_by_identity(all);
+    std::string lines;
+    for (size_t i = 0; i < all.size(); ++i) {
+        const value identity = all.identity_at(i);
+        const std::string name = identity_text(identity, type.identity(), numbers[i]);
+        const std::vector<size_t> &made = places[record_key(identity)];
+        if (made.empty()) { // the channel got this name after another, by which it was merged
+            lines += line(source.name, name + ": the record is left out");
+            continue;
+        }
+        const bool is_merged = numbers[i] > made.size();
+        const record into = merged.at(made[std::min(numbers[i], made.size()) - 1]);
+        for (const difference &one : lost_fields(all.at(i), into, type))
+            if (holds(to, one.field))
+                lines += line(source.name, name + (is_merged ? ", merged into the first: " : ": ") +
+                                               difference_text(one, "gives way to"));
+    }
+    return lines;
+}
+
+std::string lost_in_shifting(const document &source, const record_list &numbers) {
+    constexpr std::int64_t last_event_type = 31, last_block_type = 62;
+    const record_type &type = numbers.type();
+    const std::vector<size_t> which = numbers_by_identity(numbers);
+    std::string lines;
+    for (size_t i = 0; i < numbers.size(); ++i) {
+        const record fields = numbers.at(i);
+        for (size_t row = 0; row < type.rows.size(); ++row) {
+            if (!is_mask(type.rows[row]))
+                continue;
+            const bool is_event = type.rows[row].kind == EVENT_MASK;
+            const std::int64_t last = is_event ? last_event_type : last_block_type;
+            if (fields.fields[row].number() > last)
+                lines += line(source.name,
+                              identity_text(fields.fields.front(), type.identity(), which[i]) + ": " +
+                                  type.rows[row].name + ": " +
+                                  std::to_string(static_cast<std::int32_t>(fields.fields[row].number())) +
+                                  " is no number of " + (is_event ? "an event" : "a block") +
+                                  " type, which go from 0 to " + std::to_string(last));
+        }
+    }
+    return lines;
+}
