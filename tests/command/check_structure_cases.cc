@@ -7,8 +7,10 @@ std::vector<checked_case> structure_cases() {
         {rule::NOT_XML, channels("<CHANNEL>\n<NAME>a</NAM></CHANNEL>"),
          "2:10 not-xml: expected end of tag 'NAME': readers stop here, and keep the records that they "
          "have\n"},
-        {rule::NOT_XML, "",
-         "1:1 not-xml: invalid document structure: readers stop here, and keep the records that they have\n"},
+        {rule::NOT_XML, "", "1:1 not-xml: the document is empty: no reader takes it\n"},
+        {rule::NOT_XML, "\xEF\xBB\xBF\n\n", "1:1 not-xml: the document is empty: no reader takes it\n"},
+        {rule::NOT_XML, "\n text",
+         "2:2 not-xml: invalid document structure: readers stop here, and keep the records that they have\n"},
         {rule::NOT_XML, "\xEF\xBB\xBF" + channel(""), ""},
         {rule::NOT_XML, "<BMR>\n\xC3\xA4 \xE4</BMR>",
          "2:3 not-xml: the byte 0xE4 is no character of UTF-8: readers stop some way before it, and keep the "
@@ -144,6 +146,14 @@ std::vector<checked_case> structure_cases() {
         {rule::REPEATED_ELEMENT, bits_channel("<orvin>P</orvin><units>" + sixteen + "</units>"),
          "1:60 repeated-element: channel 'P': <orvin> stands here again: the same name ends the record, "
          "another lists it anew; the first is at 1:24\n"},
+        {rule::REPEATED_ELEMENT,
+         camera("<Float Name=\"F\"><ToolTip>T</ToolTip>\n<ToolTip>U</ToolTip></Float>"),
+         "2:1 repeated-element: feature 'F': <ToolTip> replaces what was read before; the first is at "
+         "1:25\n"},
+        {rule::REPEATED_ELEMENT,
+         camera(
+             "<Float Name=\"F\"><ToolTip>T</ToolTip></Float><Float Name=\"G\"><ToolTip>T</ToolTip></Float>"),
+         ""},
         {rule::IGNORED_ATTRIBUTE, channel("<SIZE unit=\"kB\">2</SIZE>"),
          "1:62 ignored-attribute: channel 'P': no reader looks at the attribute 'unit' of <SIZE>\n"},
         {rule::IGNORED_ATTRIBUTE, "<BMR version=\"2\"/>",
@@ -161,7 +171,7 @@ std::vector<checked_case> structure_cases() {
          "1:78 orphan-element: channel 'P': <name> is ignored: there is no dimension that it belongs to\n"},
         {rule::MISSING_ATTRIBUTE, bits_channel("<bitTitle bit=\"3\">on</bitTitle>"), ""},
         {rule::MISSING_IDENTITY, channels("<CHANNEL><NAME>N</NAME></CHANNEL>"),
-         "1:19 missing-identity: <CHANNEL> has no <PROP>: the channel is not read\n"},
+         "1:19 missing-identity: channel named 'N': <CHANNEL> has no <PROP>: the channel is not read\n"},
         {rule::MISSING_IDENTITY, "<BMR><EVENT><TMASK>1</TMASK></EVENT></BMR>",
          "1:6 missing-identity: <EVENT> has no <TYPE>: the event is not read\n"},
         {rule::MISSING_IDENTITY, "<ENVINDEXDICT><CHANNEL><PROP>P</PROP></CHANNEL></ENVINDEXDICT>",
@@ -170,7 +180,7 @@ std::vector<checked_case> structure_cases() {
          "1:9 missing-identity: <Float> has no Name: the feature has none, and listings leave it out\n"},
         {rule::MISSING_IDENTITY, channels("<CHANNEL><NAME>N</NAME><PROP>P</PROP></CHANNEL>"), ""},
         {rule::EMPTY_IDENTITY, channels("<CHANNEL><PROP></PROP><NAME>N</NAME></CHANNEL>"),
-         "1:28 empty-identity: <PROP> is empty: the channel is not read\n"},
+         "1:28 empty-identity: channel named 'N': <PROP> is empty: the channel is not read\n"},
         {rule::EMPTY_IDENTITY, "<BMR><EVENT><TYPE/><TMASK>1</TMASK></EVENT></BMR>",
          "1:13 empty-identity: <TYPE> without a number gives no entry; what follows goes to the one before "
          "it, or is ignored\n"},

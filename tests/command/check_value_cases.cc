@@ -47,7 +47,8 @@ std::vector<checked_case> value_cases() {
          channels("<CHANNEL><PROP> "
                   "&#65;B</PROP><NAME>N</NAME></CHANNEL><CHANNEL><PROP>Q</PROP><NAME>M</NAME><UNITS>" +
                   sixteen + "</UNITS></CHANNEL>"),
-         "1:28 lost-text: the text of <PROP> comes in pieces (a reference): the reader keeps nothing of it\n"
+         "1:28 lost-text: channel named 'N': the text of <PROP> comes in pieces (a reference): the reader "
+         "keeps nothing of it\n"
          "1:109 cut-field: channel 'Q': the text of <UNITS> has 16 bytes, of which 15 are kept: it ends with "
          "'uuuuuuuuuuuuuuu'\n"},
         {rule::LOST_TEXT, "<BMR><EVENT><TYPE> &#52;</TYPE><TMASK>1</TMASK></EVENT></BMR>",
@@ -60,6 +61,27 @@ std::vector<checked_case> value_cases() {
         {rule::LOST_TEXT, channel("<BIT>1<!-- -->2<BIT_NAME>on</BIT_NAME></BIT>"),
          "1:56 lost-text: channel 'P', bit 12: the text of <BIT> comes in pieces: the reader keeps 1, not "
          "'12'\n"},
+        {rule::LOST_TEXT, camera("<Float Name=\"F\"><ToolTip><![CDATA[a]]></ToolTip>\n</Float>"),
+         "1:25 lost-text: feature 'F': the text of <ToolTip> is in a CDATA section, which the reader of "
+         "camera "
+         "files ignores: it keeps the next text of the file, '\\n'\n"},
+        {rule::LOST_TEXT, camera("<Float Name=\"F\"><ToolTip><![CDATA[a]]></ToolTip></Float>"),
+         "1:25 lost-text: feature 'F': the text of <ToolTip> is in a CDATA section, which the reader of "
+         "camera "
+         "files ignores: it keeps nothing\n"},
+        {rule::LOST_TEXT, camera("<Float Name=\"F\"><ToolTip>a<![CDATA[b]]></ToolTip>\n</Float>"),
+         "1:25 lost-text: feature 'F': the text of <ToolTip> comes in pieces (a CDATA section): the reader "
+         "keeps only 'a'\n"},
+        {rule::LOST_TEXT, camera("<Float Name=\"F\"><ToolTip>a<![CDATA[]]></ToolTip>\n</Float>"), ""},
+        // What the reader writes into fields that it does not know yet, or for whose text it waits
+        {rule::LOST_TEXT, camera("<Float Name=\"F\"><ToolTip>Waiting</ToolTip></Float>"),
+         "1:25 lost-text: feature 'F': the text 'Waiting' of <ToolTip> gets lost: the reader keeps "
+         "nothing\n"},
+        {rule::LOST_TEXT, camera("<Float Name=\"Unknown\"/><Integer Name=\"I\"/>"),
+         "1:9 lost-text: the Name 'Unknown' of <Float> counts as none: the feature has none, and listings "
+         "leave "
+         "it out\n"},
+        {rule::LOST_TEXT, camera("<Float Name=\"waiting\"><ToolTip>unknown</ToolTip></Float>"), ""},
         {rule::CUT_FIELD, channel("<UNITS>" + sixteen + "</UNITS>"),
          "1:56 cut-field: channel 'P': the text of <UNITS> has 16 bytes, of which 15 are kept: it ends with "
          "'uuuuuuuuuuuuuuu'\n"},
@@ -91,7 +113,27 @@ std::vector<checked_case> value_cases() {
          "'\n"},
         {rule::PADDED_VALUE,
          channel("<DESC>two words</DESC><SIZE> 2 </SIZE><DIM>0\n<DIM_NAME>t</DIM_NAME></DIM>"), ""},
+        {rule::PADDED_VALUE,
+         camera("<Float Name=\" F\"><ToolTip>T </ToolTip><Description> </Description><PvRename Name=\"V\t\"/>"
+                "</Float>"),
+         "1:9 padded-value: feature ' F': the white space around the Name of <Float> is kept: ' F'\n"
+         "1:26 padded-value: feature ' F': the white space around the text of <ToolTip> is kept: 'T '\n"
+         "1:47 padded-value: feature ' F': the white space around the text of <Description> is kept: ' '\n"
+         "1:75 padded-value: feature ' F': the white space around the Name of <PvRename> is kept: 'V '\n"},
+        {rule::PADDED_VALUE,
+         camera("<Float  Name = \"F G\" >\n<ToolTip>two words</ToolTip>\n<PvRename Name=\"V\"/>\n</Float>\n"),
+         ""},
         {rule::FOREIGN_TEXT, camera("<Float Name=\"F\"><ToolTip/></Float>"), ""},
+        {rule::FOREIGN_TEXT, camera("<Float Name=\"F\"><ToolTip/><Description>D</Description></Float>"),
+         "1:25 foreign-text: feature 'F': the empty <ToolTip> takes the next text of the file, 'D'\n"
+         "1:35 lost-text: feature 'F': the text 'D' of <Description> gets lost: the reader keeps nothing\n"},
+        {rule::FOREIGN_TEXT, camera("<Float Name=\"F\"><PvRename/><Value Name=\"V\"/></Float>"),
+         "1:25 foreign-text: feature 'F': the empty <PvRename> takes the next text or Name of the file, "
+         "'V'\n"},
+        {rule::FOREIGN_TEXT,
+         camera(
+             "<Enumeration Name=\"F\"><ToolTip>T</ToolTip><EnumEntry><ToolTip/></EnumEntry></Enumeration>"),
+         "1:62 foreign-text: feature 'F': <ToolTip> of another element takes its text away\n"},
         {rule::FOREIGN_TEXT,
          camera("<Float Name=\"F\"/><Category Name=\"c\"><ToolTip>of c</ToolTip></Category>"),
          "1:45 foreign-text: feature 'F': <ToolTip> of another element gives it 'of c'\n"},
@@ -149,11 +191,12 @@ std::vector<checked_case> value_cases() {
          "1:27 number-range: entry 4: <TMASK>: '0x1ffffffff' does not fit into 32 bits; the reader keeps "
          "4294967295\n"},
         {rule::NUMBER_RANGE, entry("<DABS>1e99</DABS>"),
-         "1:54 number-range: entry 1: <DABS>: '1e99' is no number that a field can hold; the reader keeps "
-         "inf\n"},
-        {rule::NUMBER_RANGE, entry("<DABS>nan</DABS>"),
-         "1:54 number-range: entry 1: <DABS>: 'nan' is no number that a field can hold; the reader keeps "
-         "nan\n"},
+         "1:54 number-range: entry 1: <DABS>: '1e99' does not fit into a float; the reader keeps inf\n"},
+        {rule::NUMBER_RANGE, entry("<DABS>3e38</DABS>"), ""},
+        {rule::NOT_A_NUMBER, entry("<DABS>nan</DABS>"),
+         "1:54 not-a-number: entry 1: <DABS>: 'nan' is no number; the reader keeps nan\n"},
+        {rule::NOT_A_NUMBER, entry("<DABS>-information</DABS>"),
+         "1:54 not-a-number: entry 1: <DABS>: '-information' is no number; the reader keeps -inf\n"},
         {rule::NUMBER_RANGE,
          channel("<DB_KEY>2147483647</DB_KEY><DTYPE>-2147483584</DTYPE><EVTYPE>4</EVTYPE>"), ""},
         {rule::NUMBER_RANGE, channel("<DTYPE>2147483712</DTYPE>"), ""},
@@ -181,15 +224,55 @@ std::vector<checked_case> value_cases() {
         {rule::VALUE_RANGE, "<BMR><EVENT><TYPE>32</TYPE></EVENT></BMR>",
          "1:13 value-range: entry 32: <TYPE>: '32' makes no sense: it should be from 0 to 31; the reader "
          "keeps 32\n"},
-        {rule::VALUE_RANGE, "<BMR><EVENT><TYPE>33</TYPE><TMASK>1</TMASK></EVENT></BMR>",
-         "1:13 value-range: entry 33: <TYPE>: '33' makes no sense: it should be from 0 to 31; the reader "
+        {rule::FEWER_RECORDS, "<BMR><EVENT><TYPE>33</TYPE><TMASK>1</TMASK></EVENT></BMR>",
+         "1:13 fewer-records: entry 33: <TYPE>: '33' makes no sense: it should be from 0 to 31; the reader "
          "makes nothing of it, and ignores what belongs to it\n"},
         {rule::VALUE_RANGE, channel("<SIZE>1</SIZE><BIT>31</BIT><BIT>0</BIT>"), ""},
+        {rule::VALUE_RANGE, channel("<COUNT>-1</COUNT><DIM>-1<STAT>-1</STAT></DIM>"),
+         "1:56 value-range: channel 'P': <COUNT>: '-1' makes no sense: it should be at least 0; the reader "
+         "keeps -1\n"
+         "1:73 value-range: channel 'P', dimension -1: <DIM>: '-1' makes no sense: it should be at least 0; "
+         "the "
+         "reader keeps -1\n"
+         "1:80 value-range: channel 'P', dimension -1, statistic -1: <STAT>: '-1' makes no sense: it should "
+         "be "
+         "at least 0; the reader keeps -1\n"},
+        {rule::VALUE_RANGE, channel("<COUNT>0</COUNT><DB_KEY>-1</DB_KEY><DIM>0<STAT>0</STAT></DIM>"), ""},
+        {rule::VALUE_RANGE, matrix_channel("<dimension id=\"-1\"/>"),
+         "1:67 value-range: channel 'P', dimension -1: 'id' of <dimension>: '-1' makes no sense: it should "
+         "be "
+         "at least 0; the reader keeps -1\n"},
+        {rule::VALUE_RANGE, "<ENVINDEXDICT><CHANNEL><INDEX>-1</INDEX><PROP>P</PROP></CHANNEL></ENVINDEXDICT>",
+         "1:24 value-range: entry -1: <INDEX>: '-1' makes no sense: it should be at least 0; the reader "
+         "keeps "
+         "-1\n"},
+        {rule::VALUE_RANGE, "<ENVINDEXDICT><CHANNEL><INDEX>0</INDEX><PROP>P</PROP></CHANNEL></ENVINDEXDICT>",
+         ""},
+        {rule::VALUE_RANGE, event("<MINTIMEUSEC>1000000</MINTIMEUSEC>"),
+         "1:27 value-range: entry 4: <MINTIMEUSEC>: '1000000' makes no sense: it should be from 0 to 999999; "
+         "the reader keeps 1000000\n"},
+        {rule::VALUE_RANGE, event("<MINTIMEUSEC>0xffffffff</MINTIMEUSEC><MINTIMESEC>-1</MINTIMESEC>"),
+         "1:27 value-range: entry 4: <MINTIMEUSEC>: '0xffffffff' makes no sense: it should be from 0 to "
+         "999999; "
+         "the reader keeps 4294967295\n"
+         "1:64 value-range: entry 4: <MINTIMESEC>: '-1' makes no sense: it should be at least 0; the reader "
+         "keeps 4294967295\n"},
+        {rule::VALUE_RANGE, event("<MINTIMEUSEC>999999</MINTIMEUSEC><MINTIMESEC>4294967295</MINTIMESEC>"),
+         ""},
         {rule::VALUE_RANGE, matrix_channel("<lastIndex>0</lastIndex>"), ""},
         {rule::UNNAMED_TYPE, channel("<EVTYPE>268435456</EVTYPE>"),
          "1:56 unnamed-type: channel 'P': <EVTYPE>: no name is known for event type 28\n"},
         {rule::UNNAMED_TYPE, channel("<DTYPE>536870912</DTYPE>"),
          "1:56 unnamed-type: channel 'P': <DTYPE>: no name is known for block type 29\n"},
+        {rule::UNNAMED_TYPE, channel("<EVTYPE>-1</EVTYPE><DTYPE>-1</DTYPE>"),
+         "1:56 unnamed-type: channel 'P': <EVTYPE>: no name is known for event types 28, 29, 30, 31\n"
+         "1:75 unnamed-type: channel 'P': <DTYPE>: no name is known for block types 32, 54, 55, 56, 57, 58, "
+         "59\n"},
+        {rule::UNNAMED_TYPE, matrix_channel("<evType>536870928</evType>"),
+         "1:67 unnamed-type: channel 'P': <evType>: no name is known for event type 29\n"},
+        {rule::UNNAMED_TYPE, "<BMR><EVENT><TYPE>29</TYPE></EVENT></BMR>",
+         "1:13 unnamed-type: entry 29: <TYPE>: no name is known for event type 29\n"},
+        {rule::UNNAMED_TYPE, "<BMR><EVENT><TYPE>27</TYPE></EVENT></BMR>", ""},
         {rule::UNNAMED_TYPE, channel("<EVTYPE>134217744</EVTYPE><DTYPE>512</DTYPE>"), ""},
         {rule::NOT_WRITABLE, channel("<DESC><![CDATA[a<b]]></DESC>"),
          "1:56 not-writable: channel 'P': <DESC>: a writer escapes nothing, so '<' is not read back from "

@@ -93,6 +93,8 @@ void document_check::check_report() {
              "the byte " + decoded_.malformed_bytes + " is no character of " +
                  (decoded_.label.empty() ? "UTF-8" : decoded_.label) +
                  ": readers stop some way before it, and keep the records that they have");
+    if (trimmed(decoded_.text).empty())
+        return tell(rule::NOT_XML, 0, "the document is empty: no reader takes it");
     if (report_ && !(is_malformed && report_->message.find("byte") != std::string::npos))
         tell(rule::NOT_XML, offset_of(decoded_.text, report_->place),
              report_->message + ": readers stop here, and keep the records that they have");

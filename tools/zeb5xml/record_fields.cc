@@ -10,6 +10,8 @@
 #include "event_util.h"
 #include "number_faults.h"
 #include "parse_chan_descr.h"
+#include "parse_ev_list.h"
+#include "words.h"
 
 namespace {
 
@@ -32,17 +34,17 @@ std::string plain(double number, bool is_real) {
 
 /// Returns the numbers of those types in a mask that have no names: a library names such a type by its
 /// number.
-std::string unnamed_types(std::uint32_t mask, bool is_event) {
+std::vector<std::string> unnamed_types(std::uint32_t mask, bool is_event) {
     constexpr int bits = 32;
     const bool is_2010 = !is_event && mask >> 31 != 0; // the other bits mean block types from 32 on
-    std::string unnamed;
+    std::vector<std::string> unnamed;
     for (int bit = 0; bit < (is_event ? bits : bits - 1); ++bit) {
         if ((mask >> bit & 1) == 0)
             continue;
         const int type = is_2010 ? bit + bits : bit;
         const char *const name = is_event ? event_name_itoa(type) : block_name_itoa(type);
         if (!name || std::to_string(type) == name)
-            unnamed.append(unnamed.empty() ? "" : ", ").append(std::to_string(type));
+            unnamed.push_back(std::to_string(type));
     }
     return unnamed;
 }
@@ -182,7 +184,8 @@ void field_check::check_number(const filled_field &field, std::string_view text,
             : is_replaced_ && text.empty() ? "the value before it stays"
             : is_replaced_                 ? "it reads as " + plain(kept, is_real)
                                            : "the reader keeps " + plain(kept, is_real);
-        tell(fault->id, field.element, name + ": " + fault->what + "; " + what_is_kept);
+        const rule id = is_refused && fault->id == rule::VALUE_RANGE ? rule::FEWER_RECORDS : fault->id;
+        tell(id, field.element, name + ": " + fault->what + "; " + what_is_kept);
     } else if (is_known && is_split && kept != number_read(row, text))
         tell(rule::LOST_TEXT, field.element,
              "the text of " + name + " comes in pieces: the reader keeps " + plain(kept, is_real) + ", not " +
@@ -199,16 +202,17 @@ void field_check::check_number(const filled_field &field, std::string_view text,
 }
 
 void field_check::check_types(const element_row &row, double kept, std::size_t element) {
-    const bool is_event = row.number == zeb5::number_at<&chan_descr_2010::ev_type>;
+    const bool is_single = row.number == zeb5::number_at<&zeb5_ev_entry::evtype>;
+    const bool is_event = is_single || row.number == zeb5::number_at<&chan_descr_2010::ev_type>;
     const bool is_block = row.number == zeb5::number_at<&chan_descr_2010::dtype>;
-    if (!is_event && !is_block)
+    if ((!is_event && !is_block) || (is_single && kept >= double{ZEB5_EV_EVMAX}))
         return;
-    const auto mask = static_cast<std::uint32_t>(kept);
-    const std::string unnamed = unnamed_types(mask, is_event);
+    const auto number = static_cast<std::uint32_t>(kept);
+    const auto unnamed = unnamed_types(is_single ? std::uint32_t{1} << number : number, is_event);
     if (!unnamed.empty())
         tell(rule::UNNAMED_TYPE, element,
-             in_tag(row.name) + ": no name is known for " + (is_event ? "event" : "block") + " type " +
-                 unnamed);
+             in_tag(row.name) + ": no name is known for " + (is_event ? "event " : "block ") +
+                 (unnamed.size() == 1 ? "type " : "types ") + joined(unnamed, ", "));
 }
 
 void field_check::check_name(const tree_record &own) {
