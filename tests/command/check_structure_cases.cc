@@ -2,6 +2,18 @@
 
 #include "command/check_cases.h"
 
+namespace {
+
+/// ASCII, with a byte order mark.
+std::string in_utf_16(const std::string &text) {
+    std::string wide = "\xFF\xFE";
+    for (const char c : text)
+        wide.append(1, c).append(1, '\0');
+    return wide;
+}
+
+} // namespace
+
 std::vector<checked_case> structure_cases() {
     return {
         {rule::NOT_XML, channels("<CHANNEL>\n<NAME>a</NAM></CHANNEL>"),
@@ -41,6 +53,25 @@ std::vector<checked_case> structure_cases() {
          "<?xml version=\"1.0\" "
          "encoding=\"UTF-8\"?>\n<BMR><EVENT><TYPE>4</TYPE><SBLOCK>\xC3\xA4</SBLOCK></EVENT></BMR>",
          ""},
+        {rule::ENCODING_MISMATCH,
+         "<?xml version=\"1.0\" encoding=\"ISO-8859-1\"?>\n<BMR><EVENT><TYPE>4</TYPE><SBLOCK>a\x96"
+         "b</SBLOCK></EVENT></BMR>",
+         "2:36 encoding-mismatch: a control character of 'ISO-8859-1': it would be a quotation mark, a dash "
+         "or "
+         "another sign in windows-1252\n"},
+        {rule::ENCODING_MISMATCH,
+         "<?xml version=\"1.0\" encoding=\"windows-1252\"?>\n<BMR><EVENT><TYPE>4</TYPE><SBLOCK>a\x96"
+         "b</SBLOCK></EVENT></BMR>",
+         ""},
+        {rule::ENCODING_MISMATCH,
+         "<?xml version=\"1.0\" encoding=\"ISO-8859-15\"?>\n<BMR><EVENT><TYPE>4</TYPE><SBLOCK>\xA4"
+         "</SBLOCK></EVENT></BMR>",
+         ""},
+        {rule::ENCODING_MISMATCH, in_utf_16("<?xml version=\"1.0\" encoding=\"UTF-8\"?><BMR/>"),
+         "1:1 encoding-mismatch: the document is in UTF-16, but labelled 'UTF-8', which readers believe\n"
+         "1:40 not-xml: element name expected: readers stop here, and keep the records that they "
+         "have\n"},
+        {rule::ENCODING_MISMATCH, in_utf_16("<?xml version=\"1.0\" encoding=\"UTF-16\"?><BMR/>"), ""},
         {rule::DOCTYPE, "<!DOCTYPE BMR>\n<BMR/>",
          "1:1 doctype: readers check the document against its document type, and never open another file for "
          "it\n"},
@@ -147,6 +178,11 @@ std::vector<checked_case> structure_cases() {
          "1:60 repeated-element: channel 'P': <orvin> stands here again: the same name ends the record, "
          "another lists it anew; the first is at 1:24\n"},
         {rule::REPEATED_ELEMENT,
+         event("<SBLOCK>S</SBLOCK><CHLIST><CHAN>C</CHAN></CHLIST><CHLIST><CHAN>D</CHAN></CHLIST>"),
+         "1:76 repeated-element: entry 4, server block 'S': <CHLIST> stands here again: what is in it is "
+         "added "
+         "to what was read before\n"},
+        {rule::REPEATED_ELEMENT,
          camera("<Float Name=\"F\"><ToolTip>T</ToolTip>\n<ToolTip>U</ToolTip></Float>"),
          "2:1 repeated-element: feature 'F': <ToolTip> replaces what was read before; the first is at "
          "1:25\n"},
@@ -154,6 +190,16 @@ std::vector<checked_case> structure_cases() {
          camera(
              "<Float Name=\"F\"><ToolTip>T</ToolTip></Float><Float Name=\"G\"><ToolTip>T</ToolTip></Float>"),
          ""},
+        {rule::REPEATED_ELEMENT, matrix_channel("<dimension id=\"0\"><!-- c --><name>t</name></dimension>"),
+         "1:67 repeated-element: channel 'P', dimension 0: the reader makes 2 dimensions of <dimension>: one "
+         "at "
+         "its start tag, and one at each comment or text behind it\n"},
+        {rule::REPEATED_ELEMENT, matrix_channel("<dimension id=\"0\">\n<!-- c --><name>t</name></dimension>"),
+         ""},
+        {rule::REPEATED_ELEMENT, bits_channel("<bitTitle bit=\"0\"><!-- c -->on</bitTitle>"),
+         "1:60 repeated-element: channel 'P', bit 0: the reader makes 3 bits of <bitTitle>: one at its start "
+         "tag, and one at each comment or text behind it\n"},
+        {rule::REPEATED_ELEMENT, bits_channel("<bitTitle bit=\"0\">on</bitTitle><bitTitle bit=\"1\"/>"), ""},
         {rule::IGNORED_ATTRIBUTE, channel("<SIZE unit=\"kB\">2</SIZE>"),
          "1:62 ignored-attribute: channel 'P': no reader looks at the attribute 'unit' of <SIZE>\n"},
         {rule::IGNORED_ATTRIBUTE, "<BMR version=\"2\"/>",
@@ -210,6 +256,25 @@ std::vector<checked_case> structure_cases() {
          "PROP></CHANNEL></ENVINDEXDICT>",
          "1:73 duplicate-identity: another entry has the same <INDEX> '01': both are kept, and look-ups find "
          "the first one only; the first is at 1:24\n"},
+        {rule::DUPLICATE_IDENTITY, matrix_channel("<dimension id=\"1\"/><dimension id=\"1\"/>"),
+         "1:86 duplicate-identity: channel 'P': there is another dimension 1: both are kept; the first is at "
+         "1:67\n"},
+        {rule::DUPLICATE_IDENTITY, "<BMR><EVENT><TYPE>4</TYPE></EVENT><EVENT><TYPE>04</TYPE></EVENT></BMR>",
+         "1:42 duplicate-identity: there is another entry 04: both are kept; the first is at 1:13\n"},
+        {rule::DUPLICATE_IDENTITY, "<BMR><EVENT><TYPE>4</TYPE></EVENT><EVENT><TYPE>5</TYPE></EVENT></BMR>",
+         ""},
+        {rule::DUPLICATE_IDENTITY,
+         event("<SBLOCK>S</SBLOCK><CHLIST><CHAN>C</CHAN><CHAN>C</CHAN></CHLIST><SBLOCK>S</SBLOCK>"),
+         "1:67 duplicate-identity: entry 4, server block 'S': there is another channel 'C': both are kept; "
+         "the "
+         "first is at 1:53\n"
+         "1:90 duplicate-identity: entry 4: there is another server block 'S': both are kept; the first is "
+         "at "
+         "1:27\n"},
+        {rule::DUPLICATE_IDENTITY,
+         event("<SBLOCK>S</SBLOCK><CHLIST><CHAN>C</CHAN></CHLIST><SBLOCK>T</SBLOCK><CHLIST><CHAN>C</CHAN>"
+               "</CHLIST>"),
+         ""},
         {rule::DUPLICATE_IDENTITY, camera("<Float Name=\"F\"/><Integer Name=\"F\"/>"),
          "1:26 duplicate-identity: another feature is named 'F': both are kept; the first is at 1:9\n"},
         {rule::DUPLICATE_IDENTITY,

@@ -11,6 +11,9 @@ std::vector<checked_case> value_cases() {
         {rule::IGNORED_TEXT, channel("<DIM>0<DIM_NAME>t</DIM_NAME>\n 1</DIM>"),
          "2:2 ignored-text: channel 'P': text of <DIM> that follows another element is not read\n"},
         {rule::IGNORED_TEXT, matrix_channel("<dimension id=\"0\">text<name>t</name></dimension>"),
+         "1:67 repeated-element: channel 'P', dimension 0: the reader makes 2 dimensions of <dimension>: one "
+         "at "
+         "its start tag, and one at each comment or text behind it\n"
          "1:85 ignored-text: channel 'P': the text 'text' of <dimension> is not read\n"},
         {rule::IGNORED_TEXT, channel("<!-- text -->\n <DIM>0\n <DIM_NAME>t</DIM_NAME>\n </DIM>"), ""},
         {rule::LOST_TEXT, channel("<DESC>beam &amp; gas</DESC>"),
@@ -81,6 +84,9 @@ std::vector<checked_case> value_cases() {
          "1:9 lost-text: the Name 'Unknown' of <Float> counts as none: the feature has none, and listings "
          "leave "
          "it out\n"},
+        {rule::LOST_TEXT, camera("<Float Name=\"F\"><PvRename Name=\"Unknown\"/></Float>"),
+         "1:25 lost-text: feature 'F': the Name 'Unknown' of <PvRename> gets lost\n"},
+        {rule::LOST_TEXT, bits_channel("<bitTitle bit=\"0\">\n<!-- c --></bitTitle>"), ""},
         {rule::LOST_TEXT, camera("<Float Name=\"waiting\"><ToolTip>unknown</ToolTip></Float>"), ""},
         {rule::CUT_FIELD, channel("<UNITS>" + sixteen + "</UNITS>"),
          "1:56 cut-field: channel 'P': the text of <UNITS> has 16 bytes, of which 15 are kept: it ends with "
@@ -123,6 +129,14 @@ std::vector<checked_case> value_cases() {
         {rule::PADDED_VALUE,
          camera("<Float  Name = \"F G\" >\n<ToolTip>two words</ToolTip>\n<PvRename Name=\"V\"/>\n</Float>\n"),
          ""},
+        // A non-breaking blank, and one without width
+        {rule::PADDED_VALUE, event("<SBLOCK>S\xC2\xA0</SBLOCK><SBLOCK>\xE2\x80\x8BT</SBLOCK>"),
+         "1:27 padded-value: entry 4, server block 'S\\xC2\\xA0': the white space around the text of "
+         "<SBLOCK> is "
+         "kept: 'S\\xC2\\xA0'\n"
+         "1:46 padded-value: entry 4, server block '\\xE2\\x80\\x8BT': the white space around the text of "
+         "<SBLOCK> is kept: '\\xE2\\x80\\x8BT'\n"},
+        {rule::PADDED_VALUE, event("<SBLOCK>S\xC2\xA0T\xC3\xA0</SBLOCK><SBLOCK>\xE2\x82\xAC</SBLOCK>"), ""},
         {rule::FOREIGN_TEXT, camera("<Float Name=\"F\"><ToolTip/></Float>"), ""},
         {rule::FOREIGN_TEXT, camera("<Float Name=\"F\"><ToolTip/><Description>D</Description></Float>"),
          "1:25 foreign-text: feature 'F': the empty <ToolTip> takes the next text of the file, 'D'\n"

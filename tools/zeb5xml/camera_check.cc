@@ -134,7 +134,7 @@ void camera_check::check_feature(std::size_t element, std::size_t end, const ZEB
 /// A value that is kept as it is written.
 void camera_check::check_blanks(std::size_t element, const std::string &who, const std::string &what,
                                 const std::string &value) {
-    if (trimmed(value).size() != value.size())
+    if (is_padded(value))
         tell(rule::PADDED_VALUE, element,
              who + "the white space around the " + what + " is kept: " + in_quotes(value));
 }
@@ -164,12 +164,13 @@ void camera_check::check_detail(std::size_t element, const std::vector<std::size
     }
     const std::string &kept = feature.*one.field;
     const element_text text = own == none ? element_text() : text_of(content_, content_.elements[own]);
-    const bool is_name =
-        one.tag == MORE_TAGS_PVRENAME && own != none && !kept.empty() && kept == name_of(own);
-    if (kept == text.whole || is_name) {
+    const std::string name = one.tag == MORE_TAGS_PVRENAME && own != none ? name_of(own) : "";
+    if (kept == (name.empty() ? text.whole : name)) {
         if (own != none)
-            check_blanks(own, who, (is_name ? "Name of " : "text of ") + tag, kept);
-    } else if (!text.has_entity && !(kept.empty() && text.whole.empty()))
+            check_blanks(own, who, (name.empty() ? "text of " : "Name of ") + tag, kept);
+    } else if (!name.empty() && kept.empty())
+        tell(rule::LOST_TEXT, own, who + "the Name " + in_quotes(name) + " of " + tag + " gets lost");
+    else if (!text.has_entity)
         tell_other_text(own, all.empty() ? element : all.back(), who, one, text, kept);
 }
 

@@ -81,6 +81,14 @@ void document_check::check_encoding() {
         tell(rule::ENCODING_MISMATCH, decoded_.mislabelled,
              "the characters beyond ASCII are UTF-8, but the document is labelled " +
                  in_quotes(decoded_.label) + ": readers make other characters of them");
+    if (decoded_.is_wide && report_)
+        tell(rule::ENCODING_MISMATCH, 0,
+             "the document is in UTF-16, but labelled " + in_quotes(decoded_.label) +
+                 ", which readers believe");
+    if (decoded_.control != decoded_text::none)
+        tell(rule::ENCODING_MISMATCH, decoded_.control,
+             "a control character of " + in_quotes(decoded_.label) +
+                 ": it would be a quotation mark, a dash or another sign in windows-1252");
     if (content_.doctype != outline_element::none)
         tell(rule::DOCTYPE, content_.doctype,
              "readers check the document against its document type, and never open another file for it");
@@ -101,7 +109,7 @@ void document_check::check_report() {
 }
 
 void document_check::check_kind() {
-    if (content_.elements.empty())
+    if (content_.elements.empty() || content_.elements.front().name.empty())
         return;
     const std::string root(content_.elements.front().name);
     for (const checked_kind &kind : checked_kinds)

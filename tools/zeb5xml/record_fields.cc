@@ -71,6 +71,7 @@ public:
 
 private:
     void find_part(tree_record &own);
+    void check_parts(const tree_record &own, std::size_t parts);
     void check(const filled_field &field);
     void check_text(const filled_field &field, const element_text &text);
     void check_number(const filled_field &field, std::string_view text, bool is_split);
@@ -112,9 +113,10 @@ void field_check::find_part(tree_record &own) {
     own.is_doubtful = owner.is_doubtful;
     if (!owner.made || owner.is_doubtful)
         return;
+    const std::size_t &taken = owner.taken[static_cast<std::size_t>(own.level)], before = taken;
     own.made = next_part(document_, owner, own.level, *own.row, own.opener);
     if (own.made)
-        return;
+        return check_parts(own, taken - before);
     own.is_doubtful = true;
     if (!document_.is_whole)
         return;
@@ -125,6 +127,18 @@ void field_check::find_part(tree_record &own) {
         tell(rule::FEWER_RECORDS, own.opener,
              std::string("the reader makes no ") +
                  document_.kind.levels[static_cast<std::size_t>(own.level)].noun + " of it");
+}
+
+/// Kept by the reader: a titled bit is made twice, without its title and with it. Nobody means more than
+/// that.
+void field_check::check_parts(const tree_record &own, std::size_t parts) {
+    const element_text text = text_of(document_.content, document_.content.elements[own.opener]);
+    const std::size_t usual = own.row->value == value_kind::TEXT && !text.is_blank() ? 2 : 1;
+    if (parts > usual)
+        tell(rule::REPEATED_ELEMENT, own.opener,
+             "the reader makes " + std::to_string(parts) + " " +
+                 document_.kind.levels[static_cast<std::size_t>(own.level)].noun + "s of " +
+                 in_tag(own.row->name) + ": one at its start tag, and one at each comment or text behind it");
 }
 
 void field_check::check(const filled_field &field) {
@@ -141,7 +155,7 @@ void field_check::check(const filled_field &field) {
 void field_check::check_text(const filled_field &field, const element_text &text) {
     const element_row &row = *field.row;
     const std::string tag = in_tag(row.name);
-    if (text.is_blank() && !text.has_entity && !text.is_split())
+    if (text.is_blank() && !text.has_entity)
         return;
     const auto cut_at = [&](std::size_t size, std::string_view kept, const char *where) {
         tell(rule::CUT_FIELD, field.element,
@@ -159,7 +173,7 @@ void field_check::check_text(const filled_field &field, const element_text &text
     const bool is_cut = row.size != 0 && text.whole.size() >= row.size;
     const bool is_whole =
         kept == std::string_view(text.whole).substr(0, is_cut ? row.size - 1 : text.whole.npos);
-    if (is_whole && trimmed(text.whole).size() != text.whole.size())
+    if (is_whole && is_padded(text.whole))
         tell(rule::PADDED_VALUE, field.element,
              "the white space around the text of " + tag + " is kept: " + in_quotes(text.whole));
     if (is_whole && is_cut)

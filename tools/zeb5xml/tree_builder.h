@@ -47,7 +47,8 @@ private:
     bool put_field(std::size_t number, const zeb5::element_row &row, std::size_t owner, bool is_blank);
     void open(std::size_t number, const zeb5::element_row &row, std::size_t owner, surroundings &own);
     void open_ignored(std::size_t number, const zeb5::element_row &row, std::size_t owner);
-    void note_repeated_part(std::size_t number, const zeb5::element_row &row, std::size_t part);
+    void note_repeated_part(std::size_t number, const zeb5::element_row &row, std::size_t part,
+                            const std::string &name);
     std::size_t add_record(std::size_t number, const zeb5::element_row &row, std::size_t owner);
     void identify(std::size_t number, const zeb5::element_row &row, std::size_t owner,
                   const std::string &value);

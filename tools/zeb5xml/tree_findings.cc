@@ -143,10 +143,15 @@ void tree_builder::note_duplicate(std::size_t number, const element_row &row, st
     tell(rule::DUPLICATE_IDENTITY, number, none, message, elements_[place->second.element].at);
 }
 
-void tree_builder::note_repeated_part(std::size_t number, const element_row &row, std::size_t part) {
+/// Parts are told apart by their names, or by their numbers when these are empty. Events are parts of the
+/// document.
+void tree_builder::note_repeated_part(std::size_t number, const element_row &row, std::size_t part,
+                                      const std::string &name) {
     const tree_record &own = tree_.records[part];
-    const std::string key = std::to_string(own.parent) + std::string(row.name) + '=' +
-                            std::to_string(number_read(row, number_text(document_, row, number)));
+    const std::string value =
+        name.empty() ? std::to_string(number_read(row, number_text(document_, row, number))) : name;
+    const std::string key =
+        std::to_string(row.is_identity ? 0 : own.parent) + std::string(row.name) + '=' + value;
     const auto [place, is_new] = first_of_.try_emplace(key, first_use{number, part});
     if (!is_new)
         tell(rule::DUPLICATE_IDENTITY, number, own.parent,
