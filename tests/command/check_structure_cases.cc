@@ -30,6 +30,8 @@ std::vector<checked_case> structure_cases() {
         {rule::NOT_XML, std::string("<BMR>\0</BMR>", 12),
          "1:6 not-xml: input ended before all started tags were ended; last tag started is 'BMR': readers "
          "stop here, and keep the records that they have\n"},
+        {rule::NOT_XML, channel("<DESC>x < 5</DESC>"),
+         "1:65 not-xml: element name expected: readers stop here, and keep the records that they have\n"},
         {rule::WRONG_ROOT, "<CHANDESCRIPTION/>",
          "1:1 wrong-root: the root <CHANDESCRIPTION> is none of CHANDESCRIPTIONS, DAQvariables, BMR and "
          "ENVINDEXDICT, and no camera feature is in it; did you mean 'CHANDESCRIPTIONS'?\n"},
@@ -260,7 +262,7 @@ std::vector<checked_case> structure_cases() {
          "1:86 duplicate-identity: channel 'P': there is another dimension 1: both are kept; the first is at "
          "1:67\n"},
         {rule::DUPLICATE_IDENTITY, "<BMR><EVENT><TYPE>4</TYPE></EVENT><EVENT><TYPE>04</TYPE></EVENT></BMR>",
-         "1:42 duplicate-identity: there is another entry 04: both are kept; the first is at 1:13\n"},
+         "1:42 duplicate-identity: there is another entry 4: both are kept; the first is at 1:13\n"},
         {rule::DUPLICATE_IDENTITY, "<BMR><EVENT><TYPE>4</TYPE></EVENT><EVENT><TYPE>5</TYPE></EVENT></BMR>",
          ""},
         {rule::DUPLICATE_IDENTITY,

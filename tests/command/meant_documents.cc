@@ -13,8 +13,8 @@ const std::string longest(300, 'l');
 meant_documents::text_value meant_documents::text(std::size_t most) {
     if (is_odd())
         return odd_text(most);
-    const std::string usual = one_of<std::string>(
-        {"mm", "two words", "a > b", "x", "\"quoted\"", "a\nb", "0", "it's", "a]]b", longest.substr(0, most)});
+    const std::string usual = one_of<std::string>({"mm", "two words", "a > b", "x", "\"quoted\"", "a\nb", "0",
+                                                   "it's", "a]]b", longest.substr(0, most)});
     return {usual.substr(0, most), usual.substr(0, most)};
 }
 
@@ -69,8 +69,9 @@ meant_documents::number_value meant_documents::number(std::int64_t least, std::i
         return odd_number(least, most);
     const std::int64_t number = std::clamp(one_of<std::int64_t>({least, most, 0, 1, 7, 16}), least, most);
     const std::string digits = std::to_string(number);
-    return {number, one_of<std::string>({digits, digits, digits, " " + digits + " ", "\n" + digits + "\t",
-                                         (number < 0 ? "" : "+") + digits, number < 0 ? digits : "0" + digits})};
+    return {number,
+            one_of<std::string>({digits, digits, digits, " " + digits + " ", "\n" + digits + "\t",
+                                 (number < 0 ? "" : "+") + digits, number < 0 ? digits : "0" + digits})};
 }
 
 meant_documents::number_value meant_documents::odd_number(std::int64_t least, std::int64_t most) {
@@ -87,15 +88,21 @@ meant_documents::number_value meant_documents::odd_number(std::int64_t least, st
                                      {12, "<!-- -->12"},
                                      {1000, "1e3"},
                                      {0, "-0"}});
-    return {0, doubt(one_of<std::string>({"", " ", "12x", "many", "1,5", "1.5", "1 2", "1.000", "--1", "\xC2\xA0" "5",
-                                          "5\xC2\xA0", "\xE2\x88\x92" "1", "99999999999999999999", "l2", "O"}))};
+    return {0, doubt(one_of<std::string>({"", " ", "12x", "many", "1,5", "1.5", "1 2", "1.000", "--1",
+                                          "\xC2\xA0"
+                                          "5",
+                                          "5\xC2\xA0",
+                                          "\xE2\x88\x92"
+                                          "1",
+                                          "99999999999999999999", "l2", "O"}))};
 }
 
 float meant_documents::real(std::string &written) {
-    written = one_of<std::string>({"0", "0.5", "1e-3", "12", "0.1", "3.25", ".5", "7.", "+2", " 1 ", "0.000001",
-                                   "3.4028234e38", "1E2"});
+    written = one_of<std::string>({"0", "0.5", "1e-3", "12", "0.1", "3.25", ".5", "7.", "+2", " 1 ",
+                                   "0.000001", "3.4028234e38", "1E2"});
     if (is_odd() && is_there())
-        written = doubt(one_of<std::string>({"", "0,5", "1e99", "nan", "inf", "0.5V", "half", "0.5.1", "\xC2\xBD"}));
+        written = doubt(
+            one_of<std::string>({"", "0,5", "1e99", "nan", "inf", "0.5V", "half", "0.5.1", "\xC2\xBD"}));
     else if (is_odd())
         written = one_of<std::string>({"-1", "0.0000001", "0x8", "<![CDATA[0.5]]>", "<!-- -->2"});
     const std::string number = written == "<![CDATA[0.5]]>" ? "0.5" : written == "<!-- -->2" ? "2" : written;
@@ -325,10 +332,12 @@ std::string meant_documents::feature(std::string &records) {
         all += feature_text("ToolTip", tooltip);
     if (is_there())
         all += feature_text("Description", description);
-    all += one_of<std::string>({"", "<Value>1</Value>\n", "<EnumEntry Name=\"E\"><Value>1</Value></EnumEntry>\n"});
+    all += one_of<std::string>(
+        {"", "<Value>1</Value>\n", "<EnumEntry Name=\"E\"><Value>1</Value></EnumEntry>\n"});
     if (is_odd())
         all += doubt("<EnumEntry Name=\"E\"><ToolTip>of E</ToolTip></EnumEntry>\n");
-    records += std::to_string(type) + '|' + name.meant + '|' + extension + '|' + tooltip + '|' + description + '\n';
+    records +=
+        std::to_string(type) + '|' + name.meant + '|' + extension + '|' + tooltip + '|' + description + '\n';
     return around(FeatureTags[type], all, " Name=\"" + name.written + "\"") + "\n";
 }
 

@@ -65,7 +65,8 @@ private:
     float real(std::string &written);
 
     std::string element(const std::string &name, const std::string &written);
-    std::string around(const std::string &name, const std::string &written, const std::string &attribute = "");
+    std::string around(const std::string &name, const std::string &written,
+                       const std::string &attribute = "");
 
     /// An element with a text of at most N - 1 bytes, for a field of N.
     template <std::size_t N> std::string text_element(const std::string &name, char (&field)[N]) {

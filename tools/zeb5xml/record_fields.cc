@@ -11,6 +11,7 @@
 #include "number_faults.h"
 #include "parse_chan_descr.h"
 #include "parse_ev_list.h"
+#include "type_names.h"
 #include "words.h"
 
 namespace {
@@ -47,6 +48,31 @@ std::vector<std::string> unnamed_types(std::uint32_t mask, bool is_event) {
             unnamed.push_back(std::to_string(type));
     }
     return unnamed;
+}
+
+/// Whether a field holds the number of a type, or a mask of types.
+enum class type_field { NO, EVENT_TYPE, EVENT_MASK, BLOCK_WORD };
+
+type_field type_field_of(const element_row &row) {
+    if (row.number == zeb5::number_at<&zeb5_ev_entry::evtype>)
+        return type_field::EVENT_TYPE;
+    if (row.number == zeb5::number_at<&chan_descr_2010::ev_type>)
+        return type_field::EVENT_MASK;
+    return row.number == zeb5::number_at<&chan_descr_2010::dtype> ? type_field::BLOCK_WORD : type_field::NO;
+}
+
+/// Says which number an author means who has written the name of a type.
+std::string number_of_name(const element_row &row, const std::string &name) {
+    const type_field field = type_field_of(row);
+    const int type = field == type_field::NO           ? -1
+                     : field == type_field::BLOCK_WORD ? block_type_of(name)
+                                                       : event_type_of(name);
+    if (type < 0)
+        return "";
+    const std::uint32_t number = field == type_field::EVENT_TYPE   ? static_cast<std::uint32_t>(type)
+                                 : field == type_field::EVENT_MASK ? std::uint32_t{1} << type
+                                                                   : word_of_block(type);
+    return ", the number of " + name + " is " + std::to_string(number);
 }
 
 class field_check {
@@ -199,7 +225,9 @@ void field_check::check_number(const filled_field &field, std::string_view text,
             : is_replaced_                 ? "it reads as " + plain(kept, is_real)
                                            : "the reader keeps " + plain(kept, is_real);
         const rule id = is_refused && fault->id == rule::VALUE_RANGE ? rule::FEWER_RECORDS : fault->id;
-        tell(id, field.element, name + ": " + fault->what + "; " + what_is_kept);
+        const std::string meant =
+            id == rule::NOT_A_NUMBER ? number_of_name(row, std::string(trimmed(text))) : "";
+        tell(id, field.element, name + ": " + fault->what + meant + "; " + what_is_kept);
     } else if (is_known && is_split && kept != number_read(row, text))
         tell(rule::LOST_TEXT, field.element,
              "the text of " + name + " comes in pieces: the reader keeps " + plain(kept, is_real) + ", not " +
@@ -216,10 +244,9 @@ void field_check::check_number(const filled_field &field, std::string_view text,
 }
 
 void field_check::check_types(const element_row &row, double kept, std::size_t element) {
-    const bool is_single = row.number == zeb5::number_at<&zeb5_ev_entry::evtype>;
-    const bool is_event = is_single || row.number == zeb5::number_at<&chan_descr_2010::ev_type>;
-    const bool is_block = row.number == zeb5::number_at<&chan_descr_2010::dtype>;
-    if ((!is_event && !is_block) || (is_single && kept >= double{ZEB5_EV_EVMAX}))
+    const type_field field = type_field_of(row);
+    const bool is_single = field == type_field::EVENT_TYPE, is_event = field != type_field::BLOCK_WORD;
+    if (field == type_field::NO || (is_single && kept >= double{ZEB5_EV_EVMAX}))
         return;
     const auto number = static_cast<std::uint32_t>(kept);
     const auto unnamed = unnamed_types(is_single ? std::uint32_t{1} << number : number, is_event);

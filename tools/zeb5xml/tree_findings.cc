@@ -16,6 +16,8 @@ bool is_of_xml(std::string_view attribute) {
     return attribute == "xmlns" || attribute.find(':') != attribute.npos;
 }
 
+std::string whole_number(double number) { return std::to_string(static_cast<std::int64_t>(number)); }
+
 } // namespace
 
 /// The known name that is meant by an unknown one. A document may have a million of them, so only the first
@@ -149,13 +151,13 @@ void tree_builder::note_repeated_part(std::size_t number, const element_row &row
                                       const std::string &name) {
     const tree_record &own = tree_.records[part];
     const std::string value =
-        name.empty() ? std::to_string(number_read(row, number_text(document_, row, number))) : name;
+        name.empty() ? whole_number(number_read(row, number_text(document_, row, number))) : in_quotes(name);
     const std::string key =
         std::to_string(row.is_identity ? 0 : own.parent) + std::string(row.name) + '=' + value;
     const auto [place, is_new] = first_of_.try_emplace(key, first_use{number, part});
     if (!is_new)
         tell(rule::DUPLICATE_IDENTITY, number, own.parent,
-             std::string("there is another ") + level(row.opens).noun + " " + own.label + ": both are kept",
+             std::string("there is another ") + level(row.opens).noun + " " + value + ": both are kept",
              elements_[place->second.element].at);
 }
 

@@ -68,6 +68,10 @@ std::vector<std::string> block_names(std::uint32_t dtype) {
     return names(dtype & ~blocks_2010, dtype & blocks_2010 ? 32 : 0, blocks);
 }
 
+std::uint32_t word_of_block(int block_type) {
+    return std::uint32_t{1} << block_type % 32 | (block_type < 32 ? 0 : blocks_2010);
+}
+
 bool has_block(std::uint32_t dtype, int block_type) {
     bool range_2010 = dtype & blocks_2010;
     return range_2010 == (block_type >= 32) && (dtype & ~blocks_2010) >> (block_type % 32) & 1;
