@@ -16,6 +16,9 @@ std::vector<checked_case> value_cases() {
          "its start tag, and one at each comment or text behind it\n"
          "1:85 ignored-text: channel 'P': the text 'text' of <dimension> is not read\n"},
         {rule::IGNORED_TEXT, channel("<!-- text -->\n <DIM>0\n <DIM_NAME>t</DIM_NAME>\n </DIM>"), ""},
+        {rule::IGNORED_TEXT, camera("<Float Name=\"F\"><ToolTip>a<b/>c</ToolTip></Float>"),
+         "1:39 ignored-text: feature 'F': text of <ToolTip> that follows another element is not read\n"},
+        {rule::IGNORED_TEXT, camera("<Float Name=\"F\"><ToolTip>a<b/>\n</ToolTip>text</Float>"), ""},
         {rule::LOST_TEXT, channel("<DESC>beam &amp; gas</DESC>"),
          "1:56 lost-text: channel 'P': the text of <DESC> comes in pieces (a reference): the reader keeps "
          "only '& gas'\n"

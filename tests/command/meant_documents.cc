@@ -42,6 +42,7 @@ meant_documents::text_value meant_documents::odd_text(std::size_t most) {
                                {"\xC2\xA0x", "\xC2\xA0x"},
                                {"\xE2\x80\x9Cq\xE2\x80\x9D", "\xE2\x80\x9Cq\xE2\x80\x9D"},
                                {"\xE2\x82\xAC", "&#x20AC;"},
+                               {"bc", "b<X/>c"},
                                {"Unknown", "Unknown"},
                                {"Waiting", "Waiting"},
                                {longest.substr(0, most + 1), longest.substr(0, most + 1)},
@@ -191,6 +192,8 @@ std::string meant_documents::dimension(chan_descr_2010 &channel) {
         values += text_element("STAT_NAME", inner->stat_name) + text_element("STAT_UNITS", inner->units);
         all += around("STAT", values + text_element("STAT_DESCR", inner->stat_desc)) + "\n";
     }
+    if (is_odd())
+        all += doubt(element("UNITS", "V")); // which are not those of the channel
     return around("DIM", all) + "\n";
 }
 
@@ -231,6 +234,10 @@ std::string meant_documents::variable_values(chan_descr_2010 &channel) {
 
 std::string meant_documents::variable_parts(const std::string &kind, chan_descr_2010 &channel) {
     std::string all;
+    if (kind != "DaqBits" && is_odd())
+        all += doubt("<bitTitle bit=\"1\">on</bitTitle>\n");
+    if (kind != "DaqFloatMatrix" && is_odd())
+        all += doubt("<dimension id=\"1\"><name>t</name></dimension>\n");
     for (std::size_t count = kind == "DaqBits" ? below(3) : 0; count-- > 0;) {
         const int position = static_cast<int>(below(2) * 31);
         const std::string number = std::to_string(position);

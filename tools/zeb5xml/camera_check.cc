@@ -162,6 +162,9 @@ void camera_check::check_detail(std::size_t element, const std::vector<std::size
         first = own == none ? i : first;
         own = i;
     }
+    if (own != none && content_.elements[own].later_text != none)
+        found_.push_back({content_.elements[own].later_text, rule::IGNORED_TEXT,
+                          who + "text of " + tag + " that follows another element is not read"});
     const std::string &kept = feature.*one.field;
     const element_text text = own == none ? element_text() : text_of(content_, content_.elements[own]);
     const std::string name = one.tag == MORE_TAGS_PVRENAME && own != none ? name_of(own) : "";
