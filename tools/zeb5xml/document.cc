@@ -98,13 +98,12 @@ std::string document::text() const {
     return all;
 }
 
-void document::require_content() const {
+bool document::is_blank() const {
     char block[65536]; // who leaves a document empty does not fill this
     const std::shared_ptr<const int> file = owned(open(path.c_str(), O_RDONLY | O_CLOEXEC));
     const ssize_t count = *file < 0 ? -1 : read(*file, block, sizeof block);
-    if (count >= 0 && std::string_view(block, static_cast<size_t>(count)).find_first_not_of(" \t\r\n") ==
-                          std::string_view::npos)
-        throw failure(STATUS_DOCUMENT, name + ": the document is empty");
+    return count >= 0 && std::string_view(block, static_cast<size_t>(count)).find_first_not_of(" \t\r\n") ==
+                             std::string_view::npos;
 }
 
 bool has_nul(const std::string &text) { return text.find('\0') != std::string::npos; }

@@ -15,8 +15,8 @@ struct document {
     /// Reads the whole text now. It ends early behind bytes that no document holds.
     std::string text() const;
 
-    /// Throws failure when it holds nothing but white space.
-    void require_content() const;
+    /// Whether it holds nothing but white space.
+    bool is_blank() const;
 };
 
 /// Whether a text holds NUL bytes, as UTF-16 does: it cannot be passed on as a C string then.

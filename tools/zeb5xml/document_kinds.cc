@@ -49,8 +49,8 @@ const document_kind &kind_of(const document &source) {
     for (const document_kind &kind : kinds())
         if (!root.empty() && (kind.root ? root == kind.root : holds_records(source, kind)))
             return kind;
-    if (root.empty())
-        source.require_content();
+    if (root.empty() && source.is_blank())
+        throw failure(STATUS_DOCUMENT, source.name + ": the document is empty");
     write_standard_error(readable_diagnostics(reports, source.name));
     if (root.empty())
         throw failure(STATUS_DOCUMENT, source.name + ": no root element could be read");

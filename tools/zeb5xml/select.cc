@@ -4,6 +4,7 @@
 
 #include "chan_selector.h"
 #include "document.h"
+#include "document_kinds.h"
 #include "each_file.h"
 #include "failure.h"
 #include "output.h"
@@ -66,8 +67,8 @@ int read_source(chan_selector &selector, const std::string &path) {
     bool failed = false;
     const std::string reports =
         held_output({1, 2}, [&] { failed = selector.set_descriptions(&sources, nullptr); });
-    if (failed)
-        source.require_content();
+    if (failed && source.is_blank())
+        (void)kind_of(source); // throws: it says the same of any subcommand
     write_standard_error(readable_diagnostics(reports, source.name));
     if (failed)
         throw failure(STATUS_DOCUMENT, source.name + ": channel descriptions not read without errors");
