@@ -92,6 +92,9 @@ std::vector<checked_case> structure_cases() {
         {rule::UNKNOWN_ELEMENT, channel("<EVTYP>4</EVTYP>"),
          "1:56 unknown-element: channel 'P': no reader knows <EVTYP>; did you mean <EVTYPE>? Without it, the "
          "channel belongs to no event type\n"},
+        {rule::UNKNOWN_ELEMENT, channel("<DESCRIPTION>d</DESCRIPTION><CHANNELDOCUMENT>d</CHANNELDOCUMENT>"),
+         "1:56 unknown-element: channel 'P': no reader knows <DESCRIPTION>; did you mean <DESC>?\n"
+         "1:84 unknown-element: channel 'P': no reader knows <CHANNELDOCUMENT>\n"},
         {rule::UNKNOWN_ELEMENT, channel("<COLOUR>red</COLOUR>"),
          "1:56 unknown-element: channel 'P': no reader knows <COLOUR>\n"},
         {rule::UNKNOWN_ELEMENT, channel("<units>V</units>"),
@@ -224,6 +227,9 @@ std::vector<checked_case> structure_cases() {
          "1:6 missing-identity: <EVENT> has no <TYPE>: the event is not read\n"},
         {rule::MISSING_IDENTITY, "<ENVINDEXDICT><CHANNEL><PROP>P</PROP></CHANNEL></ENVINDEXDICT>",
          "1:15 missing-identity: entry 'P': <CHANNEL> has no <INDEX>: the entry is not read\n"},
+        {rule::MISSING_IDENTITY, camera("<Float name=\"F\"/><Float Name=\"G\"/>"),
+         "1:9 missing-identity: <Float> has no Name, but 'name': the feature has none, and listings leave it "
+         "out\n"},
         {rule::MISSING_IDENTITY, camera("<Float/>"),
          "1:9 missing-identity: <Float> has no Name: the feature has none, and listings leave it out\n"},
         {rule::MISSING_IDENTITY, channels("<CHANNEL><NAME>N</NAME><PROP>P</PROP></CHANNEL>"), ""},

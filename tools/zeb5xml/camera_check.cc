@@ -71,6 +71,7 @@ private:
     void tell_other_text(std::size_t own, std::size_t last, const std::string &who, const detail &one,
                          const element_text &text, const std::string &kept);
     std::string name_of(std::size_t element) const;
+    std::string misspelt_name_of(std::size_t element) const;
 
     void tell(rule id, std::size_t element, const std::string &message, std::size_t first = finding::none) {
         found_.push_back({content_.elements[element].at, id, message, first});
@@ -111,13 +112,26 @@ std::string camera_check::name_of(std::size_t number) const {
     return "";
 }
 
+/// Says which attribute is probably meant for the Name.
+std::string camera_check::misspelt_name_of(std::size_t number) const {
+    const outline_element &element = content_.elements[number];
+    for (std::size_t i = 0; i < element.attributes; ++i) {
+        const std::string_view name = content_.attributes[element.first_attribute + i].name;
+        if (name != Attributes[ATTRIBUTE_NAME] && name.size() < 8 &&
+            changes_between(name, Attributes[ATTRIBUTE_NAME]) <= 1)
+            return ", but " + in_quotes(name);
+    }
+    return "";
+}
+
 void camera_check::check_feature(std::size_t element, std::size_t end, const ZEB5GigEFeature &feature) {
     const std::string name = name_of(element), tag = in_tag(content_.elements[element].name);
     const std::string taken = feature.name.empty()
                                   ? "the feature has none, and listings leave it out"
                                   : "it gets " + in_quotes(feature.name) + " from the next element with one";
     if (name.empty())
-        tell(rule::MISSING_IDENTITY, element, tag + " has no Name: " + taken);
+        tell(rule::MISSING_IDENTITY, element,
+             tag + " has no Name" + misspelt_name_of(element) + ": " + taken);
     else if (name != feature.name)
         tell(rule::LOST_TEXT, element,
              "the Name " + in_quotes(name) + " of " + tag + " counts as none: " + taken);

@@ -68,6 +68,7 @@ private:
     void tell_not_made(std::size_t number, const zeb5::element_row &row, std::size_t record);
     void tell_missing_identities();
     const std::string &meant_by(std::string_view name);
+    std::string beginning_of(std::string_view name) const;
 
     void tell(rule id, std::size_t number, std::size_t record, const std::string &message,
               std::size_t first = finding::none) {

@@ -29,7 +29,19 @@ const std::string &tree_builder::meant_by(std::string_view name) {
         return found->second;
     if (meant_.size() == most_names)
         return nothing;
-    return meant_.emplace(name, nearest(name, names_)).first->second;
+    std::string meant = nearest(name, names_);
+    return meant_.emplace(name, meant.empty() ? beginning_of(name) : std::move(meant)).first->second;
+}
+
+/// The known name that an unknown one begins with, as <PROPERTY> does; empty for names of records, of which
+/// more than the element would be meant.
+std::string tree_builder::beginning_of(std::string_view name) const {
+    constexpr std::size_t fewest_letters = 4;
+    for (const std::string &known : names_)
+        if (known.size() >= fewest_letters && name.substr(0, known.size()) == known &&
+            rows_.at(known).front()->opens == zeb5::no_level)
+            return known;
+    return "";
 }
 
 void tree_builder::take_unknown(std::size_t number, surroundings &own) {
