@@ -2,13 +2,27 @@
 
 #include "command/check_cases.h"
 
+namespace {
+
+/// ASCII, with a byte order mark.
+std::string in_utf_16(const std::string &text) {
+    std::string wide = "\xFF\xFE";
+    for (const char c : text)
+        wide.append(1, c).append(1, '\0');
+    return wide;
+}
+
+} // namespace
+
 std::vector<checked_case> structure_cases() {
     return {
         {rule::NOT_XML, channels("<CHANNEL>\n<NAME>a</NAM></CHANNEL>"),
          "2:10 not-xml: expected end of tag 'NAME': readers stop here, and keep the records that they "
          "have\n"},
-        {rule::NOT_XML, "",
-         "1:1 not-xml: invalid document structure: readers stop here, and keep the records that they have\n"},
+        {rule::NOT_XML, "", "1:1 not-xml: the document is empty: no reader takes it\n"},
+        {rule::NOT_XML, "\xEF\xBB\xBF\n\n", "1:1 not-xml: the document is empty: no reader takes it\n"},
+        {rule::NOT_XML, "\n text",
+         "2:2 not-xml: invalid document structure: readers stop here, and keep the records that they have\n"},
         {rule::NOT_XML, "\xEF\xBB\xBF" + channel(""), ""},
         {rule::NOT_XML, "<BMR>\n\xC3\xA4 \xE4</BMR>",
          "2:3 not-xml: the byte 0xE4 is no character of UTF-8: readers stop some way before it, and keep the "
@@ -16,6 +30,8 @@ std::vector<checked_case> structure_cases() {
         {rule::NOT_XML, std::string("<BMR>\0</BMR>", 12),
          "1:6 not-xml: input ended before all started tags were ended; last tag started is 'BMR': readers "
          "stop here, and keep the records that they have\n"},
+        {rule::NOT_XML, channel("<DESC>x < 5</DESC>"),
+         "1:65 not-xml: element name expected: readers stop here, and keep the records that they have\n"},
         {rule::WRONG_ROOT, "<CHANDESCRIPTION/>",
          "1:1 wrong-root: the root <CHANDESCRIPTION> is none of CHANDESCRIPTIONS, DAQvariables, BMR and "
          "ENVINDEXDICT, and no camera feature is in it; did you mean 'CHANDESCRIPTIONS'?\n"},
@@ -39,6 +55,25 @@ std::vector<checked_case> structure_cases() {
          "<?xml version=\"1.0\" "
          "encoding=\"UTF-8\"?>\n<BMR><EVENT><TYPE>4</TYPE><SBLOCK>\xC3\xA4</SBLOCK></EVENT></BMR>",
          ""},
+        {rule::ENCODING_MISMATCH,
+         "<?xml version=\"1.0\" encoding=\"ISO-8859-1\"?>\n<BMR><EVENT><TYPE>4</TYPE><SBLOCK>a\x96"
+         "b</SBLOCK></EVENT></BMR>",
+         "2:36 encoding-mismatch: a control character of 'ISO-8859-1': it would be a quotation mark, a dash "
+         "or "
+         "another sign in windows-1252\n"},
+        {rule::ENCODING_MISMATCH,
+         "<?xml version=\"1.0\" encoding=\"windows-1252\"?>\n<BMR><EVENT><TYPE>4</TYPE><SBLOCK>a\x96"
+         "b</SBLOCK></EVENT></BMR>",
+         ""},
+        {rule::ENCODING_MISMATCH,
+         "<?xml version=\"1.0\" encoding=\"ISO-8859-15\"?>\n<BMR><EVENT><TYPE>4</TYPE><SBLOCK>\xA4"
+         "</SBLOCK></EVENT></BMR>",
+         ""},
+        {rule::ENCODING_MISMATCH, in_utf_16("<?xml version=\"1.0\" encoding=\"UTF-8\"?><BMR/>"),
+         "1:1 encoding-mismatch: the document is in UTF-16, but labelled 'UTF-8', which readers believe\n"
+         "1:40 not-xml: element name expected: readers stop here, and keep the records that they "
+         "have\n"},
+        {rule::ENCODING_MISMATCH, in_utf_16("<?xml version=\"1.0\" encoding=\"UTF-16\"?><BMR/>"), ""},
         {rule::DOCTYPE, "<!DOCTYPE BMR>\n<BMR/>",
          "1:1 doctype: readers check the document against its document type, and never open another file for "
          "it\n"},
@@ -57,6 +92,9 @@ std::vector<checked_case> structure_cases() {
         {rule::UNKNOWN_ELEMENT, channel("<EVTYP>4</EVTYP>"),
          "1:56 unknown-element: channel 'P': no reader knows <EVTYP>; did you mean <EVTYPE>? Without it, the "
          "channel belongs to no event type\n"},
+        {rule::UNKNOWN_ELEMENT, channel("<DESCRIPTION>d</DESCRIPTION><CHANNELDOCUMENT>d</CHANNELDOCUMENT>"),
+         "1:56 unknown-element: channel 'P': no reader knows <DESCRIPTION>; did you mean <DESC>?\n"
+         "1:84 unknown-element: channel 'P': no reader knows <CHANNELDOCUMENT>\n"},
         {rule::UNKNOWN_ELEMENT, channel("<COLOUR>red</COLOUR>"),
          "1:56 unknown-element: channel 'P': no reader knows <COLOUR>\n"},
         {rule::UNKNOWN_ELEMENT, channel("<units>V</units>"),
@@ -144,6 +182,29 @@ std::vector<checked_case> structure_cases() {
         {rule::REPEATED_ELEMENT, bits_channel("<orvin>P</orvin><units>" + sixteen + "</units>"),
          "1:60 repeated-element: channel 'P': <orvin> stands here again: the same name ends the record, "
          "another lists it anew; the first is at 1:24\n"},
+        {rule::REPEATED_ELEMENT,
+         event("<SBLOCK>S</SBLOCK><CHLIST><CHAN>C</CHAN></CHLIST><CHLIST><CHAN>D</CHAN></CHLIST>"),
+         "1:76 repeated-element: entry 4, server block 'S': <CHLIST> stands here again: what is in it is "
+         "added "
+         "to what was read before\n"},
+        {rule::REPEATED_ELEMENT,
+         camera("<Float Name=\"F\"><ToolTip>T</ToolTip>\n<ToolTip>U</ToolTip></Float>"),
+         "2:1 repeated-element: feature 'F': <ToolTip> replaces what was read before; the first is at "
+         "1:25\n"},
+        {rule::REPEATED_ELEMENT,
+         camera(
+             "<Float Name=\"F\"><ToolTip>T</ToolTip></Float><Float Name=\"G\"><ToolTip>T</ToolTip></Float>"),
+         ""},
+        {rule::REPEATED_ELEMENT, matrix_channel("<dimension id=\"0\"><!-- c --><name>t</name></dimension>"),
+         "1:67 repeated-element: channel 'P', dimension 0: the reader makes 2 dimensions of <dimension>: one "
+         "at "
+         "its start tag, and one at each comment or text behind it\n"},
+        {rule::REPEATED_ELEMENT, matrix_channel("<dimension id=\"0\">\n<!-- c --><name>t</name></dimension>"),
+         ""},
+        {rule::REPEATED_ELEMENT, bits_channel("<bitTitle bit=\"0\"><!-- c -->on</bitTitle>"),
+         "1:60 repeated-element: channel 'P', bit 0: the reader makes 3 bits of <bitTitle>: one at its start "
+         "tag, and one at each comment or text behind it\n"},
+        {rule::REPEATED_ELEMENT, bits_channel("<bitTitle bit=\"0\">on</bitTitle><bitTitle bit=\"1\"/>"), ""},
         {rule::IGNORED_ATTRIBUTE, channel("<SIZE unit=\"kB\">2</SIZE>"),
          "1:62 ignored-attribute: channel 'P': no reader looks at the attribute 'unit' of <SIZE>\n"},
         {rule::IGNORED_ATTRIBUTE, "<BMR version=\"2\"/>",
@@ -161,16 +222,19 @@ std::vector<checked_case> structure_cases() {
          "1:78 orphan-element: channel 'P': <name> is ignored: there is no dimension that it belongs to\n"},
         {rule::MISSING_ATTRIBUTE, bits_channel("<bitTitle bit=\"3\">on</bitTitle>"), ""},
         {rule::MISSING_IDENTITY, channels("<CHANNEL><NAME>N</NAME></CHANNEL>"),
-         "1:19 missing-identity: <CHANNEL> has no <PROP>: the channel is not read\n"},
+         "1:19 missing-identity: channel named 'N': <CHANNEL> has no <PROP>: the channel is not read\n"},
         {rule::MISSING_IDENTITY, "<BMR><EVENT><TMASK>1</TMASK></EVENT></BMR>",
          "1:6 missing-identity: <EVENT> has no <TYPE>: the event is not read\n"},
         {rule::MISSING_IDENTITY, "<ENVINDEXDICT><CHANNEL><PROP>P</PROP></CHANNEL></ENVINDEXDICT>",
          "1:15 missing-identity: entry 'P': <CHANNEL> has no <INDEX>: the entry is not read\n"},
+        {rule::MISSING_IDENTITY, camera("<Float name=\"F\"/><Float Name=\"G\"/>"),
+         "1:9 missing-identity: <Float> has no Name, but 'name': the feature has none, and listings leave it "
+         "out\n"},
         {rule::MISSING_IDENTITY, camera("<Float/>"),
          "1:9 missing-identity: <Float> has no Name: the feature has none, and listings leave it out\n"},
         {rule::MISSING_IDENTITY, channels("<CHANNEL><NAME>N</NAME><PROP>P</PROP></CHANNEL>"), ""},
         {rule::EMPTY_IDENTITY, channels("<CHANNEL><PROP></PROP><NAME>N</NAME></CHANNEL>"),
-         "1:28 empty-identity: <PROP> is empty: the channel is not read\n"},
+         "1:28 empty-identity: channel named 'N': <PROP> is empty: the channel is not read\n"},
         {rule::EMPTY_IDENTITY, "<BMR><EVENT><TYPE/><TMASK>1</TMASK></EVENT></BMR>",
          "1:13 empty-identity: <TYPE> without a number gives no entry; what follows goes to the one before "
          "it, or is ignored\n"},
@@ -200,6 +264,25 @@ std::vector<checked_case> structure_cases() {
          "PROP></CHANNEL></ENVINDEXDICT>",
          "1:73 duplicate-identity: another entry has the same <INDEX> '01': both are kept, and look-ups find "
          "the first one only; the first is at 1:24\n"},
+        {rule::DUPLICATE_IDENTITY, matrix_channel("<dimension id=\"1\"/><dimension id=\"1\"/>"),
+         "1:86 duplicate-identity: channel 'P': there is another dimension 1: both are kept; the first is at "
+         "1:67\n"},
+        {rule::DUPLICATE_IDENTITY, "<BMR><EVENT><TYPE>4</TYPE></EVENT><EVENT><TYPE>04</TYPE></EVENT></BMR>",
+         "1:42 duplicate-identity: there is another entry 4: both are kept; the first is at 1:13\n"},
+        {rule::DUPLICATE_IDENTITY, "<BMR><EVENT><TYPE>4</TYPE></EVENT><EVENT><TYPE>5</TYPE></EVENT></BMR>",
+         ""},
+        {rule::DUPLICATE_IDENTITY,
+         event("<SBLOCK>S</SBLOCK><CHLIST><CHAN>C</CHAN><CHAN>C</CHAN></CHLIST><SBLOCK>S</SBLOCK>"),
+         "1:67 duplicate-identity: entry 4, server block 'S': there is another channel 'C': both are kept; "
+         "the "
+         "first is at 1:53\n"
+         "1:90 duplicate-identity: entry 4: there is another server block 'S': both are kept; the first is "
+         "at "
+         "1:27\n"},
+        {rule::DUPLICATE_IDENTITY,
+         event("<SBLOCK>S</SBLOCK><CHLIST><CHAN>C</CHAN></CHLIST><SBLOCK>T</SBLOCK><CHLIST><CHAN>C</CHAN>"
+               "</CHLIST>"),
+         ""},
         {rule::DUPLICATE_IDENTITY, camera("<Float Name=\"F\"/><Integer Name=\"F\"/>"),
          "1:26 duplicate-identity: another feature is named 'F': both are kept; the first is at 1:9\n"},
         {rule::DUPLICATE_IDENTITY,

@@ -69,6 +69,25 @@ TEST_F(Check, SelectsAndIgnoresRules) {
                               "Try: zeb5xml check --help\n"}));
 }
 
+TEST_F(Check, RefusesAListOfRulesWithAGap) {
+    for (const char *list : {",doctype", "doctype,", "doctype,,not-xml"})
+        EXPECT_EQ(run({"clean.xml", "--select", list}),
+                  (command_result{2, "",
+                                  "zeb5xml: --select: the name of a rule is missing\n"
+                                  "Try: zeb5xml check --help\n"}))
+            << list;
+}
+
+TEST_F(Check, TellsOfAnEmptyDocumentOnly) {
+    folder.write("empty.xml", "");
+    EXPECT_EQ(
+        run({"empty.xml", "-"}),
+        (command_result{1,
+                        "empty.xml:1:1: error: the document is empty: no reader takes it [not-xml]\n"
+                        "standard input:1:1: error: the document is empty: no reader takes it [not-xml]\n",
+                        "zeb5xml: 2 files checked: 2 errors, 0 warnings, 0 notes\n"}));
+}
+
 TEST_F(Check, PrintsJson) {
     folder.write("a\"b\n.xml", "<OTHER/>");
     EXPECT_EQ(

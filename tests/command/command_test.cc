@@ -134,8 +134,12 @@ TEST_F(Command, RefusesAWrongCommandLineWithStatus2) {
          "'table'?",
          "convert --help"},
         {{"select", "channels.xml", "--event", "NONE"}, "--event: no event type: NONE", "select --help"},
-        {{"select", "channels.xml", "--event", "32"}, "--event: no event type: 32", "select --help"},
-        {{"select", "channels.xml", "--block", "63"}, "--block: no block type: 63", "select --help"},
+        {{"select", "channels.xml", "--event", "32"},
+         "--event: no event type: 32; types go from 0 to 31",
+         "select --help"},
+        {{"select", "channels.xml", "--block", "63"},
+         "--block: no block type: 63; types go from 0 to 62",
+         "select --help"},
     };
     for (const wrong_line &line : lines)
         EXPECT_EQ(run(line.arguments),
@@ -187,6 +191,23 @@ TEST_F(Command, SaysWhyADocumentCannotBeReadAndGoesOnWithTheNext) {
             "zeb5xml: empty.xml: the document is empty\n"
             "zeb5xml: other.xml: root element 'OTHER' is none of CHANDESCRIPTIONS, DAQvariables, BMR and "
             "ENVINDEXDICT, and no camera feature could be read\n"}));
+}
+
+TEST_F(Command, SaysOfAnEmptyDocumentOnlyThatItIsEmpty) {
+    folder.write("blank.xml", " \n");
+    for (const std::vector<std::string> &start : {std::vector<std::string>{"show"},
+                                                  {"export"},
+                                                  {"canonical"},
+                                                  {"convert", "--to", "table"},
+                                                  {"merge"},
+                                                  {"select"},
+                                                  {"catalogue"}})
+        for (const char *file : {"blank.xml", "-"}) {
+            std::vector<std::string> arguments = start;
+            arguments.push_back(file);
+            const std::string name = *file == '-' ? "standard input" : file;
+            EXPECT_EQ(run(arguments).err, "zeb5xml: " + name + ": the document is empty\n") << start[0];
+        }
 }
 
 TEST_F(Command, ReadsUtf16) {

@@ -13,6 +13,10 @@ std::string decoded(const std::string &bytes) {
     std::string text = result.text;
     if (result.malformed != decoded_text::none)
         text += " | malformed " + result.malformed_bytes + " at " + std::to_string(result.malformed);
+    if (result.control != decoded_text::none)
+        text += " | control at " + std::to_string(result.control);
+    if (result.is_wide)
+        text += " | wide";
     if (result.mislabelled != decoded_text::none)
         text += " | mislabelled at " + std::to_string(result.mislabelled);
     return text;
@@ -34,6 +38,17 @@ TEST(DecodedText, IsUtf8WhateverTheEncoding) {
         {"<?xml encoding=\"latin1\"?>\xC3\xA4",
          "<?xml encoding=\"latin1\"?>\xC3\x83\xC2\xA4 | mislabelled at 25"},
         {"<?xml encoding=\"latin1\"?>\xC3\xA4\xE4", "<?xml encoding=\"latin1\"?>\xC3\x83\xC2\xA4\xC3\xA4"},
+        {"<?xml encoding=\"latin1\"?>\x80\xE4",
+         "<?xml encoding=\"latin1\"?>\xC2\x80\xC3\xA4 | control at 25"},
+        {"<?xml encoding=\"CP1252\"?>\x80\x99\xFF",
+         "<?xml encoding=\"CP1252\"?>\xE2\x82\xAC\xE2\x84\xA2\xC3\xBF"},
+        {"<?xml encoding=\"ISO-8859-15\"?>\xA4", "<?xml encoding=\"ISO-8859-15\"?>\xE2\x82\xAC"},
+        {"<?xml encoding=\"SHIFT-JIS\"?>\x83\x41\x83",
+         "<?xml encoding=\"SHIFT-JIS\"?>\xE3\x82\xA2\xEF\xBF\xBD | malformed 0x83 at 31"},
+        {"<?xml encoding=\"none\"?>\xE4", "<?xml encoding=\"none\"?>\xC3\xA4"},
+        {"\x4C\x6F\xA7\x94\x93\x6E", "<?xml>"},
+        {"<\0\0\0\xE4\0\0\0"s, "<\xC3\xA4"},
+        {"\0\0\0<\0\0\0\xE4"s, "<\xC3\xA4"},
         {"a\xE4z", "a\xEF\xBF\xBDz | malformed 0xE4 at 1"},
         {"a\xC0\x80", "a\xEF\xBF\xBD\xEF\xBF\xBD | malformed 0xC0 at 1"},
         {"\xED\xA0\x80", "\xEF\xBF\xBD\xEF\xBF\xBD\xEF\xBF\xBD | malformed 0xED at 0"},

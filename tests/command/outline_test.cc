@@ -49,7 +49,7 @@ TEST(Outline, HasElementsWithTheirTexts) {
         {"</a></b><c/>", "c@8\n"},
         {"<a><!-- ", "a@0 open\n"},
         {"<a>&amp", "a@0 open '&amp'\n"},
-        {"<", "@0 open\n"},
+        {"<", ""},
         {"<a>\0</a>"s, "a@0 '\\x00'\n"},
         {"text", ""},
         {"", ""},

@@ -104,6 +104,7 @@ TEST_F(WriteSchema, RefusesLittleThatIsRight) {
         channel("<DIM>0</DIM><DIM_UNITS>mm</DIM_UNITS>"),
         // A schema sees no comments
         channel("<DESC>text<!-- last -->\n</DESC>"),
+        bits_channel("<bitTitle bit=\"0\">\n<!-- c --></bitTitle>"),
     };
     EXPECT_EQ(refused, expected);
 }

@@ -160,7 +160,7 @@ private:
         case value_kind::MASK:
             return write_integer(row.least, row.most);
         case value_kind::UNSIGNED:
-            return write_unsigned();
+            return write_unsigned(row.most);
         case value_kind::REAL:
             return write_pattern(decimal);
         default:
@@ -199,9 +199,10 @@ private:
         end("xs:simpleType");
     }
 
-    void write_unsigned() {
+    void write_unsigned(std::int64_t most) {
         begin("xs:simpleType");
-        begin("xs:union", "memberTypes=\"xs:unsignedInt\"");
+        begin("xs:union");
+        write_integer(0, most);
         write_pattern(hexadecimal);
         end("xs:union");
         end("xs:simpleType");

@@ -30,6 +30,15 @@ constexpr detail details[] = {{MORE_TAGS_PVRENAME, &ZEB5GigEFeature::extension},
                               {MORE_TAGS_TOOLTIP, &ZEB5GigEFeature::tooltip},
                               {MORE_TAGS_DESCRIPTION, &ZEB5GigEFeature::description}};
 
+bool is_all_cdata(const outline &content, const outline_element &element) {
+    for (std::size_t i = 0; i < element.pieces; ++i) {
+        const text_piece::kind what = content.pieces[element.first_piece + i].what;
+        if (what == text_piece::TEXT || what == text_piece::REFERENCE)
+            return false;
+    }
+    return element.pieces > 0;
+}
+
 class camera_check {
 public:
     camera_check(const outline &content, const std::vector<ZEB5GigEFeature *> &features)
@@ -54,9 +63,15 @@ public:
 private:
     void check_spelling(std::size_t element);
     void check_feature(std::size_t element, std::size_t end, const ZEB5GigEFeature &feature);
-    void check_detail(std::size_t element, std::size_t end, const ZEB5GigEFeature &feature,
-                      const detail &one);
+    void check_blanks(std::size_t element, const std::string &who, const std::string &what,
+                      const std::string &value);
+    std::vector<std::size_t> elements_of(const detail &one, std::size_t feature, std::size_t end) const;
+    void check_detail(std::size_t element, const std::vector<std::size_t> &all, const std::string &who,
+                      const ZEB5GigEFeature &feature, const detail &one);
+    void tell_other_text(std::size_t own, std::size_t last, const std::string &who, const detail &one,
+                         const element_text &text, const std::string &kept);
     std::string name_of(std::size_t element) const;
+    std::string misspelt_name_of(std::size_t element) const;
 
     void tell(rule id, std::size_t element, const std::string &message, std::size_t first = finding::none) {
         found_.push_back({content_.elements[element].at, id, message, first});
@@ -97,48 +112,108 @@ std::string camera_check::name_of(std::size_t number) const {
     return "";
 }
 
+/// Says which attribute is probably meant for the Name.
+std::string camera_check::misspelt_name_of(std::size_t number) const {
+    const outline_element &element = content_.elements[number];
+    for (std::size_t i = 0; i < element.attributes; ++i) {
+        const std::string_view name = content_.attributes[element.first_attribute + i].name;
+        if (name != Attributes[ATTRIBUTE_NAME] && name.size() < 8 &&
+            changes_between(name, Attributes[ATTRIBUTE_NAME]) <= 1)
+            return ", but " + in_quotes(name);
+    }
+    return "";
+}
+
 void camera_check::check_feature(std::size_t element, std::size_t end, const ZEB5GigEFeature &feature) {
     const std::string name = name_of(element), tag = in_tag(content_.elements[element].name);
+    const std::string taken = feature.name.empty()
+                                  ? "the feature has none, and listings leave it out"
+                                  : "it gets " + in_quotes(feature.name) + " from the next element with one";
     if (name.empty())
         tell(rule::MISSING_IDENTITY, element,
-             tag + " has no Name: " +
-                 (feature.name.empty()
-                      ? "the feature has none, and listings leave it out"
-                      : "it gets " + in_quotes(feature.name) + " from the next element with one"));
+             tag + " has no Name" + misspelt_name_of(element) + ": " + taken);
+    else if (name != feature.name)
+        tell(rule::LOST_TEXT, element,
+             "the Name " + in_quotes(name) + " of " + tag + " counts as none: " + taken);
     else if (const auto [place, is_new] = first_of_.emplace(name, content_.elements[element].at); !is_new)
         tell(rule::DUPLICATE_IDENTITY, element,
              "another feature is named " + in_quotes(name) + ": both are kept", place->second);
+    const std::string who = feature.name.empty() ? "" : "feature " + in_quotes(feature.name) + ": ";
+    if (name == feature.name)
+        check_blanks(element, who, "Name of " + tag, name);
     for (const detail &one : details)
-        check_detail(element, end, feature, one);
+        check_detail(element, elements_of(one, element, end), who, feature, one);
 }
 
-void camera_check::check_detail(std::size_t element, std::size_t end, const ZEB5GigEFeature &feature,
-                                const detail &one) {
+/// A value that is kept as it is written.
+void camera_check::check_blanks(std::size_t element, const std::string &who, const std::string &what,
+                                const std::string &value) {
+    if (is_padded(value))
+        tell(rule::PADDED_VALUE, element,
+             who + "the white space around the " + what + " is kept: " + in_quotes(value));
+}
+
+/// The elements of this kind up to the next feature.
+std::vector<std::size_t> camera_check::elements_of(const detail &one, std::size_t feature,
+                                                   std::size_t end) const {
+    std::vector<std::size_t> found;
+    for (std::size_t i = feature + 1; i < end; ++i)
+        if (content_.elements[i].name == MoreTags[one.tag])
+            found.push_back(i);
+    return found;
+}
+
+void camera_check::check_detail(std::size_t element, const std::vector<std::size_t> &all,
+                                const std::string &who, const ZEB5GigEFeature &feature, const detail &one) {
+    const std::string tag = in_tag(MoreTags[one.tag]);
+    std::size_t own = none, first = none; // the feature's own element, of several the last one
+    for (const std::size_t i : all) {
+        if (content_.elements[i].parent != element)
+            continue;
+        if (own != none)
+            tell(rule::REPEATED_ELEMENT, i, who + tag + " replaces what was read before",
+                 content_.elements[first].at);
+        first = own == none ? i : first;
+        own = i;
+    }
+    if (own != none && content_.elements[own].later_text != none)
+        found_.push_back({content_.elements[own].later_text, rule::IGNORED_TEXT,
+                          who + "text of " + tag + " that follows another element is not read"});
     const std::string &kept = feature.*one.field;
-    std::size_t own = none, last = none; // the feature's own element; the last one before the next feature
-    for (std::size_t i = element + 1; i < end; ++i)
-        if (content_.elements[i].name == MoreTags[one.tag]) {
-            if (own == none && content_.elements[i].parent == element)
-                own = i;
-            last = i;
-        }
-    element_text text;
-    if (own != none)
-        text = text_of(content_, content_.elements[own]);
-    const std::string name = own == none ? "" : name_of(own);
-    if (kept == text.whole || (one.tag == MORE_TAGS_PVRENAME && !name.empty() && kept == name))
-        return;
-    const std::string who = "feature " + in_quotes(feature.name) + ": ", tag = in_tag(MoreTags[one.tag]);
-    const bool is_part = !kept.empty() && text.whole.find(kept) != std::string::npos;
-    if (text.has_entity)
-        return;
-    if (text.is_split() && (is_part || kept.empty()))
+    const element_text text = own == none ? element_text() : text_of(content_, content_.elements[own]);
+    const std::string name = one.tag == MORE_TAGS_PVRENAME && own != none ? name_of(own) : "";
+    if (kept == (name.empty() ? text.whole : name)) {
+        if (own != none)
+            check_blanks(own, who, (name.empty() ? "text of " : "Name of ") + tag, kept);
+    } else if (!name.empty() && kept.empty())
+        tell(rule::LOST_TEXT, own, who + "the Name " + in_quotes(name) + " of " + tag + " gets lost");
+    else if (!text.has_entity)
+        tell_other_text(own, all.empty() ? element : all.back(), who, one, text, kept);
+}
+
+/// The feature does not keep the text of its own element, or keeps one without having such an element.
+void camera_check::tell_other_text(std::size_t own, std::size_t last, const std::string &who,
+                                   const detail &one, const element_text &text, const std::string &kept) {
+    const std::string tag = in_tag(MoreTags[one.tag]);
+    const std::string next =
+        one.tag == MORE_TAGS_PVRENAME ? "the next text or Name of the file, " : "the next text of the file, ";
+    const std::string instead = kept.empty() ? "nothing" : next + in_quotes(kept);
+    if (last != own)
+        return tell(rule::FOREIGN_TEXT, last,
+                    who + tag + " of another element " +
+                        (kept.empty() ? "takes its text away" : "gives it " + in_quotes(kept)));
+    if (text.whole.empty())
+        return tell(rule::FOREIGN_TEXT, own, who + "the empty " + tag + " takes " + instead);
+    if (is_all_cdata(content_, content_.elements[own]))
+        return tell(rule::LOST_TEXT, own,
+                    who + "the text of " + tag +
+                        " is in a CDATA section, which the reader of camera files ignores: it keeps " +
+                        instead);
+    if (text.is_split() && text.whole.find(kept) != std::string::npos)
         return tell(rule::LOST_TEXT, own, who + what_is_kept(MoreTags[one.tag], text, kept));
-    if (last == own && kept.empty())
-        return; // its own element is the last one of the file, and empty
-    tell(rule::FOREIGN_TEXT, last == none ? element : last,
-         who + (last == own ? "the empty " + tag + " takes the next text of the file, " + in_quotes(kept)
-                            : tag + " of another element gives it " + in_quotes(kept)));
+    tell(rule::LOST_TEXT, own,
+         who + "the text " + in_quotes(text.whole) + " of " + tag + " gets lost: the reader keeps " +
+             instead);
 }
 
 } // namespace

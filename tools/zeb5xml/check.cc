@@ -44,7 +44,9 @@ bool holds(const std::string &list, const std::string &word) {
 std::string unknown_rule(const std::string &list) {
     const std::vector<std::string> names = rule_names();
     for (const std::string &word : words_of(list))
-        if (std::find(names.begin(), names.end(), word) == names.end())
+        if (word.empty())
+            return "the name of a rule is missing";
+        else if (std::find(names.begin(), names.end(), word) == names.end())
             return "no such rule: " + word + did_you_mean(word, names);
     return "";
 }
@@ -167,10 +169,6 @@ subcommand check_subcommand() {
         {{"Before a document goes into operation", "zeb5xml check channels.xml events.xml"},
          {"What is looked for", "zeb5xml check --rules"},
          {"All rules but one", "zeb5xml check --ignore padded-value channels.xml"}},
-        "Exit status:\n"
-        "  0  nothing was found but notes\n"
-        "  1  errors or warnings were found (with --strict, notes, too)\n"
-        "  2  wrong command line, or a file could not be checked\n"
-        "  3  output could not be written, or the system refused memory\n"
-        "A reader that closes the pipe early ends the command silently."};
+        {"errors or warnings were found (with --strict, notes, too)", "nothing was found but notes",
+         "wrong command line, or a file could not be checked"}};
 }

@@ -81,6 +81,14 @@ void document_check::check_encoding() {
         tell(rule::ENCODING_MISMATCH, decoded_.mislabelled,
              "the characters beyond ASCII are UTF-8, but the document is labelled " +
                  in_quotes(decoded_.label) + ": readers make other characters of them");
+    if (decoded_.is_wide && report_)
+        tell(rule::ENCODING_MISMATCH, 0,
+             "the document is in UTF-16, but labelled " + in_quotes(decoded_.label) +
+                 ", which readers believe");
+    if (decoded_.control != decoded_text::none)
+        tell(rule::ENCODING_MISMATCH, decoded_.control,
+             "a control character of " + in_quotes(decoded_.label) +
+                 ": it would be a quotation mark, a dash or another sign in windows-1252");
     if (content_.doctype != outline_element::none)
         tell(rule::DOCTYPE, content_.doctype,
              "readers check the document against its document type, and never open another file for it");
@@ -93,13 +101,15 @@ void document_check::check_report() {
              "the byte " + decoded_.malformed_bytes + " is no character of " +
                  (decoded_.label.empty() ? "UTF-8" : decoded_.label) +
                  ": readers stop some way before it, and keep the records that they have");
+    if (trimmed(decoded_.text).empty())
+        return tell(rule::NOT_XML, 0, "the document is empty: no reader takes it");
     if (report_ && !(is_malformed && report_->message.find("byte") != std::string::npos))
         tell(rule::NOT_XML, offset_of(decoded_.text, report_->place),
              report_->message + ": readers stop here, and keep the records that they have");
 }
 
 void document_check::check_kind() {
-    if (content_.elements.empty())
+    if (content_.elements.empty() || content_.elements.front().name.empty())
         return;
     const std::string root(content_.elements.front().name);
     for (const checked_kind &kind : checked_kinds)

@@ -13,7 +13,7 @@ const rule_row rule_rows[] = {
      "zeb5xml check missing.xml"},
     {"not-xml", FAULT, "the parser reports an error; what follows is not read", "<NAME>BPM01</NAM>"},
     {"wrong-root", FAULT, "no reader knows the root element", "<CHANDESCRIPTION>"},
-    {"encoding-mismatch", WARNING, "bytes that are UTF-8 stand under the label of another encoding",
+    {"encoding-mismatch", WARNING, "bytes of one encoding stand under the label of another",
      "<?xml version=\"1.0\" encoding=\"ISO-8859-1\"?> and UTF-8 below it"},
     {"doctype", WARNING, "a document type turns validation on, and external ones are never opened",
      "<!DOCTYPE BMR SYSTEM \"bmr.dtd\">"},

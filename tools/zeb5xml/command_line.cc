@@ -51,7 +51,7 @@ std::string footer_of(const subcommand &row) {
         text.append(text.empty() ? "" : "\n").append("Examples:\n");
     for (const example &one : row.examples)
         text.append("  ").append(one.line).append("\n      ").append(one.purpose).append("\n");
-    return text + (text.empty() ? "" : "\n") + row.statuses;
+    return text + (text.empty() ? "" : "\n") + status_help(row.statuses);
 }
 
 /// Names of everything that could stand where `text` does: options when it begins with a dash, else
@@ -107,7 +107,7 @@ const subcommand *chosen_subcommand(const std::vector<subcommand> &subcommands, 
                  "ENVINDEXDICT;\n"
                  "any other that holds a camera feature is a camera file. A file named - is standard input.",
                  "zeb5xml");
-    app.footer(EXIT_STATUS_HELP);
+    app.footer(status_help(all_statuses));
     app.set_version_flag("--version", "zeb5xml " ZEB5XML_VERSION);
     app.require_subcommand(1);
     const subcommand *chosen = nullptr;

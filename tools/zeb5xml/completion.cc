@@ -212,5 +212,6 @@ subcommand completion_subcommand() {
             [name] { return complete(*name); },
             {{"For all sessions of fish, without installing",
               "zeb5xml completion fish > ~/.config/fish/completions/zeb5xml.fish"},
-             {"For this session of bash", "source <(zeb5xml completion bash)"}}};
+             {"For this session of bash", "source <(zeb5xml completion bash)"}},
+            status_texts{}};
 }

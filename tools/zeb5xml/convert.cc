@@ -177,5 +177,6 @@ subcommand convert_subcommand() {
         {{"Turn type numbers into masks and write the other dialect",
           "zeb5xml convert numbers.xml --shift --to daqvariables -o variables.xml"},
          {"Bring back what was edited as JSON",
-          "zeb5xml convert channels.jsonl --from json --to chandescriptions -o channels.xml"}}};
+          "zeb5xml convert channels.jsonl --from json --to chandescriptions -o channels.xml"}},
+        {lost_value_status}};
 }

@@ -2,7 +2,9 @@
 
 #include <algorithm>
 #include <cctype>
+#include <cerrno>
 #include <cstdint>
+#include <iconv.h>
 
 namespace {
 
@@ -89,7 +91,14 @@ void decode_utf_16(decoded_text &result, std::string_view bytes, std::size_t hig
     }
 }
 
-void decode_single_bytes(decoded_text &result, std::string_view bytes) {
+/// What windows-1252 has where ISO-8859-1 has control characters, from 0x80 on.
+constexpr char32_t windows_1252[] = {0x20AC, 0x81,   0x201A, 0x0192, 0x201E, 0x2026, 0x2020, 0x2021,
+                                     0x02C6, 0x2030, 0x0160, 0x2039, 0x0152, 0x8D,   0x017D, 0x8F,
+                                     0x90,   0x2018, 0x2019, 0x201C, 0x201D, 0x2022, 0x2013, 0x2014,
+                                     0x02DC, 0x2122, 0x0161, 0x203A, 0x0153, 0x9D,   0x017E, 0x0178};
+
+/// Decodes ISO-8859-1 or windows-1252, and looks for bytes of other encodings.
+void decode_single_bytes(decoded_text &result, std::string_view bytes, bool is_windows) {
     bool is_utf_8 = true; // so far, beyond ASCII
     for (std::size_t at = 0, next = 0; at < bytes.size(); ++at) {
         const unsigned char byte = byte_at(bytes, at);
@@ -100,10 +109,35 @@ void decode_single_bytes(decoded_text &result, std::string_view bytes) {
             if (is_utf_8 && result.mislabelled == decoded_text::none)
                 result.mislabelled = result.text.size();
         }
-        append_character(result.text, byte);
+        const bool is_control = byte >= 0x80 && byte < 0xA0;
+        if (is_control && !is_windows && result.control == decoded_text::none)
+            result.control = result.text.size();
+        append_character(result.text, is_control && is_windows ? windows_1252[byte - 0x80] : byte);
     }
-    if (!is_utf_8)
-        result.mislabelled = decoded_text::none;
+    (is_utf_8 ? result.control : result.mislabelled) = decoded_text::none;
+}
+
+/// Decodes any encoding that the C library knows. Returns false for one that it does not know.
+bool decode_named(decoded_text &result, std::string_view bytes, const std::string &name) {
+    const iconv_t converter = iconv_open("UTF-8", name.c_str());
+    if (converter == reinterpret_cast<iconv_t>(-1))
+        return false;
+    std::string input(bytes), block(65536, '\0');
+    char *from = input.data();
+    for (std::size_t left = input.size(); left > 0;) {
+        char *to = block.data();
+        std::size_t room = block.size();
+        const std::size_t done = iconv(converter, &from, &left, &to, &room);
+        result.text.append(block, 0, block.size() - room);
+        if (done == static_cast<std::size_t>(-1) && errno != E2BIG) {
+            note_malformed(result, static_cast<unsigned char>(*from));
+            append_character(result.text, replacement);
+            ++from;
+            --left;
+        }
+    }
+    iconv_close(converter);
+    return true;
 }
 
 /// Returns what the XML declaration at the beginning says about the encoding.
@@ -119,17 +153,41 @@ std::string encoding_label(std::string_view text) {
     return std::string(declaration.substr(quote + 1, std::min(end, declaration.size()) - quote - 1));
 }
 
-bool is_utf_8_label(std::string label) {
+bool is_one_of(std::string label, std::initializer_list<const char *> names) {
     std::transform(label.begin(), label.end(), label.begin(),
                    [](unsigned char c) { return static_cast<char>(std::tolower(c)); });
-    return label.empty() || label == "utf-8" || label == "utf8";
+    return std::find(names.begin(), names.end(), label) != names.end();
 }
+
+void decode_labelled(decoded_text &result, std::string_view bytes) {
+    if (is_one_of(result.label, {"", "utf-8", "utf8"}))
+        return decode_utf_8(result, bytes);
+    const bool is_windows = is_one_of(result.label, {"windows-1252", "cp1252"});
+    const bool is_latin_1 = is_one_of(result.label, {"iso-8859-1", "iso8859-1", "iso_8859-1", "latin1",
+                                                     "latin-1", "l1", "us-ascii", "ascii"});
+    if (is_windows || is_latin_1 || !decode_named(result, bytes, result.label))
+        decode_single_bytes(result, bytes, is_windows);
+}
+
+/// Encodings of which the first bytes are not those of ASCII.
+struct first_bytes {
+    std::string_view bytes;
+    const char *encoding;
+};
+using namespace std::string_view_literals;
+constexpr first_bytes strange_begins[] = {
+    {"\x4C\x6F\xA7\x94"sv, "IBM037"}, {"\0\0\0<"sv, "UTF-32BE"}, {"<\0\0\0"sv, "UTF-32LE"}};
 
 } // namespace
 
 decoded_text decode(std::string_view bytes) {
-    using namespace std::string_view_literals;
     decoded_text result;
+    for (const first_bytes &one : strange_begins)
+        if (bytes.substr(0, 4) == one.bytes) {
+            decode_named(result, bytes, one.encoding);
+            result.label = encoding_label(result.text);
+            return result;
+        }
     const std::string_view start = bytes.substr(0, 2);
     if (start == "\xFF\xFE"sv || start == "\xFE\xFF"sv) {
         decode_utf_16(result, bytes.substr(2), start == "\xFF\xFE"sv ? 1 : 0);
@@ -140,12 +198,13 @@ decoded_text decode(std::string_view bytes) {
         const std::string_view content = bytes.substr(has_mark ? 3 : 0);
         result.label = encoding_label(content);
         result.text.reserve(content.size());
-        if (has_mark || is_utf_8_label(result.label))
+        if (has_mark)
             decode_utf_8(result, content);
         else
-            decode_single_bytes(result, content);
+            decode_labelled(result, content);
         return result;
     }
     result.label = encoding_label(result.text);
+    result.is_wide = !is_one_of(result.label.substr(0, 6), {"", "utf-16"});
     return result;
 }

@@ -11,12 +11,15 @@ struct decoded_text {
 
     std::string text;               // without a byte order mark
     std::string label;              // the encoding that the XML declaration names; empty: none
+    bool is_wide = false;           // it is in UTF-16 under another label
     std::size_t malformed = none;   // where in `text` the first malformed byte was, which is U+FFFD there
     std::string malformed_bytes;    // the byte, as "0xE4"
     std::size_t mislabelled = none; // where the first bytes stand that are UTF-8 under another label
+    std::size_t control = none;     // or the first that is a control character, but a sign in windows-1252
 };
 
-/// Decodes UTF-8 and UTF-16. Bytes of any other encoding are taken for ISO-8859-1.
+/// Decodes what the XML declaration, a byte order mark or the first bytes say. Bytes of an encoding that
+/// nobody knows are taken for ISO-8859-1.
 decoded_text decode(std::string_view bytes);
 
 #endif

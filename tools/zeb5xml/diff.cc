@@ -164,11 +164,7 @@ subcommand diff_subcommand() {
         [options] { return run_diff(*options); },
         {{"What a new edition changes", "zeb5xml diff channels.xml new.xml"},
          {"The same for a program", "zeb5xml diff --format json channels.xml new.xml"}},
-        "Exit status:\n"
-        "  0  no difference\n"
-        "  1  differences\n"
-        "  2  wrong command line, or a document is missing, cannot be read without errors or is of another "
-        "kind\n"
-        "  3  output could not be written, or the system refused memory\n"
-        "A reader that closes the pipe early ends the command silently."};
+        {"differences", "no difference",
+         "wrong command line, or a document is missing, cannot be read without errors or is of another "
+         "kind"}};
 }

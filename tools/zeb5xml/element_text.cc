@@ -91,7 +91,28 @@ std::string escaped(char byte) {
     return {'\\', 'x', digits[number >> 4], digits[number & 15]};
 }
 
-/// A character as a terminal may get it: control characters and marks of direction are escaped.
+/// First and last characters of ranges in which none is seen: control characters, marks of direction, and
+/// blanks that are no white space of XML, such as the non-breaking one.
+constexpr std::string_view unseen[][2] = {
+    {{"\0", 1}, "\x1F"},
+    {"\x7F", "\x7F"},
+    {"\xC2\x80", "\xC2\xA0"},
+    {"\xC2\xAD", "\xC2\xAD"},
+    {"\xE2\x80\x80", "\xE2\x80\x8F"},
+    {"\xE2\x80\xA8", "\xE2\x80\xAF"},
+    {"\xE2\x81\x9F", "\xE2\x81\xAF"},
+    {"\xE3\x80\x80", "\xE3\x80\x80"},
+    {"\xEF\xBB\xBF", "\xEF\xBB\xBF"},
+};
+
+bool is_unseen(std::string_view character) {
+    for (const auto &[first, last] : unseen)
+        if (first <= character && character <= last)
+            return true;
+    return false;
+}
+
+/// A character as a reader of messages sees it for certain.
 std::string shown(std::string_view character) {
     switch (character[0]) {
     case '\n':
@@ -101,15 +122,7 @@ std::string shown(std::string_view character) {
     case '\r':
         return "\\r";
     }
-    const auto is_between = [&](std::string_view first, std::string_view last) {
-        return first <= character && character <= last;
-    };
-    const bool is_control = is_between(std::string_view("\0", 1), "\x1F") || character == "\x7F" ||
-                            is_between("\xC2\x80", "\xC2\x9F");
-    const bool is_direction = is_between("\xE2\x80\x8E", "\xE2\x80\x8F") ||
-                              is_between("\xE2\x80\xAA", "\xE2\x80\xAE") ||
-                              is_between("\xE2\x81\xA6", "\xE2\x81\xA9");
-    if (!is_control && !is_direction)
+    if (!is_unseen(character))
         return std::string(character);
     std::string result;
     for (const char byte : character)
@@ -197,4 +210,14 @@ std::string_view trimmed(std::string_view text) {
     constexpr std::string_view blanks = " \t\r\n";
     const std::size_t from = std::min(text.find_first_not_of(blanks), text.size());
     return text.substr(from, text.find_last_not_of(blanks) + 1 - from);
+}
+
+bool is_padded(std::string_view text) {
+    if (text.empty())
+        return false;
+    std::size_t last = text.size() - 1; // where the last character begins
+    while (last > 0 && (text[last] & 0xC0) == 0x80)
+        --last;
+    return trimmed(text).size() != text.size() || is_unseen(text.substr(0, size_of_character(text))) ||
+           is_unseen(text.substr(last));
 }

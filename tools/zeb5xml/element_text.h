@@ -39,4 +39,7 @@ std::string what_is_kept(std::string_view name, const element_text &text, std::s
 /// Returns the part of a text without white space at both ends.
 std::string_view trimmed(std::string_view text);
 
+/// Whether a text has white space, or anything else that is not seen, at one of its ends.
+bool is_padded(std::string_view text);
+
 #endif

@@ -4,22 +4,13 @@
 #include <stdexcept>
 #include <string>
 
-/// Exit statuses of the command; EXIT_STATUS_HELP describes them for the user.
+/// Exit statuses of the command; each subcommand says for the user what they mean there.
 enum exit_status {
     STATUS_DONE = 0,
     STATUS_DOCUMENT = 1,
     STATUS_USAGE = 2,
     STATUS_OUTPUT = 3,
 };
-inline constexpr const char *EXIT_STATUS_HELP =
-    "Exit status:\n"
-    "  0  done\n"
-    "  1  a document is missing, cannot be read without errors or is of another kind than asked for,\n"
-    "     a value would be lost, a channel asked for by name is not there, or `check` found an error or a\n"
-    "     warning\n"
-    "  2  wrong command line, or `check` could not read a file\n"
-    "  3  output could not be written, or the system refused memory\n"
-    "A reader that closes the pipe early ends the command silently.";
 
 /// An exception that ends the current work of the command. The text says where and why, without the name of
 /// the command.

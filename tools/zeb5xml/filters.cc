@@ -56,10 +56,11 @@ bool passes(const filter &one, const record &fields, const record_type &type) {
 
 std::vector<argument> record_filters::arguments() {
     return {{"--channel", &channel,
-             "Only records whose property or name matches this shell pattern, such as 'A/*' or '*.X'"},
+             "Only channels, dictionary entries or camera features whose property or name matches this shell "
+             "pattern, such as 'A/*' or '*.X'"},
             {"--event",
              &event,
-             "Only records of this event type, by name (ENV) or number (4)",
+             "Only channels or events of this event type, by name (ENV) or number (4)",
              argument::OPTIONAL,
              {},
              event_type_fault},

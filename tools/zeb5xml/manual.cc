@@ -171,18 +171,11 @@ A signal that ends the command (HUP, INT, TERM) removes the file that is being
 written; the old one stays as it was.
 )";
 
-/// The help on exit statuses as a list, with what stands behind it.
-std::string status_list(const char *help) {
-    std::string text = ".Bl -tag -width Ds\n";
-    std::istringstream all(help);
-    for (std::string line; std::getline(all, line);)
-        if (const size_t begin = line.find_first_not_of(' '); begin == 2)
-            text += ".It " + line.substr(2, 1) + "\n" + filled(line.substr(5));
-        else if (begin > 2)
-            text += filled(line);
-        else if (line.back() != ':')
-            text += ".El\n.Pp\n" + filled(line);
-    return text;
+std::string status_list(const status_texts &texts) {
+    std::string text = ".Bl -tag -width Ds -compact\n";
+    for (const std::string &line : status_lines(texts))
+        text += ".It " + line.substr(0, 1) + "\n" + filled(line.substr(3) + ".");
+    return text + ".El\n";
 }
 
 int write_page() {
@@ -198,16 +191,13 @@ int write_page() {
     page += ".Sh SUBCOMMANDS\n";
     for (const subcommand &one : all)
         page += std::string(".Ss ") + one.name + "\n" + filled(one.summary + std::string(".")) +
-                paragraphs(one.details) + arguments_of(one) +
-                (std::string_view(one.statuses) == EXIT_STATUS_HELP
-                     ? ""
-                     : ".Pp\nExit status:\n" + status_list(one.statuses)) +
-                examples_of(one);
+                paragraphs(one.details) + arguments_of(one) + ".Pp\nExit status:\n" +
+                status_list(one.statuses) + examples_of(one);
     page += ".Sh ENVIRONMENT\n.Bl -tag -width NO_COLOR\n"
             ".It Ev NO_COLOR\nAny text turns colours off, unless\n.Fl -color Cm always\nasks for them.\n"
             ".It Ev TMPDIR\nFolder for what comes from a pipe and is read more than once; /tmp if not "
             "set.\n.El\n";
-    page += ".Sh EXIT STATUS\n" + status_list(EXIT_STATUS_HELP);
+    page += ".Sh EXIT STATUS\n" + status_list(all_statuses) + ".Pp\n" + filled(pipe_help);
     write_standard_output(page + notes);
     return STATUS_DONE;
 }
@@ -220,5 +210,6 @@ subcommand manual_subcommand() {
             "It is in the mdoc language, and installed copies have it as zeb5xml(1).\n",
             {},
             write_page,
-            {{"Read it without installing", "zeb5xml manual | man -l -"}}};
+            {{"Read it without installing", "zeb5xml manual | man -l -"}},
+            status_texts{}};
 }

@@ -26,8 +26,7 @@ struct mask_kind {
 const mask_kind kinds[] = {
     {"event", event_type_of, event_type_fault, [](int type) { return std::uint32_t{1} << type; }, event_names,
      31},
-    {"dtype", block_type_of, block_type_fault,
-     [](int type) { return std::uint32_t{1} << type % 32 | (type < 32 ? 0 : blocks_2010); }, block_names, 62},
+    {"dtype", block_type_of, block_type_fault, word_of_block, block_names, 62},
 };
 
 const mask_kind &kind_named(const std::string &name) {
@@ -57,6 +56,12 @@ std::optional<std::uint32_t> mask_from(const std::string &text) {
     if (error != std::errc() || rest != end || number < INT32_MIN || number > UINT32_MAX)
         return std::nullopt;
     return static_cast<std::uint32_t>(number);
+}
+
+bool looks_like_number(const std::string &text) {
+    const size_t begin = text.find_first_not_of("+-");
+    return begin != text.npos && text[begin] >= '0' && text[begin] <= '9' &&
+           text.find_first_of(",:") == text.npos;
 }
 
 /// Reads names, separated by commas or colons.
@@ -95,6 +100,9 @@ int tell_mask(const std::string &kind_name, const std::vector<std::string> &mask
     text_table table = {{"MASK", "UNSIGNED", "SIGNED", "NAMES"}};
     for (const std::string &text : masks) {
         const std::optional<std::uint32_t> mask = mask_from(text);
+        if (!mask && looks_like_number(text))
+            throw failure(STATUS_USAGE,
+                          "no mask: " + text + "; masks go from -2147483648 to 4294967295, or 0xffffffff");
         table.push_back(row_of(kind, mask ? *mask : mask_from_names(kind, text)));
     }
     write_standard_output(aligned(table));
@@ -116,5 +124,6 @@ subcommand mask_subcommand() {
          {"MASK", masks.get(), "Masks, or names of types", argument::OPTIONAL, {}, {}, "TEXT"}},
         [kind, masks] { return tell_mask(*kind, *masks); },
         {{"Names of the block types in a DTYPE", "zeb5xml mask dtype 0x80000200"},
-         {"The number for EVTYPE", "zeb5xml mask event BOR,EOR"}}};
+         {"The number for EVTYPE", "zeb5xml mask event BOR,EOR"}},
+        status_texts{}};
 }

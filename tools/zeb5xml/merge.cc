@@ -124,5 +124,6 @@ subcommand merge_subcommand() {
           "What is set in a later document counts, and its bits and dimensions replace those before"}},
         [options] { return merge(*options); },
         {{"Complete a master file from two others",
-          "zeb5xml merge master.xml magnets.xml rf.xml -o all.xml"}}};
+          "zeb5xml merge master.xml magnets.xml rf.xml -o all.xml"}},
+        {lost_value_status}};
 }

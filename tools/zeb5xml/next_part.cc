@@ -43,6 +43,18 @@ bool may_be_of(const checked_document &document, const element_row &row, const v
     return row.text ? may_be_text(row, row.text(part), text) : may_be_number(row, row.number(part), text);
 }
 
+/// The steps that deliver an element, at most: its start tag, each comment behind it, and the text. An
+/// element whose number is in an attribute makes one part at each of them.
+std::size_t steps_of(const outline &content, std::size_t number) {
+    const outline_element &element = content.elements[number];
+    for (std::size_t i = 0; i < element.pieces; ++i) {
+        const text_piece &piece = content.pieces[element.first_piece + i];
+        if (piece.what != text_piece::ASIDE && !piece.text.empty())
+            return i + (trimmed(piece.text).empty() ? 1 : 2);
+    }
+    return element.pieces + 1;
+}
+
 } // namespace
 
 const void *next_part(const checked_document &document, tree_record &owner, int level, const element_row &row,
@@ -52,8 +64,7 @@ const void *next_part(const checked_document &document, tree_record &owner, int 
     std::size_t &taken = owner.taken[static_cast<std::size_t>(level)];
     if (!around)
         return nullptr;
-    // An element whose number is in an attribute makes one part at each step that delivers it
-    const std::size_t most = row.attribute.empty() ? 1 : 3;
+    const std::size_t most = row.attribute.empty() ? 1 : steps_of(document.content, element);
     const void *found = nullptr;
     for (std::size_t ahead = 0; ahead < most; ++ahead) {
         const void *const next = part(around, taken);

@@ -1,5 +1,6 @@
 #include "number_faults.h"
 
+#include <cctype>
 #include <cmath>
 #include <cstdio>
 #include <cstdlib>
@@ -72,8 +73,11 @@ std::optional<number_fault> outside(const zeb5::element_row &row, double number,
 std::optional<number_fault> fault_of_real(const zeb5::element_row &row, std::string_view text,
                                           std::size_t end) {
     const double number = std::strtod(std::string(text).c_str(), nullptr);
+    const bool is_word = std::isalpha(static_cast<unsigned char>(text[behind_sign(text)])) != 0;
+    if (is_word) // begins with nan or inf
+        return number_fault{rule::NOT_A_NUMBER, in_quotes(text) + " is no number"};
     if (end == text.size() && !std::isfinite(number_read(row, text)))
-        return number_fault{rule::NUMBER_RANGE, in_quotes(text) + " is no number that a field can hold"};
+        return number_fault{rule::NUMBER_RANGE, in_quotes(text) + " does not fit into a float"};
     if (end == text.size())
         return outside(row, number, text);
     return number_fault{rule::NUMBER_TAIL, in_quotes(text.substr(end)) + " after the number is ignored"};

@@ -89,6 +89,8 @@ private:
 
     void take_start_tag() {
         outline_element element{at_++, take_name(), open_};
+        if (element.name.empty() && at_ == text_.size())
+            return; // a `<` at which reading ends
         element.first_attribute = found_.attributes.size();
         bool is_empty = false;
         while (at_ < text_.size() && text_[at_] != '>') {

@@ -10,6 +10,9 @@
 #include "event_util.h"
 #include "number_faults.h"
 #include "parse_chan_descr.h"
+#include "parse_ev_list.h"
+#include "type_names.h"
+#include "words.h"
 
 namespace {
 
@@ -32,19 +35,44 @@ std::string plain(double number, bool is_real) {
 
 /// Returns the numbers of those types in a mask that have no names: a library names such a type by its
 /// number.
-std::string unnamed_types(std::uint32_t mask, bool is_event) {
+std::vector<std::string> unnamed_types(std::uint32_t mask, bool is_event) {
     constexpr int bits = 32;
     const bool is_2010 = !is_event && mask >> 31 != 0; // the other bits mean block types from 32 on
-    std::string unnamed;
+    std::vector<std::string> unnamed;
     for (int bit = 0; bit < (is_event ? bits : bits - 1); ++bit) {
         if ((mask >> bit & 1) == 0)
             continue;
         const int type = is_2010 ? bit + bits : bit;
         const char *const name = is_event ? event_name_itoa(type) : block_name_itoa(type);
         if (!name || std::to_string(type) == name)
-            unnamed.append(unnamed.empty() ? "" : ", ").append(std::to_string(type));
+            unnamed.push_back(std::to_string(type));
     }
     return unnamed;
+}
+
+/// Whether a field holds the number of a type, or a mask of types.
+enum class type_field { NO, EVENT_TYPE, EVENT_MASK, BLOCK_WORD };
+
+type_field type_field_of(const element_row &row) {
+    if (row.number == zeb5::number_at<&zeb5_ev_entry::evtype>)
+        return type_field::EVENT_TYPE;
+    if (row.number == zeb5::number_at<&chan_descr_2010::ev_type>)
+        return type_field::EVENT_MASK;
+    return row.number == zeb5::number_at<&chan_descr_2010::dtype> ? type_field::BLOCK_WORD : type_field::NO;
+}
+
+/// Says which number an author means who has written the name of a type.
+std::string number_of_name(const element_row &row, const std::string &name) {
+    const type_field field = type_field_of(row);
+    const int type = field == type_field::NO           ? -1
+                     : field == type_field::BLOCK_WORD ? block_type_of(name)
+                                                       : event_type_of(name);
+    if (type < 0)
+        return "";
+    const std::uint32_t number = field == type_field::EVENT_TYPE   ? static_cast<std::uint32_t>(type)
+                                 : field == type_field::EVENT_MASK ? std::uint32_t{1} << type
+                                                                   : word_of_block(type);
+    return ", the number of " + name + " is " + std::to_string(number);
 }
 
 class field_check {
@@ -69,6 +97,7 @@ public:
 
 private:
     void find_part(tree_record &own);
+    void check_parts(const tree_record &own, std::size_t parts);
     void check(const filled_field &field);
     void check_text(const filled_field &field, const element_text &text);
     void check_number(const filled_field &field, std::string_view text, bool is_split);
@@ -110,9 +139,10 @@ void field_check::find_part(tree_record &own) {
     own.is_doubtful = owner.is_doubtful;
     if (!owner.made || owner.is_doubtful)
         return;
+    const std::size_t &taken = owner.taken[static_cast<std::size_t>(own.level)], before = taken;
     own.made = next_part(document_, owner, own.level, *own.row, own.opener);
     if (own.made)
-        return;
+        return check_parts(own, taken - before);
     own.is_doubtful = true;
     if (!document_.is_whole)
         return;
@@ -123,6 +153,18 @@ void field_check::find_part(tree_record &own) {
         tell(rule::FEWER_RECORDS, own.opener,
              std::string("the reader makes no ") +
                  document_.kind.levels[static_cast<std::size_t>(own.level)].noun + " of it");
+}
+
+/// Kept by the reader: a titled bit is made twice, without its title and with it. Nobody means more than
+/// that.
+void field_check::check_parts(const tree_record &own, std::size_t parts) {
+    const element_text text = text_of(document_.content, document_.content.elements[own.opener]);
+    const std::size_t usual = own.row->value == value_kind::TEXT && !text.is_blank() ? 2 : 1;
+    if (parts > usual)
+        tell(rule::REPEATED_ELEMENT, own.opener,
+             "the reader makes " + std::to_string(parts) + " " +
+                 document_.kind.levels[static_cast<std::size_t>(own.level)].noun + "s of " +
+                 in_tag(own.row->name) + ": one at its start tag, and one at each comment or text behind it");
 }
 
 void field_check::check(const filled_field &field) {
@@ -139,7 +181,7 @@ void field_check::check(const filled_field &field) {
 void field_check::check_text(const filled_field &field, const element_text &text) {
     const element_row &row = *field.row;
     const std::string tag = in_tag(row.name);
-    if (text.is_blank() && !text.has_entity && !text.is_split())
+    if (text.is_blank() && !text.has_entity)
         return;
     const auto cut_at = [&](std::size_t size, std::string_view kept, const char *where) {
         tell(rule::CUT_FIELD, field.element,
@@ -157,7 +199,7 @@ void field_check::check_text(const filled_field &field, const element_text &text
     const bool is_cut = row.size != 0 && text.whole.size() >= row.size;
     const bool is_whole =
         kept == std::string_view(text.whole).substr(0, is_cut ? row.size - 1 : text.whole.npos);
-    if (is_whole && trimmed(text.whole).size() != text.whole.size())
+    if (is_whole && is_padded(text.whole))
         tell(rule::PADDED_VALUE, field.element,
              "the white space around the text of " + tag + " is kept: " + in_quotes(text.whole));
     if (is_whole && is_cut)
@@ -182,7 +224,10 @@ void field_check::check_number(const filled_field &field, std::string_view text,
             : is_replaced_ && text.empty() ? "the value before it stays"
             : is_replaced_                 ? "it reads as " + plain(kept, is_real)
                                            : "the reader keeps " + plain(kept, is_real);
-        tell(fault->id, field.element, name + ": " + fault->what + "; " + what_is_kept);
+        const rule id = is_refused && fault->id == rule::VALUE_RANGE ? rule::FEWER_RECORDS : fault->id;
+        const std::string meant =
+            id == rule::NOT_A_NUMBER ? number_of_name(row, std::string(trimmed(text))) : "";
+        tell(id, field.element, name + ": " + fault->what + meant + "; " + what_is_kept);
     } else if (is_known && is_split && kept != number_read(row, text))
         tell(rule::LOST_TEXT, field.element,
              "the text of " + name + " comes in pieces: the reader keeps " + plain(kept, is_real) + ", not " +
@@ -199,16 +244,16 @@ void field_check::check_number(const filled_field &field, std::string_view text,
 }
 
 void field_check::check_types(const element_row &row, double kept, std::size_t element) {
-    const bool is_event = row.number == zeb5::number_at<&chan_descr_2010::ev_type>;
-    const bool is_block = row.number == zeb5::number_at<&chan_descr_2010::dtype>;
-    if (!is_event && !is_block)
+    const type_field field = type_field_of(row);
+    const bool is_single = field == type_field::EVENT_TYPE, is_event = field != type_field::BLOCK_WORD;
+    if (field == type_field::NO || (is_single && kept >= double{ZEB5_EV_EVMAX}))
         return;
-    const auto mask = static_cast<std::uint32_t>(kept);
-    const std::string unnamed = unnamed_types(mask, is_event);
+    const auto number = static_cast<std::uint32_t>(kept);
+    const auto unnamed = unnamed_types(is_single ? std::uint32_t{1} << number : number, is_event);
     if (!unnamed.empty())
         tell(rule::UNNAMED_TYPE, element,
-             in_tag(row.name) + ": no name is known for " + (is_event ? "event" : "block") + " type " +
-                 unnamed);
+             in_tag(row.name) + ": no name is known for " + (is_event ? "event " : "block ") +
+                 (unnamed.size() == 1 ? "type " : "types ") + joined(unnamed, ", "));
 }
 
 void field_check::check_name(const tree_record &own) {

@@ -4,6 +4,7 @@
 
 #include "chan_selector.h"
 #include "document.h"
+#include "document_kinds.h"
 #include "each_file.h"
 #include "failure.h"
 #include "output.h"
@@ -64,7 +65,11 @@ int read_source(chan_selector &selector, const std::string &path) {
     document source = read_document(path);
     std::vector<char *> sources = {source.path.data()};
     bool failed = false;
-    run_library(source.name, [&] { failed = selector.set_descriptions(&sources, nullptr); });
+    const std::string reports =
+        held_output({1, 2}, [&] { failed = selector.set_descriptions(&sources, nullptr); });
+    if (failed && source.is_blank())
+        (void)kind_of(source); // throws: it says the same of any subcommand
+    write_standard_error(readable_diagnostics(reports, source.name));
     if (failed)
         throw failure(STATUS_DOCUMENT, source.name + ": channel descriptions not read without errors");
     return STATUS_DONE;
@@ -120,5 +125,6 @@ subcommand select_subcommand() {
         },
         [options] { return select_channels(*options); },
         {{"The slow channels of a master file, for a script", "zeb5xml select --slow --tabs channels.xml"},
-         {"Channels that send beam positions", "zeb5xml select --block BLOCK_BPM channels.xml"}}};
+         {"Channels that send beam positions", "zeb5xml select --block BLOCK_BPM channels.xml"}},
+        {std::string(document_status) + ", or no channel has the name asked for"}};
 }

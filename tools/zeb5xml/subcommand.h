@@ -7,8 +7,6 @@
 #include <variant>
 #include <vector>
 
-#include "failure.h"
-
 /// One argument of a subcommand. The type of `target` says how it is given: a bool is a flag, a text takes
 /// one value, and a list takes all values up to the next option.
 struct argument {
@@ -37,6 +35,32 @@ struct example {
     const char *line;
 };
 
+/// What the exit statuses of a subcommand mean. An empty text: the subcommand never gives this one.
+struct status_texts {
+    std::string document; // STATUS_DOCUMENT
+    std::string done = "done";
+    std::string usage = "wrong command line";
+    std::string output = "output could not be written, or the system refused memory";
+};
+
+/// The status 1 of those that read documents, and of those that write them, too.
+inline constexpr char document_status[] =
+    "a document is missing, cannot be read without errors or is of the wrong kind";
+inline constexpr char lost_value_status[] =
+    "a document is missing, cannot be read without errors or is of the wrong kind, or a value would be lost";
+
+/// Of the command as a whole.
+extern const status_texts all_statuses;
+
+/// A status in one line: "1  TEXT". Those that are never given are left out.
+std::vector<std::string> status_lines(const status_texts &texts);
+
+/// What applies to all subcommands.
+inline constexpr char pipe_help[] = "A reader that closes the pipe early ends the command silently.";
+
+/// What --help says of exit statuses.
+std::string status_help(const status_texts &texts);
+
 /// A subcommand: what its command line may hold, and what it does.
 struct subcommand {
     const char *name;
@@ -45,7 +69,7 @@ struct subcommand {
     std::vector<argument> arguments;
     std::function<int()> run; // called when all targets hold what was given; returns an exit status
     std::vector<example> examples = {};
-    const char *statuses = EXIT_STATUS_HELP;
+    status_texts statuses = {document_status};
 };
 
 /// All subcommands, in the order of --help.

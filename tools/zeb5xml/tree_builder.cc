@@ -253,6 +253,9 @@ void tree_builder::open(std::size_t number, const element_row &row, std::size_t 
         tell(rule::REPEATED_ELEMENT, number, owner,
              in_tag(row.name) + " makes one more " + level(row.opens).noun + " of the same " +
                  level(row.level).noun);
+    else if (!level(row.opens).part && owner != 0 && current(row.opens) != none)
+        tell(rule::REPEATED_ELEMENT, number, owner,
+             in_tag(row.name) + " stands here again: what is in it is added to what was read before");
     if (row.is_identity)
         record(owner).identities |= identities_of(row.level);
     const std::size_t added = add_record(number, row, owner);
@@ -263,14 +266,14 @@ void tree_builder::open(std::size_t number, const element_row &row, std::size_t 
     opened.label =
         has_number ? std::string(trimmed(number_text(document_, row, number))) : in_quotes(text.whole);
     opened.fields.push_back({&row, number});
-    if (has_number && !row.is_identity)
-        note_repeated_part(number, row, added);
     if (row.is_identity && document_.list) {
         opened.made = next_part(document_, record(0), row.opens, row, number);
         opened.is_ignored = !opened.made; // a type that the reader refuses
         if (opened.is_ignored && !fault_of_number(row, text.whole))
             tell_not_made(number, row, added);
     }
-    if (!opened.is_ignored)
-        last_[static_cast<std::size_t>(row.opens)] = added;
+    if (opened.is_ignored)
+        return;
+    last_[static_cast<std::size_t>(row.opens)] = added;
+    note_repeated_part(number, row, added, has_number ? "" : text.whole);
 }

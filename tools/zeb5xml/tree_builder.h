@@ -47,7 +47,8 @@ private:
     bool put_field(std::size_t number, const zeb5::element_row &row, std::size_t owner, bool is_blank);
     void open(std::size_t number, const zeb5::element_row &row, std::size_t owner, surroundings &own);
     void open_ignored(std::size_t number, const zeb5::element_row &row, std::size_t owner);
-    void note_repeated_part(std::size_t number, const zeb5::element_row &row, std::size_t part);
+    void note_repeated_part(std::size_t number, const zeb5::element_row &row, std::size_t part,
+                            const std::string &name);
     std::size_t add_record(std::size_t number, const zeb5::element_row &row, std::size_t owner);
     void identify(std::size_t number, const zeb5::element_row &row, std::size_t owner,
                   const std::string &value);
@@ -67,6 +68,7 @@ private:
     void tell_not_made(std::size_t number, const zeb5::element_row &row, std::size_t record);
     void tell_missing_identities();
     const std::string &meant_by(std::string_view name);
+    std::string beginning_of(std::string_view name) const;
 
     void tell(rule id, std::size_t number, std::size_t record, const std::string &message,
               std::size_t first = finding::none) {

@@ -16,6 +16,8 @@ bool is_of_xml(std::string_view attribute) {
     return attribute == "xmlns" || attribute.find(':') != attribute.npos;
 }
 
+std::string whole_number(double number) { return std::to_string(static_cast<std::int64_t>(number)); }
+
 } // namespace
 
 /// The known name that is meant by an unknown one. A document may have a million of them, so only the first
@@ -27,7 +29,19 @@ const std::string &tree_builder::meant_by(std::string_view name) {
         return found->second;
     if (meant_.size() == most_names)
         return nothing;
-    return meant_.emplace(name, nearest(name, names_)).first->second;
+    std::string meant = nearest(name, names_);
+    return meant_.emplace(name, meant.empty() ? beginning_of(name) : std::move(meant)).first->second;
+}
+
+/// The known name that an unknown one begins with, as <PROPERTY> does; empty for names of records, of which
+/// more than the element would be meant.
+std::string tree_builder::beginning_of(std::string_view name) const {
+    constexpr std::size_t fewest_letters = 4;
+    for (const std::string &known : names_)
+        if (known.size() >= fewest_letters && name.substr(0, known.size()) == known &&
+            rows_.at(known).front()->opens == zeb5::no_level)
+            return known;
+    return "";
 }
 
 void tree_builder::take_unknown(std::size_t number, surroundings &own) {
@@ -147,14 +161,19 @@ void tree_builder::note_duplicate(std::size_t number, const element_row &row, st
         tell_that_it_is_lost();
 }
 
-void tree_builder::note_repeated_part(std::size_t number, const element_row &row, std::size_t part) {
+/// Parts are told apart by their names, or by their numbers when these are empty. Events are parts of the
+/// document.
+void tree_builder::note_repeated_part(std::size_t number, const element_row &row, std::size_t part,
+                                      const std::string &name) {
     const tree_record &own = tree_.records[part];
-    const std::string key = std::to_string(own.parent) + std::string(row.name) + '=' +
-                            std::to_string(number_read(row, number_text(document_, row, number)));
+    const std::string value =
+        name.empty() ? whole_number(number_read(row, number_text(document_, row, number))) : in_quotes(name);
+    const std::string key =
+        std::to_string(row.is_identity ? 0 : own.parent) + std::string(row.name) + '=' + value;
     const auto [place, is_new] = first_of_.try_emplace(key, first_use{number, part});
     if (!is_new)
         tell(rule::DUPLICATE_IDENTITY, number, own.parent,
-             std::string("there is another ") + level(row.opens).noun + " " + own.label + ": both are kept",
+             std::string("there is another ") + level(row.opens).noun + " " + value + ": both are kept",
              elements_[place->second.element].at);
 }
 

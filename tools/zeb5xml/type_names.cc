@@ -34,11 +34,14 @@ int type_of(const std::string &text, const type_family &family) {
 std::string fault_of(const std::string &text, const type_family &family) {
     if (type_of(text, family) >= 0)
         return "";
+    const std::string fault = std::string("no ") + family.noun + ": " + (text.empty() ? "''" : text);
+    if (!text.empty() && text.find_first_not_of("+-0123456789") == text.npos)
+        return fault + "; types go from 0 to " + std::to_string(family.count - 1);
     std::vector<std::string> names;
     for (int type = 0; type < family.count; ++type)
         if (const std::string name = family.name(type); name != std::to_string(type)) // else it has no name
             names.push_back(name);
-    return std::string("no ") + family.noun + ": " + text + did_you_mean(text, names);
+    return fault + did_you_mean(text, names);
 }
 
 std::vector<std::string> names(std::uint32_t mask, int first, const type_family &family) {
@@ -63,6 +66,10 @@ std::vector<std::string> event_names(std::uint32_t mask) { return names(mask, 0,
 
 std::vector<std::string> block_names(std::uint32_t dtype) {
     return names(dtype & ~blocks_2010, dtype & blocks_2010 ? 32 : 0, blocks);
+}
+
+std::uint32_t word_of_block(int block_type) {
+    return std::uint32_t{1} << block_type % 32 | (block_type < 32 ? 0 : blocks_2010);
 }
 
 bool has_block(std::uint32_t dtype, int block_type) {

@@ -22,6 +22,9 @@ std::vector<std::string> block_names(std::uint32_t dtype);
 /// With this bit in a data-type word, bit k means block type k + 32.
 inline constexpr std::uint32_t blocks_2010 = 0x80000000;
 
+/// The data-type word of this block type alone.
+std::uint32_t word_of_block(int block_type);
+
 /// Whether the data-type word has the block type: bit 31 of the word selects types from 32 on.
 bool has_block(std::uint32_t dtype, int block_type);
 

@@ -49,7 +49,7 @@ inline constexpr element_row daq_variables_rows[] = {
     numbered(daq_tags::bit_number, number_at<&bit_descr::bit>, daq_tags::bits_channel,
              opening(BIT_LEVEL, within(0, 31, text_row<&bit_descr::bit_name>(daq_tags::bit, CHANNEL_LEVEL)))),
     numbered(daq_tags::dim_id, number_at<&dim_descr::dim>, daq_tags::matrix_channel,
-             opening(DIM_LEVEL, {.name = daq_tags::dim, .level = CHANNEL_LEVEL})),
+             opening(DIM_LEVEL, not_negative({.name = daq_tags::dim, .level = CHANNEL_LEVEL}))),
     text_row<&dim_descr::dim_name>(daq_tags::dim_name, DIM_LEVEL),
     unread_row(daq_tags::freq, CHANNEL_LEVEL),
 };

@@ -142,6 +142,9 @@ constexpr element_row within(std::int64_t least, std::int64_t most, element_row 
     return row;
 }
 
+/// For what is counted, or numbered from 0 or 1.
+constexpr element_row not_negative(element_row row) { return within(0, row.most, row); }
+
 constexpr element_row identity(element_row row) {
     row.is_identity = true;
     return row;

@@ -27,8 +27,8 @@ template <class Entry> struct env_index_dictionary_layout_elements {
     static constexpr element_row rows[] = {
         unread_row(date_tag, root_level),
         opening(DICTIONARY_ENTRY_LEVEL, {.name = env_tags[ENV_INDX_CHAN]}),
-        missing("the entry is not read",
-                identity(number_row<&Entry::index>(env_tags[ENV_INDX_INDX], DICTIONARY_ENTRY_LEVEL))),
+        missing("the entry is not read", identity(not_negative(number_row<&Entry::index>(
+                                             env_tags[ENV_INDX_INDX], DICTIONARY_ENTRY_LEVEL)))),
         missing("the entry is not read", identity(text_row<&Entry::data, &block::env_prop>(
                                              env_tags[ENV_INDX_PROP], DICTIONARY_ENTRY_LEVEL))),
         missing("the change threshold is 0",

@@ -56,8 +56,9 @@ inline constexpr element_row event_list_rows[] = {
     number_row<&zeb5_ev_entry::tmask>(event_tags::trigger_mask, ENTRY_LEVEL, value_kind::UNSIGNED),
     number_row<&zeb5_ev_entry::min_ev_time, &time_stamp::timeup>(event_tags::seconds, ENTRY_LEVEL,
                                                                  value_kind::UNSIGNED),
-    number_row<&zeb5_ev_entry::min_ev_time, &time_stamp::timelow>(event_tags::microseconds, ENTRY_LEVEL,
-                                                                  value_kind::UNSIGNED),
+    within(0, 999'999,
+           number_row<&zeb5_ev_entry::min_ev_time, &time_stamp::timelow>(event_tags::microseconds,
+                                                                         ENTRY_LEVEL, value_kind::UNSIGNED)),
     number_row<&zeb5_ev_entry::priority>(event_tags::priority, ENTRY_LEVEL, value_kind::UNSIGNED),
     missing("the entry asks for the full event",
             opening(BLOCK_LEVEL, cut_behind(longest_block_name, text_row<&zeb5_ev_sb_list::sb_list>(
