@@ -2,6 +2,12 @@
 # linking need), `command` and, from its own folder, `python`.
 include(CMakePackageConfigHelpers)
 
+foreach(folder CMAKE_INSTALL_BINDIR CMAKE_INSTALL_INCLUDEDIR CMAKE_INSTALL_LIBDIR ZEB5XML_PYTHON_FOLDER)
+    if(IS_ABSOLUTE "${${folder}}")
+        message(FATAL_ERROR "${folder}: ${${folder}} must be relative to the prefix, as an installed copy may be moved")
+    endif()
+endforeach()
+
 set(zeb5_package_dir ${CMAKE_INSTALL_LIBDIR}/cmake/ZEB5XML)
 set(zeb5_pkgconfig_dir ${CMAKE_INSTALL_LIBDIR}/pkgconfig)
 
@@ -14,21 +20,15 @@ set(zeb5_installed_libraries ZEB5XML)
 if(NOT ZEB5XML_EVUTL)
     list(APPEND zeb5_installed_libraries ZEB5evutl)
 endif()
-set_target_properties(${zeb5_installed_libraries} PROPERTIES INSTALL_RPATH "$ORIGIN"
-    INSTALL_RPATH_USE_LINK_PATH ON)
 install(TARGETS ${zeb5_installed_libraries} EXPORT ZEB5XMLTargets
     LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT runtime NAMELINK_COMPONENT development
     INCLUDES DESTINATION ${CMAKE_INSTALL_INCLUDEDIR})
 
-if(ZEB5XML_COMMAND)
-    file(RELATIVE_PATH zeb5_bin_to_lib ${CMAKE_INSTALL_FULL_BINDIR} ${CMAKE_INSTALL_FULL_LIBDIR})
-    set_target_properties(zeb5xml PROPERTIES INSTALL_RPATH "$ORIGIN/${zeb5_bin_to_lib}"
-        INSTALL_RPATH_USE_LINK_PATH ON)
-    install(TARGETS zeb5xml RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR} COMPONENT command)
-endif()
-
-# The loader searches the system's folders by itself. Only when something is installed is it known whether it goes there.
-function(leave_system_folders_to_the_loader component folder target)
+# find_libraries_from(FOLDER COMPONENT TARGET): what is installed there finds the libraries from its own place. The loader
+# searches the system's folders by itself; only when something is installed is it known whether it goes there.
+function(find_libraries_from folder component target)
+    file(RELATIVE_PATH way /${folder} /${CMAKE_INSTALL_LIBDIR})
+    set_target_properties(${target} PROPERTIES INSTALL_RPATH "$ORIGIN/${way}" INSTALL_RPATH_USE_LINK_PATH ON)
     install(CODE "
         if(CMAKE_INSTALL_PREFIX MATCHES \"^/usr(/local)?/?\$\")
             set(installed \"\$ENV{DESTDIR}\${CMAKE_INSTALL_PREFIX}/${folder}/$<TARGET_FILE_NAME:${target}>\")
@@ -39,10 +39,14 @@ function(leave_system_folders_to_the_loader component folder target)
         endif()" COMPONENT ${component})
 endfunction()
 foreach(library ${zeb5_installed_libraries})
-    leave_system_folders_to_the_loader(runtime ${CMAKE_INSTALL_LIBDIR} ${library})
+    find_libraries_from(${CMAKE_INSTALL_LIBDIR} runtime ${library})
 endforeach()
 if(ZEB5XML_COMMAND)
-    leave_system_folders_to_the_loader(command ${CMAKE_INSTALL_BINDIR} zeb5xml)
+    install(TARGETS zeb5xml RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR} COMPONENT command)
+    find_libraries_from(${CMAKE_INSTALL_BINDIR} command zeb5xml)
+endif()
+if(ZEB5XML_PYTHON)
+    find_libraries_from(${zeb5_python_folder}/zeb5xml python zeb5_python_module) # python/CMakeLists.txt installs it
 endif()
 
 install(EXPORT ZEB5XMLTargets NAMESPACE ZEB5XML:: DESTINATION ${zeb5_package_dir} COMPONENT development)
@@ -59,7 +63,7 @@ file(RELATIVE_PATH zeb5_pkgconfig_to_prefix /${zeb5_pkgconfig_dir} /)
 string(REGEX REPLACE "/$" "" zeb5_pkgconfig_to_prefix ${zeb5_pkgconfig_to_prefix})
 set(zeb5_evutl_link "-L\${libdir} -lZEB5evutl")
 if(ZEB5XML_EVUTL)
-    set(zeb5_evutl_link ${ZEB5XML_EVUTL})
+    string(REPLACE " " "\\ " zeb5_evutl_link "${ZEB5XML_EVUTL}")
 endif()
 foreach(library ZEB5XML ZEB5evutl)
     configure_file(${CMAKE_CURRENT_LIST_DIR}/${library}.pc.in ${PROJECT_BINARY_DIR}/${library}.pc @ONLY)

@@ -1,5 +1,9 @@
 # The Debian packages, one of each component: `cpack` in the build folder of the preset `packages` or `packages-arm64`.
 # A file that is installed with a component is in its package. Multi-Arch is written by CMake 3.31 and later.
+if(NOT ZEB5XML_COMMAND)
+    message(FATAL_ERROR "ZEB5XML_PACKAGES: the command is one of the packages, and ZEB5XML_COMMAND is off")
+endif()
+
 set(ZEB5XML_PACKAGER "libZEB5XML maintainers <zeb5xml@example.org>" CACHE STRING "Who answers for the packages, with an address")
 
 set(zeb5_package_runtime libzeb5xml${PROJECT_VERSION_MAJOR})

@@ -1,5 +1,5 @@
-# Removes the files that the last `cmake --install` from this build folder installed, and folders of theirs that are empty
-# then. Run in the build folder.
+# Removes the files that the last `cmake --install` from this build folder installed, what Python compiled of them, and the
+# folders of their own that are empty then. Run in the build folder.
 file(GLOB manifests install_manifest*.txt)
 foreach(manifest ${manifests})
     file(STRINGS ${manifest} files)
@@ -7,10 +7,17 @@ foreach(manifest ${manifests})
         message(STATUS "Removing $ENV{DESTDIR}${file}")
         file(REMOVE "$ENV{DESTDIR}${file}")
         get_filename_component(folder "$ENV{DESTDIR}${file}" DIRECTORY)
-        file(GLOB others "${folder}/*")
-        if(folder MATCHES "/ZEB5XML$" AND NOT others)
-            file(REMOVE_RECURSE "${folder}")
+        if(file MATCHES "/zeb5xml/__init__\\.py$")
+            file(REMOVE_RECURSE "${folder}/__pycache__")
         endif()
+        while(folder MATCHES "/(ZEB5XML|zeb5xml|schemas)$")
+            file(GLOB others "${folder}/*")
+            if(others)
+                break()
+            endif()
+            file(REMOVE_RECURSE "${folder}")
+            get_filename_component(folder "${folder}" DIRECTORY)
+        endwhile()
     endforeach()
     file(REMOVE ${manifest})
 endforeach()

@@ -1,4 +1,4 @@
-/// The helper that counts which files and sockets a reader opens.
+/// Whether each file and socket that a reader opens is counted.
 
 #include "support/read_apart.h"
 

@@ -7,7 +7,7 @@
 ///
 /// Plain documents in ASCII are read without the platform, except for the first one of a process. Readers of
 /// other documents need it, and SAX_Memory_Parser and SAX_File_Parser always do. Each of them starts and
-/// stops the platform by itself, which takes 1.2 ms: thirty times as long as reading a document of ten
+/// stops the platform by itself, which takes 1.6 to 1.9 ms: thirty times as long as reading a document of ten
 /// channels. While an xml_platform is held, these calls only change a reference count. Every Initialize and
 /// Terminate of this library goes through this class and is serialised here, so readers may run at the same
 /// time on different threads. After fork(), the child must not use the library if another thread was reading:
