@@ -155,8 +155,8 @@ void field_check::find_part(tree_record &own) {
                  document_.kind.levels[static_cast<std::size_t>(own.level)].noun + " of it");
 }
 
-/// Kept by the reader: a titled bit is made twice, without its title and with it. Nobody means more than
-/// that.
+/// In every document, a reader makes a titled bit twice: without its title, and with it. More than that is
+/// meant by nobody.
 void field_check::check_parts(const tree_record &own, std::size_t parts) {
     const element_text text = text_of(document_.content, document_.content.elements[own.opener]);
     const std::size_t usual = own.row->value == value_kind::TEXT && !text.is_blank() ? 2 : 1;
