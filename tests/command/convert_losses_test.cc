@@ -110,7 +110,7 @@ const loss_case loss_cases[] = {
      "1:69 [repeated-element]\n"},
     {"chandescriptions",
      "<CHANDESCRIPTIONS><CHANNEL><PROP/><NAME>N</NAME></CHANNEL><CHANNEL/></CHANDESCRIPTIONS>",
-     "zeb5xml: in.xml:1:28: <PROP> is empty: the channel is not read [empty-identity]\n"
+     "zeb5xml: in.xml:1:28: channel named 'N': <PROP> is empty: the channel is not read [empty-identity]\n"
      "zeb5xml: in.xml:1:59: <CHANNEL> has no <PROP>: the channel is not read [missing-identity]\n"},
 };
 
