@@ -72,8 +72,9 @@ records_read read_xml(const document &source, const convert_options &options) {
     run_library(source.name, [&] { problems = result.list->read_to_convert(source); });
     if (problems != 0)
         throw failure(STATUS_DOCUMENT, source.name + ": not read without errors: nothing written");
-    for (const std::string &line : unread_elements(source))
-        tell(line); // nobody expects these in another document
+    if (to.is_document) // text has no place for these
+        for (const std::string &line : unread_elements(source))
+            tell(line);
     result.losses = lost_in_reading(source, result.list->type(), to);
     if (kind.writes_once && !options.keep_duplicates)
         result.losses += lost_in_merging(source, *unmerged(source, kind, options.shift), *result.list, to);
