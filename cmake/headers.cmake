@@ -15,6 +15,7 @@ set(zeb5_public_headers
     library/daq/XML_tools/parse_ev_list.h
     library/daq/XML_tools/xml_platform.h
     library/daq/XML_tools/zeb5xml.hpp
+    library/daq/XML_tools/zeb5xml_files.hpp
     library/daq/XML_tools/zeb5_gige_descr.h)
 
 set(zeb5_build_include ${PROJECT_BINARY_DIR}/include)

@@ -96,11 +96,14 @@ zeb5xml::dictionary_format dictionary_format_of(const std::string &name) {
     throw py::value_error("'" + name + "' is none of xml and table");
 }
 
+/// A site's own function may have no name for a type.
+const char *name_or_null(const char *name) { return name ? name : "(null)"; }
+
 std::vector<std::string> event_names(std::uint32_t mask) {
     std::vector<std::string> names;
     for (int type = 0; type < 32; ++type)
         if (mask >> type & 1)
-            names.emplace_back(event_name_itoa(type));
+            names.emplace_back(name_or_null(event_name_itoa(type)));
     return names;
 }
 
@@ -109,7 +112,7 @@ std::vector<std::string> block_names(std::uint32_t dtype) {
     std::vector<std::string> names;
     for (int bit = 0; bit < 31; ++bit)
         if (dtype >> bit & 1)
-            names.emplace_back(block_name_itoa(bit + (dtype >> 31 ? 32 : 0)));
+            names.emplace_back(name_or_null(block_name_itoa(bit + (dtype >> 31 ? 32 : 0))));
     return names;
 }
 
@@ -282,24 +285,23 @@ void add_camera(py::module_ &module) {
     readable<zeb5xml::camera_features>(module, "CameraFeatures", "The features of a camera.");
 }
 
-/// Returns the name of the root element of a started document.
-template <class Parser> std::string root_of(Parser &parser) {
+/// Returns the name of the root element; raises Error when the document cannot be read so far.
+template <class Parser, class... Path>
+std::string root_of(const std::string &name, Parser &&parser, Path... path) {
+    zeb5xml::detail::held_output reports;
     char *tag = nullptr;
-    return parser.parse(&tag, nullptr) == 0 && tag ? tag : "";
+    if (parser.start(path...) == 0 && parser.parse(&tag, nullptr) == 0 && tag)
+        return tag;
+    raise(name + ": not read without problems, result 1", 1, reports.take(), py::none());
 }
 
-/// Empty when the document cannot be read so far.
 std::string root_of_file(const std::filesystem::path &path) {
-    const zeb5xml::detail::held_output reports; // whoever reads the document gets them
-    SAX_File_Parser parser;
-    return parser.start(path.string().data()) == 0 ? root_of(parser) : "";
+    return root_of(path.string(), SAX_File_Parser(), path.string().data());
 }
 
 std::string root_of_text(std::string_view text) {
-    const zeb5xml::detail::held_output reports;
     std::string copy(text);
-    SAX_Memory_Parser parser(copy.data());
-    return parser.start() == 0 ? root_of(parser) : "";
+    return root_of("document in memory", SAX_Memory_Parser(copy.data()));
 }
 
 } // namespace

@@ -3,8 +3,11 @@
 #include <ZEB5XML/zeb5xml.hpp>
 
 #include <algorithm>
+#include <csignal>
 #include <numeric>
 #include <type_traits>
+
+#include <sys/resource.h>
 
 #include <gtest/gtest.h>
 
@@ -72,8 +75,6 @@ TEST(Zeb5xmlHpp, ParsesEveryKindOfText) {
     const std::string whole = two_channels;
     EXPECT_EQ(properties(channel_list::parse(two_channels)), (texts{"A/B/C", "A/B/D"}));
     EXPECT_EQ(properties(channel_list::parse(whole)), (texts{"A/B/C", "A/B/D"}));
-    const std::string_view part = std::string_view(whole + "<garbage").substr(0, 0);
-    EXPECT_TRUE(part.empty());
     const std::string longer = whole + "<garbage";
     EXPECT_EQ(properties(channel_list::parse(std::string_view(longer).substr(0, whole.size()))),
               (texts{"A/B/C", "A/B/D"}));
@@ -131,19 +132,46 @@ TEST(Zeb5xmlHpp, ReturnsAnOutcomeOnRequest) {
     EXPECT_EQ(result.list.size(), 2u);
 }
 
+/// Runs code with no open standard stream; returns whether they were closed still when it was over.
+template <class Code> bool stay_closed(Code &&code) {
+    int originals[3];
+    for (int i : {0, 1, 2}) {
+        originals[i] = fcntl(i, F_DUPFD, 3);
+        close(i);
+    }
+    code();
+    bool are_closed = true;
+    for (int i : {0, 1, 2}) {
+        are_closed &= fcntl(i, F_GETFD) == -1;
+        dup2(originals[i], i);
+        close(originals[i]);
+    }
+    return are_closed;
+}
+
 TEST(Zeb5xmlHpp, ReturnsAnOutcomeWithClosedStreams) {
-    const int out = dup(1), err = dup(2);
-    close(1);
-    close(2);
-    const outcome<channel_list> result = channel_list::try_parse(broken);
-    const bool stayed_closed = fcntl(1, F_GETFD) == -1 && fcntl(2, F_GETFD) == -1;
-    dup2(out, 1);
-    dup2(err, 2);
-    close(out);
-    close(err);
-    EXPECT_TRUE(stayed_closed);
+    outcome<channel_list> result;
+    EXPECT_TRUE(stay_closed([&] { result = channel_list::try_parse(broken); }));
     EXPECT_EQ(result.code, 1);
     EXPECT_EQ(result.list.size(), 1u);
+}
+
+TEST(Zeb5xmlHpp, ThrowsWhenThereIsNoDescriptorForItsOutcome) {
+    rlimit before;
+    getrlimit(RLIMIT_NOFILE, &before);
+    const int first_free = dup(0);
+    close(first_free);
+    const rlimit low{static_cast<rlim_t>(first_free) + 1, before.rlim_max}; // one descriptor is left
+    setrlimit(RLIMIT_NOFILE, &low);
+    std::error_code problem;
+    try {
+        channel_list::try_parse(broken);
+    } catch (const std::system_error &thrown) {
+        problem = thrown.code();
+    }
+    setrlimit(RLIMIT_NOFILE, &before);
+    EXPECT_EQ(problem, std::errc::too_many_files_open);
+    EXPECT_EQ(capture([] { std::cout << "still here" << std::endl; }).out, "still here\n");
 }
 
 TEST(Zeb5xmlHpp, AddsToAList) {
@@ -232,12 +260,78 @@ TEST(Zeb5xmlHpp, WritesChannelsInEachForm) {
     EXPECT_EQ(properties(channel_list::parse(list.text())), properties(list));
 }
 
+/// The reason for which a list is not written to a path; "" when it is.
+std::string problem_of_writing(const channel_list &list, const std::string &path) {
+    try {
+        list.write(path);
+        return "";
+    } catch (const error &problem) {
+        EXPECT_EQ(problem.code(), 1);
+        return problem.what();
+    }
+}
+
 TEST(Zeb5xmlHpp, LeavesAFileThatCannotBeReplaced) {
     const channel_list list = channel_list::parse(two_channels);
-    EXPECT_THROW(list.write("/nowhere/channels.xml"), error);
+    EXPECT_EQ(problem_of_writing(list, "/nowhere/channels.xml"),
+              "/nowhere/channels.xml: could not be written: No such file or directory");
     const temporary_folder folder;
-    EXPECT_THROW(list.write(folder.path()), error);
-    EXPECT_FALSE(std::filesystem::exists(folder.path() + ".new"));
+    EXPECT_EQ(problem_of_writing(list, folder.path()),
+              folder.path() + ": could not be written: Is a directory");
+    EXPECT_EQ(problem_of_writing(list, "/dev/full"),
+              "/dev/full: could not be written: No space left on device");
+    EXPECT_TRUE(std::filesystem::is_character_file("/dev/full"));
+}
+
+TEST(Zeb5xmlHpp, LeavesLinksPermissionsAndOtherFilesAsTheyAre) {
+    const channel_list list = channel_list::parse(two_channels);
+    const temporary_folder folder;
+    const std::string file = folder.path() + "/file", link = folder.path() + "/link", other = file + ".new0";
+    std::ofstream(file) << "old";
+    std::ofstream(other) << "mine";
+    std::filesystem::create_symlink("file", link);
+    std::filesystem::permissions(file, std::filesystem::perms(0640));
+    EXPECT_EQ(problem_of_writing(list, link), "");
+    EXPECT_TRUE(std::filesystem::is_symlink(link));
+    EXPECT_EQ(std::filesystem::status(file).permissions(), std::filesystem::perms(0640));
+    EXPECT_EQ(properties(channel_list::read(file)), properties(list));
+    EXPECT_EQ(file_text(other), "mine");
+    std::filesystem::remove(file);
+    EXPECT_EQ(problem_of_writing(list, link), ""); // it leads to a file that is still to be created
+    EXPECT_EQ(properties(channel_list::read(file)), properties(list));
+    const auto entries = std::filesystem::directory_iterator(folder.path());
+    EXPECT_EQ(std::distance(begin(entries), end(entries)), 3);
+}
+
+TEST(Zeb5xmlHpp, WritesTheSameWithClosedStreams) {
+    const channel_list list = channel_list::parse(
+        "<CHANDESCRIPTIONS><CHANNEL><DTYPE>64</DTYPE><PROP>A/B/C</PROP></CHANNEL></CHANDESCRIPTIONS>");
+    const env_dictionary entries = env_dictionary::parse(dictionary_document);
+    std::string summary, table;
+    const captured seen = capture([&] { summary = list.text(channel_format::summary); });
+    EXPECT_EQ(seen.out + seen.err, "");
+    EXPECT_TRUE(stay_closed([&] {
+        EXPECT_EQ(list.text(channel_format::summary), summary);
+        table = entries.text(dictionary_format::table);
+    }));
+    EXPECT_EQ(table, entries.text(dictionary_format::table));
+}
+
+TEST(Zeb5xmlHpp, LeavesTheOldFileWhenTheNewOneBecomesTooLarge) {
+    std::string document = "<CHANDESCRIPTIONS>";
+    for (int i = 0; i < 100; ++i)
+        document += "<CHANNEL><PROP>A/B/" + std::to_string(i) + "</PROP></CHANNEL>";
+    const channel_list list = channel_list::parse(document + "</CHANDESCRIPTIONS>");
+    const temporary_file file("old");
+    rlimit before;
+    getrlimit(RLIMIT_FSIZE, &before);
+    const rlimit low{4096, before.rlim_max};
+    const auto handler = std::signal(SIGXFSZ, SIG_IGN);
+    setrlimit(RLIMIT_FSIZE, &low);
+    EXPECT_THROW(list.write(file.path()), std::system_error);
+    setrlimit(RLIMIT_FSIZE, &before);
+    std::signal(SIGXFSZ, handler);
+    EXPECT_EQ(file.text(), "old");
 }
 
 TEST(Zeb5xmlHpp, PrintsAsThePlainFunctions) {
@@ -259,12 +353,19 @@ TEST(Zeb5xmlHpp, ReadsEventLists) {
     EXPECT_EQ(list.find(static_cast<ZEB5_EVTYPE>(1)), &list[1]);
     EXPECT_EQ(list.find(static_cast<ZEB5_EVTYPE>(5)), nullptr);
     EXPECT_EQ(event_list::parse(event_document).size(), 3u);
-    EXPECT_NE(capture([&] { list.print(); }).out, "");
+    EXPECT_EQ(capture([&] { list.print(); }).out, capture([&] { zeb5_print_ev_list(&list.plain()); }).out);
 }
 
 template <class Dictionary> class Zeb5xmlHppDictionary : public testing::Test {};
 using layouts = testing::Types<env_dictionary, env_dictionary_classic>;
 TYPED_TEST_SUITE(Zeb5xmlHppDictionary, layouts, );
+
+void print_plainly(env_dictionary::plain_list list) {
+    dump_env_index_dict_2010(&list, nullptr, 0, -1, nullptr);
+}
+void print_plainly(env_dictionary_classic::plain_list list) {
+    dump_env_index_dict(&list, nullptr, 0, -1, nullptr);
+}
 
 TYPED_TEST(Zeb5xmlHppDictionary, IsReadAndWritten) {
     const temporary_file file(dictionary_document);
@@ -286,7 +387,7 @@ TYPED_TEST(Zeb5xmlHppDictionary, IsReadAndWritten) {
     EXPECT_EQ(written.text().size(), list.text().size());
     list.write(written.path(), dictionary_format::table);
     EXPECT_EQ(written.text(), text);
-    EXPECT_NE(capture([&] { list.print(); }).out, "");
+    EXPECT_EQ(capture([&] { list.print(); }).out, capture([&] { print_plainly(list.plain()); }).out);
 }
 
 TEST(Zeb5xmlHpp, ReadsCameraFiles) {
@@ -296,9 +397,10 @@ TEST(Zeb5xmlHpp, ReadsCameraFiles) {
     EXPECT_EQ(list.find("Width")->tooltip, "wide");
     EXPECT_EQ(list.find("Height"), nullptr);
     EXPECT_EQ(camera_features::parse(camera_document).size(), 2u);
+    EXPECT_EQ(camera_features::try_parse(static_cast<const char *>(nullptr)).code, 1);
     EXPECT_EQ(list.add_text(camera_document), 0);
     EXPECT_EQ(list.size(), 4u);
-    EXPECT_NE(capture([&] { list.print(); }).out, "");
+    EXPECT_EQ(capture([&] { list.print(); }).out, capture([&] { zeb5_dump_gige_descr(&list.plain()); }).out);
 }
 
 TEST(Zeb5xmlHpp, AnswersQuestionsAboutChannels) {

@@ -9,10 +9,14 @@
 
 A list owns its records; a record keeps its list alive. Reading turns standard output and standard error of the whole
 process elsewhere for that time, so that an Error has what the reader reported.
+
+Documents that a list writes are labelled ISO-8859-1 and have the texts as they are: neither `&` nor `<` is escaped.
 """
 
 import json
 import os
+import pathlib
+import stat
 import subprocess
 from collections import namedtuple
 
@@ -25,6 +29,14 @@ __all__ = ["Bit", "CameraFeatures", "Channel", "ChannelList", "DictionaryEntry",
 _KINDS = {"CHANDESCRIPTIONS": ChannelList, "DAQvariables": ChannelList, "BMR": EventList, "ENVINDEXDICT": EnvDictionary}
 
 
+def _mode_of(path):
+    """Returns 0 for what is not there: the reader reports it."""
+    try:
+        return os.stat(path).st_mode
+    except OSError:
+        return 0
+
+
 def _kind_of(root):
     """A document with any other root is a camera file, if it is anything."""
     return _KINDS.get(root, CameraFeatures)
@@ -33,13 +45,19 @@ def _kind_of(root):
 def read(path, **options):
     """Reads a file of any kind: returns a ChannelList, an EventList, an EnvDictionary or CameraFeatures. Raises Error.
 
-    Channel descriptions take the options of ChannelList.read().
+    The kind goes by the root element; an unknown one is that of a camera file. Channel descriptions take the options of
+    ChannelList.read().
     """
+    if stat.S_ISFIFO(_mode_of(path)):
+        return parse(pathlib.Path(path).read_bytes(), **options)  # it can be read only once
     return _kind_of(_root_of_file(os.fspath(path))).read(path, **options)
 
 
 def parse(text, **options):
-    """Reads a document in memory, as str or bytes, of any kind; see read()."""
+    """Reads a document in memory of any kind; see read().
+
+    A str is read as UTF-8, so it must not declare another encoding; bytes are read as they declare.
+    """
     return _kind_of(_root_of_text(text)).parse(text, **options)
 
 

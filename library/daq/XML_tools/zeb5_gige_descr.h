@@ -9,8 +9,10 @@
 /// does not matter where an element stands: texts of a category or of an enumeration's entries replace those
 /// of the feature before them, and an element without text takes the next text of the file, white space
 /// included. A plain file is read as a stream of tokens; for any other, the DOM parser builds a tree of the
-/// whole document. Files have the limits of SAX_Memory_Parser.h, but content models may be
-/// of any size, and the names of attributes are limited to 4,096, too.
+/// whole document. Files have the limits of SAX_Memory_Parser.h with two differences: content models may be
+/// of any size, and names of attributes count as those of elements, so that there may be 4,096 of both
+/// together.
+///
 /// Several files may be read at the same time on different threads; one vector belongs to one thread at a
 /// time.
 

@@ -1,50 +1,47 @@
 #ifndef ZEB5_ZEB5XML_HPP
 #define ZEB5_ZEB5XML_HPP
 
-/// The library for new programs (C++17): lists that own their records, read from a path or a text, are ranges of
-/// records, and are released by themselves. Everything here calls the functions of the other headers, which say
-/// more about what is read and written.
+/// The library for new programs (C++17): lists that own their records, read from a path or a text, are ranges
+/// of records, and are released by themselves. Everything here calls the functions of the other headers,
+/// which say more about what is read and written.
 ///
-/// A list is read in one of two ways. `read` and `parse` throw zeb5xml::error when the reader reports a problem; the
-/// reports are on standard error. `try_read` and `try_parse` return an outcome with the records that were read, the
-/// reader's result and what it printed. They turn standard output and standard error of the whole process elsewhere
-/// while they read, one call after the other; what other threads print meanwhile is in the outcome, too.
+/// A list is read in one of two ways. `read` and `parse` throw zeb5xml::error when the reader reports a
+/// problem; the reports are on standard error. `try_read` and `try_parse` return an outcome with the records
+/// that were read, the reader's result and what it printed. They turn standard output and standard error of
+/// the whole process elsewhere while they read, one call after the other; what other threads print meanwhile
+/// is in the outcome, too.
 ///
-/// A text ends at its first NUL. A std::string and a C string are read where they are; a std::string_view is copied
-/// first, as readers need the NUL at the end.
+/// A text ends at its first NUL. A std::string and a C string are read where they are; a std::string_view is
+/// copied first, as readers need the NUL at the end.
 ///
-/// Lists can be moved, not copied. One list belongs to one thread at a time. When memory runs out, std::bad_alloc or
-/// an exception of the XML library passes through.
+/// XML is labelled ISO-8859-1. Texts are written into it as they are: neither `&` nor `<` is escaped, and
+/// bytes are not converted, so a record whose texts have these may not be read back as it was.
+///
+/// Lists can be moved, not copied. One list belongs to one thread at a time. When memory or descriptors run
+/// out, std::bad_alloc, std::system_error or an exception of the XML library passes through.
 
 #include <algorithm>
-#include <cerrno>
 #include <cstddef>
 #include <cstdint>
-#include <cstdio>
 #include <cstdlib>
 #include <filesystem>
-#include <fstream>
-#include <iostream>
 #include <iterator>
 #include <memory>
-#include <mutex>
 #include <optional>
 #include <stdexcept>
 #include <string>
 #include <string_view>
 #include <system_error>
+#include <type_traits>
 #include <utility>
 #include <vector>
-
-#include <fcntl.h>
-#include <sys/mman.h>
-#include <unistd.h>
 
 #include "chan_selector.h"
 #include "parse_chan_descr.h"
 #include "parse_env_index_dictionary.h"
 #include "parse_ev_list.h"
 #include "zeb5_gige_descr.h"
+#include "zeb5xml_files.hpp"
 
 namespace zeb5xml {
 
@@ -53,7 +50,8 @@ class error : public std::runtime_error {
 public:
     error(const std::string &what, int code) : std::runtime_error(what), code_(code) {}
 
-    /// The result of the function that reported the problem; its header says what it means.
+    /// The result of the function that reported the problem, whose header says what it means; 1 where that
+    /// has none.
     int code() const noexcept { return code_; }
 
 private:
@@ -72,85 +70,6 @@ template <class List> struct outcome {
 
 namespace detail {
 
-/// A file without a name, for functions that only read or write files.
-class memory_file {
-public:
-    memory_file() : descriptor_(memfd_create("zeb5xml", MFD_CLOEXEC)) {
-        if (descriptor_ < 0)
-            throw std::system_error(errno, std::generic_category(), "no file in memory");
-        path_ = "/proc/self/fd/" + std::to_string(descriptor_);
-    }
-    explicit memory_file(std::string_view text) : memory_file() {
-        for (ssize_t written; !text.empty(); text.remove_prefix(static_cast<std::size_t>(written)))
-            if ((written = ::write(descriptor_, text.data(), text.size())) < 0)
-                throw std::system_error(errno, std::generic_category(), "no file in memory");
-    }
-    ~memory_file() { ::close(descriptor_); }
-    memory_file(const memory_file &) = delete;
-    memory_file &operator=(const memory_file &) = delete;
-
-    int descriptor() const { return descriptor_; }
-    char *path() { return path_.data(); }
-
-    std::string text() const {
-        std::string all(static_cast<std::size_t>(::lseek(descriptor_, 0, SEEK_END)), '\0');
-        std::size_t end = 0;
-        for (ssize_t got; end < all.size(); end += static_cast<std::size_t>(got))
-            if ((got = ::pread(descriptor_, all.data() + end, all.size() - end, static_cast<off_t>(end))) <= 0)
-                break;
-        all.resize(end);
-        return all;
-    }
-
-private:
-    int descriptor_;
-    std::string path_;
-};
-
-/// Standard output and standard error go to a file in memory while this lives.
-class held_output {
-public:
-    held_output() : lock_(turn()) {
-        flush();
-        for (int i : {0, 1})
-            if ((originals_[i] = ::fcntl(i + 1, F_DUPFD_CLOEXEC, 3)) >= 0) // a closed one stays closed
-                ::dup2(file_.descriptor(), i + 1);
-    }
-    ~held_output() { restore(); }
-    held_output(const held_output &) = delete;
-    held_output &operator=(const held_output &) = delete;
-
-    /// Ends the redirection and returns what was written.
-    std::string take() {
-        restore();
-        return file_.text();
-    }
-
-private:
-    static std::mutex &turn() {
-        static std::mutex turn; // the streams are the whole process's
-        return turn;
-    }
-    static void flush() {
-        std::cout.flush();
-        std::cerr.flush();
-        std::fflush(stdout);
-        std::fflush(stderr);
-    }
-    void restore() {
-        flush();
-        for (int i : {0, 1})
-            if (const int original = std::exchange(originals_[i], -1); original >= 0) {
-                ::dup2(original, i + 1);
-                ::close(original);
-            }
-    }
-
-    memory_file file_;
-    std::unique_lock<std::mutex> lock_;
-    int originals_[2] = {-1, -1};
-};
-
 /// Returns what `read` made of a document; `read` takes the list and returns the reader's result.
 template <class List, class Read> outcome<List> outcome_of(Read &&read) {
     outcome<List> result;
@@ -167,27 +86,15 @@ template <class List, class Read> List list_of(const std::string &name, Read &&r
     return list;
 }
 
-/// Replaces the file at `path` by one with this text, in one move when all is written.
-inline void replace_file(const std::filesystem::path &path, const std::string &text) {
-    std::filesystem::path beside = path;
-    beside += ".new";
-    std::ofstream file(beside, std::ios::binary);
-    file << text;
-    file.close();
-    std::error_code problem;
-    if (file)
-        std::filesystem::rename(beside, path, problem);
-    if (!file || problem) {
-        std::error_code ignored;
-        std::filesystem::remove(beside, ignored);
-        throw error(path.string() + ": could not be written", 1);
-    }
+inline void write_file(const std::filesystem::path &path, const std::string &text) {
+    if (const std::error_code problem = replace_file(path, text))
+        throw error(path.string() + ": could not be written: " + problem.message(), 1);
 }
 
 } // namespace detail
 
-/// A vector of records of the plain functions, as a range of the records themselves, which it owns. `List` is the
-/// class that derives from this and has `release_records(std::vector<Record *> &)`.
+/// A vector of records of the plain functions, as a range of the records themselves, which it owns. `List` is
+/// the class that derives from this and has `release_records(std::vector<Record *> &)`.
 template <class List, class Record> class owning_list {
 public:
     using value_type = Record;
@@ -235,7 +142,9 @@ public:
     owning_list() = default;
     /// Takes over records that a plain function made.
     explicit owning_list(plain_list &&records) : records_(std::move(records)) { records.clear(); }
-    owning_list(owning_list &&other) noexcept : records_(std::move(other.records_)) { other.records_.clear(); }
+    owning_list(owning_list &&other) noexcept : records_(std::move(other.records_)) {
+        other.records_.clear();
+    }
     owning_list &operator=(owning_list &&other) noexcept {
         if (this != &other) {
             clear();
@@ -273,8 +182,7 @@ public:
         return detail::list_of<List>("document in memory",
                                      [&](List &list) { return list.add_text(text, more...); });
     }
-    template <class... More>
-    static outcome<List> try_read(const std::filesystem::path &path, More... more) {
+    template <class... More> static outcome<List> try_read(const std::filesystem::path &path, More... more) {
         return detail::outcome_of<List>([&](List &list) { return list.add(path, more...); });
     }
     template <class Text, class... More> static outcome<List> try_parse(const Text &text, More... more) {
@@ -298,8 +206,8 @@ protected:
 
 /// How channel descriptions are read.
 struct channel_reading {
-    bool shift = false;            // event and data types are numbers, to be turned into masks
-    bool merge_duplicates = true;  // a property that is in the list already completes that record
+    bool shift = false;           // event and data types are numbers, to be turned into masks
+    bool merge_duplicates = true; // a property that is in the list already completes that record
 };
 
 /// How channel descriptions are written.
@@ -310,8 +218,8 @@ class channel_list : public owning_list<channel_list, chan_descr_2010> {
 public:
     using owning_list::owning_list;
 
-    /// Append the channels of a document; return the reader's result, 0 when all was read. The reader of files
-    /// merges duplicates of DAQvariables only.
+    /// Append the channels of a document; return the reader's result, 0 when all was read. The reader of
+    /// files merges duplicates of DAQvariables only.
     int add(const std::filesystem::path &path, channel_reading how = {}) {
         std::string name = path.string();
         return parse_descr_list_readf(name.data(), &records_, how.shift, how.merge_duplicates);
@@ -328,8 +236,8 @@ public:
     chan_descr_2010 *find(const char *property) { return find_chan_entry(&records_, property); }
     chan_descr_2010 *find(const std::string &property) { return find(property.c_str()); }
 
-    /// Returns the list in a form; XML is without a date then. Of several channels of one property only the first is
-    /// written.
+    /// Returns the list in a form; XML is without a date then. Of several channels of one property only the
+    /// first is written. For a summary, standard output goes elsewhere meanwhile.
     std::string text(channel_format format = channel_format::chandescriptions) const {
         if (format == channel_format::table || format == channel_format::summary)
             return file_text(format);
@@ -338,11 +246,11 @@ public:
         return document;
     }
 
-    /// Writes the list to a file, XML with the date. The file is replaced in one move when all is written. Throws
-    /// error.
+    /// Writes the list to a file, XML with the date. The file is replaced in one move when all is written.
+    /// Throws error.
     void write(const std::filesystem::path &path,
                channel_format format = channel_format::chandescriptions) const {
-        detail::replace_file(path, file_text(format));
+        detail::write_file(path, file_text(format));
     }
 
     /// Lists the channels on standard output.
@@ -353,6 +261,9 @@ public:
 private:
     std::string file_text(channel_format format) const {
         detail::memory_file file;
+        std::optional<detail::held_output> output;
+        if (format == channel_format::summary)
+            output.emplace(); // the writer prints an empty line for each channel with a block type
         dump(format, file.path(), nullptr);
         return file.text();
     }
@@ -371,8 +282,8 @@ inline void print(const chan_descr_2010 &channel) {
     print_zeb5_chan_descr(&one);
 }
 
-/// Completes `record` from another one of the same property, see extend_channel_description(). Returns whether that
-/// was done; records of different properties are left as they are.
+/// Completes `record` from another one of the same property, see extend_channel_description(). Returns
+/// whether that was done; records of different properties are left as they are.
 inline bool complete(chan_descr_2010 &record, const chan_descr_2010 &from, bool force = false) {
     return !extend_channel_description(&record, const_cast<chan_descr_2010 *>(&from), force);
 }
@@ -393,7 +304,8 @@ public:
 
     /// Returns the first entry of this event type; null when there is none.
     const zeb5_ev_entry *find(ZEB5_EVTYPE type) const {
-        const auto found = std::find_if(begin(), end(), [&](const auto &entry) { return entry.evtype == type; });
+        const auto found =
+            std::find_if(begin(), end(), [&](const auto &entry) { return entry.evtype == type; });
         return found == end() ? nullptr : &*found;
     }
 
@@ -404,7 +316,8 @@ public:
         for (zeb5_ev_entry *entry : records)
             if (entry && entry->sb_list)
                 for (zeb5_ev_sb_list *block : *entry->sb_list)
-                    if (block && block->ch_list && block->ch_list->empty()) // zeb5_clean_ev_list() leaves these
+                    if (block && block->ch_list &&
+                        block->ch_list->empty()) // zeb5_clean_ev_list() leaves these
                         delete std::exchange(block->ch_list, nullptr);
         zeb5_clean_ev_list(&records);
     }
@@ -441,13 +354,13 @@ public:
 
     /// Returns the first entry of this index; null when there is none.
     const Entry *find(std::int32_t index) const {
-        const auto found =
-            std::find_if(this->begin(), this->end(), [&](const Entry &entry) { return entry.index == index; });
+        const auto found = std::find_if(this->begin(), this->end(),
+                                        [&](const Entry &entry) { return entry.index == index; });
         return found == this->end() ? nullptr : &*found;
     }
 
-    /// Returns the dictionary in a form, XML with the date. For a table, standard output goes elsewhere meanwhile, as
-    /// for try_read().
+    /// Returns the dictionary in a form, XML with the date. For a table, standard output goes elsewhere
+    /// meanwhile, as for try_read().
     std::string text(dictionary_format format = dictionary_format::xml) const {
         if (format == dictionary_format::table)
             return table();
@@ -458,7 +371,7 @@ public:
 
     /// Writes the dictionary to a file, which is replaced in one move when all is written. Throws error.
     void write(const std::filesystem::path &path, dictionary_format format = dictionary_format::xml) const {
-        detail::replace_file(path, text(format));
+        detail::write_file(path, text(format));
     }
 
     /// Lists the entries on standard output.
@@ -509,11 +422,14 @@ public:
         read.records_.clear();
         return 0;
     }
-    int add_text(std::string_view text) { return add(detail::memory_file(text).path()); }
+    template <class Text> int add_text(const Text &text) {
+        return with_text(text, [&](char *xml) { return xml ? add(detail::memory_file(xml).path()) : 1; });
+    }
 
     /// Returns the first feature of this name; null when there is none.
     const ZEB5GigEFeature *find(std::string_view name) const {
-        const auto found = std::find_if(begin(), end(), [&](const auto &feature) { return feature.name == name; });
+        const auto found =
+            std::find_if(begin(), end(), [&](const auto &feature) { return feature.name == name; });
         return found == end() ? nullptr : &*found;
     }
 
@@ -523,8 +439,8 @@ public:
     static void release_records(plain_list &records) noexcept { zeb5_clean_gige_descr(&records); }
 };
 
-/// Answers questions about channels of several documents; see chan_selector.h. Only one thread may use an object at
-/// a time. Channels are numbered in the order read; a number without a channel gets empty answers.
+/// Answers questions about channels of several documents; see chan_selector.h. Only one thread may use an
+/// object at a time. Channels are numbered in the order read; a number without a channel gets empty answers.
 class selector {
 public:
     /// `shift`: event and data types in the documents are numbers, to be turned into masks.
@@ -532,7 +448,8 @@ public:
         selector_->set_shift(shift);
     }
 
-    /// Add the channels of a document. Throw error when it was not read without problems; what was read stays.
+    /// Add the channels of a document. Throw error when it was not read without problems; what was read
+    /// stays.
     void add(const std::filesystem::path &path) { add_source(path.string(), EXTR_FROM_FILE, path.string()); }
     void add_text(std::string_view text) {
         add_source(std::string(text), EXTR_FROM_XML, "document in memory");
@@ -553,7 +470,8 @@ public:
         return static_cast<std::uint32_t>(selector_->get_data_type(text(name)));
     }
 
-    /// Whether some channel has the event type and some channel, maybe another one, the name.
+    /// Whether some channel has the event type and some channel, maybe another one, the name; true when there
+    /// are no channels.
     bool has_channel(ZEB5_EVTYPE type, const std::string &name) {
         return selector_->find_channel(type, text(name));
     }

@@ -1,8 +1,7 @@
 #ifndef ZEB5_ENV_INDEX_DICTIONARY_LAYOUTS_H
 #define ZEB5_ENV_INDEX_DICTIONARY_LAYOUTS_H
 
-/// What reader and writer of env index dictionaries share: the element names, and all that differs between
-/// the classic and the 2010 layout.
+/// All that differs between the classic and the 2010 layout of env index dictionaries, for reader and writer.
 
 #include "elements/env_index_dictionary_elements.h"
 #include "parse_env_index_dictionary.h"

@@ -100,7 +100,8 @@ private:
             return nullptr;
     }
 
-    // A refusal would leave the parser's first call as it is before startDocument()
+    // Charging begins here: a refusal before startDocument() would leave the parser's first call as an
+    // exception
 
     void startDocument() override {
         undeclared_ = 0;
@@ -174,8 +175,10 @@ private:
         const price before = names.notations.look_up();
         if (!is_ignored)
             names.notations.add(notation.getName());
-        spend(names.uses_of_notations * (names.notations.look_up() - before));
-        declare(names.notations.look_up());
+        const price now = names.notations.look_up(); // less than before where the parser's table has grown
+        if (now > before)
+            spend(names.uses_of_notations * (now - before));
+        declare(now);
     }
 
     void endAttList(const xercesc::DTDElementDecl &element) override {

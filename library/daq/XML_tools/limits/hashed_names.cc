@@ -21,8 +21,11 @@ void hashed_names::add(const XMLCh *name) {
 }
 
 std::size_t hashed_repeated_names::add(const XMLCh *name) {
-    if (last_ != name && names_.insert(last_ = name).second) // most elements have one attribute, the same
-        hashed_names::add(name);
+    if (last_ != name) { // a document often repeats the name before
+        last_ = name;
+        if (names_.insert(last_).second)
+            hashed_names::add(name);
+    }
     return names_.size();
 }
 
