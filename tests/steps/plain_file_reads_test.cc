@@ -20,6 +20,13 @@ std::size_t most_at_once = SIZE_MAX;
 off_t first_bad_byte = -1;
 std::function<void()> before_read;
 
+/// The rest that is to be read next: what the last read did not give. A longer read would go beyond the
+/// buffer.
+struct {
+    off_t offset = -1;
+    std::size_t count = 0;
+} rest;
+
 } // namespace
 
 extern "C" ssize_t __real_pread(int file, void *to, std::size_t count, off_t offset);
@@ -27,6 +34,10 @@ extern "C" ssize_t __real_pread(int file, void *to, std::size_t count, off_t off
 extern "C" ssize_t __wrap_pread(int file, void *to, std::size_t count, off_t offset) {
     if (before_read)
         before_read();
+    if (offset == rest.offset) {
+        EXPECT_EQ(count, rest.count);
+    }
+    const std::size_t wanted = count;
     count = std::min(count, most_at_once);
     if (first_bad_byte >= 0) {
         if (offset >= first_bad_byte) {
@@ -35,7 +46,11 @@ extern "C" ssize_t __wrap_pread(int file, void *to, std::size_t count, off_t off
         }
         count = std::min(count, static_cast<std::size_t>(first_bad_byte - offset));
     }
-    return __real_pread(file, to, count, offset);
+    const ssize_t got = __real_pread(file, to, count, offset);
+    rest = {};
+    if (got > 0 && static_cast<std::size_t>(got) < wanted)
+        rest = {offset + got, wanted - static_cast<std::size_t>(got)};
+    return got;
 }
 
 namespace {
