@@ -201,6 +201,12 @@ protected:
         return with_text(std::string(text), read);
     }
 
+    /// Returns the first record that passes a test; null when there is none.
+    template <class Test> const Record *first_of(Test &&passes) const {
+        const auto found = std::find_if(begin(), end(), passes);
+        return found == end() ? nullptr : &*found;
+    }
+
     plain_list records_;
 };
 
@@ -304,9 +310,7 @@ public:
 
     /// Returns the first entry of this event type; null when there is none.
     const zeb5_ev_entry *find(ZEB5_EVTYPE type) const {
-        const auto found =
-            std::find_if(begin(), end(), [&](const auto &entry) { return entry.evtype == type; });
-        return found == end() ? nullptr : &*found;
+        return first_of([&](const zeb5_ev_entry &entry) { return entry.evtype == type; });
     }
 
     /// Lists the entries on standard output.
@@ -354,19 +358,21 @@ public:
 
     /// Returns the first entry of this index; null when there is none.
     const Entry *find(std::int32_t index) const {
-        const auto found = std::find_if(this->begin(), this->end(),
-                                        [&](const Entry &entry) { return entry.index == index; });
-        return found == this->end() ? nullptr : &*found;
+        return this->first_of([&](const Entry &entry) { return entry.index == index; });
     }
 
     /// Returns the dictionary in a form, XML with the date. For a table, standard output goes elsewhere
     /// meanwhile, as for try_read().
     std::string text(dictionary_format format = dictionary_format::xml) const {
-        if (format == dictionary_format::table)
-            return table();
-        std::string document;
-        dump(nullptr, 3, &document);
-        return document;
+        if (format == dictionary_format::xml) {
+            std::string document;
+            dump(nullptr, 3, &document);
+            return document;
+        }
+        detail::memory_file file;
+        const detail::held_output output; // the writer tells of each file that it creates
+        dump(file.path(), 1, nullptr);
+        return file.text();
     }
 
     /// Writes the dictionary to a file, which is replaced in one move when all is written. Throws error.
@@ -386,12 +392,6 @@ public:
     }
 
 private:
-    std::string table() const {
-        detail::memory_file file;
-        detail::held_output output; // the writer tells of each file that it creates
-        dump(file.path(), 1, nullptr);
-        return file.text();
-    }
     void dump(char *path, int mode, std::string *document) const {
         auto *const entries = const_cast<plain_list *>(&this->records_); // the writer changes nothing
         int code;
@@ -428,9 +428,7 @@ public:
 
     /// Returns the first feature of this name; null when there is none.
     const ZEB5GigEFeature *find(std::string_view name) const {
-        const auto found =
-            std::find_if(begin(), end(), [&](const auto &feature) { return feature.name == name; });
-        return found == end() ? nullptr : &*found;
+        return first_of([&](const ZEB5GigEFeature &feature) { return feature.name == name; });
     }
 
     /// Lists the features on standard output.
