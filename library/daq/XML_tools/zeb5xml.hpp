@@ -1,9 +1,8 @@
 #ifndef ZEB5_ZEB5XML_HPP
 #define ZEB5_ZEB5XML_HPP
 
-/// The library for new programs (C++17): lists that own their records, read from a path or a text, are ranges
-/// of records, and are released by themselves. Everything here calls the functions of the other headers,
-/// which say more about what is read and written.
+/// The library for new programs (C++17): lists that own their records, are ranges of them, and read them from
+/// a path or a text. The functions of the other headers, which all of this calls, say more about documents.
 ///
 /// A list is read in one of two ways. `read` and `parse` throw zeb5xml::error when the reader reports a
 /// problem; the reports are on standard error. `try_read` and `try_parse` return an outcome with the records
@@ -141,10 +140,8 @@ public:
 
     owning_list() = default;
     /// Takes over records that a plain function made.
-    explicit owning_list(plain_list &&records) : records_(std::move(records)) { records.clear(); }
-    owning_list(owning_list &&other) noexcept : records_(std::move(other.records_)) {
-        other.records_.clear();
-    }
+    explicit owning_list(plain_list &&records) : records_(std::move(records)) {}
+    owning_list(owning_list &&other) noexcept = default;
     owning_list &operator=(owning_list &&other) noexcept {
         if (this != &other) {
             clear();
