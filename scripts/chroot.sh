@@ -18,6 +18,6 @@ new_chroot() {
 in_chroot() {
     local folder=$1
     shift
-    "${as_root[@]}" chroot "$folder" \
-        env -i HOME=/root PATH=/usr/local/bin:/usr/sbin:/usr/bin:/sbin:/bin DEBIAN_FRONTEND=noninteractive LC_ALL=C.UTF-8 "$@"
+    "${as_root[@]}" chroot "$folder" env -i HOME=/root PATH=/usr/local/bin:/usr/sbin:/usr/bin:/sbin:/bin \
+        DEBIAN_FRONTEND=noninteractive LC_ALL=C.UTF-8 "$@"
 }
