@@ -101,14 +101,14 @@ class Reading(unittest.TestCase):
             with self.assertRaises(zeb5xml.Error) as raised:
                 parse(text)
             printed.append(raised.exception.printed)
-        self.assertIn("(file my_mem_info, line 1, char 19): unterminated start tag", printed[0])
-        self.assertEqual(printed[0], printed[1])
+        expected = "\nFatal Error at (file my_mem_info, line 1, char 19): unterminated start tag 'CHANDESCRIPTIONS'\n"
+        self.assertEqual(printed, [expected, expected])
 
     def test_a_pipe_is_read_once(self):
         read, write = os.pipe()
         os.write(write, CHANNELS.encode())
         os.close(write)
-        self.assertEqual(zeb5xml.read(f"/dev/fd/{read}")[0].to_dict(), FIRST)
+        self.assertEqual(zeb5xml.read(f"/dev/fd/{read}".encode())[0].to_dict(), FIRST)
         os.close(read)
 
     def test_bytes_that_are_no_text_come_back(self):

@@ -15,7 +15,6 @@ Documents that a list writes are labelled ISO-8859-1 and have the texts as they 
 
 import json
 import os
-import pathlib
 import stat
 import subprocess
 from collections import namedtuple
@@ -49,7 +48,8 @@ def read(path, **options):
     ChannelList.read().
     """
     if stat.S_ISFIFO(_mode_of(path)):
-        return parse(pathlib.Path(path).read_bytes(), **options)  # it can be read only once
+        with open(path, "rb") as pipe:  # it can be read only once
+            return parse(pipe.read(), **options)
     return _kind_of(_root_of_file(os.fspath(path))).read(path, **options)
 
 

@@ -86,7 +86,7 @@ template <class List, class Read> List list_of(const std::string &name, Read &&r
 }
 
 inline void write_file(const std::filesystem::path &path, const std::string &text) {
-    if (const std::error_code problem = replace_file(path, text))
+    if (const std::error_code problem = replace_file(path.string(), text))
         throw error(path.string() + ": could not be written: " + problem.message(), 1);
 }
 

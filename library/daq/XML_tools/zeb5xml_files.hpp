@@ -1,7 +1,8 @@
 #ifndef ZEB5_ZEB5XML_FILES_HPP
 #define ZEB5_ZEB5XML_FILES_HPP
 
-/// What zeb5xml.hpp needs of files and streams. It includes this header; programs use none of it themselves.
+/// What zeb5xml.hpp, which includes this header, needs of files and streams. Programs use none of it
+/// themselves.
 
 #include <cerrno>
 #include <cstddef>
@@ -9,6 +10,7 @@
 #include <filesystem>
 #include <iostream>
 #include <mutex>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <system_error>
@@ -47,12 +49,13 @@ inline bool write_all(int descriptor, std::string_view text) {
     return true;
 }
 
-/// Writes and closes a file; -1 is one that could not be opened.
-inline std::error_code write_and_close(int descriptor, std::string_view text) {
+/// Writes and closes a file; -1 is one that could not be opened. `mode` is what it gets.
+inline std::error_code write_and_close(int descriptor, std::string_view text,
+                                       std::optional<mode_t> mode = {}) {
     if (descriptor < 0)
         return last_error();
     std::error_code problem;
-    if (!write_all(descriptor, text))
+    if ((mode && ::fchmod(descriptor, *mode) != 0) || !write_all(descriptor, text))
         problem = last_error();
     if (::close(descriptor) != 0 && !problem)
         problem = last_error();
@@ -60,43 +63,56 @@ inline std::error_code write_and_close(int descriptor, std::string_view text) {
 }
 
 /// Creates a file beside the one at `path`, which becomes its path. No file that exists is opened.
-inline int create_beside(std::string &path) {
+inline int create_beside(std::string &path, mode_t mode) {
     const std::string target = path;
     for (int i = 0;; ++i) {
         path = target + ".new" + std::to_string(i);
-        const int descriptor =
-            above_standard_streams(::open(path.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0666));
-        if (descriptor >= 0 || errno != EEXIST)
-            return descriptor;
+        const int created = ::open(path.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, mode);
+        if (created < 0 && errno == EEXIST)
+            continue;
+        const int descriptor = above_standard_streams(created);
+        if (created >= 0 && descriptor < 0) {
+            const int reason = errno;
+            ::unlink(path.c_str());
+            errno = reason;
+        }
+        return descriptor;
     }
 }
 
-/// Writes a text to the file at `path`. A regular file is replaced in one move when all is written: nobody
-/// sees half of it, and the old file stays after a failure. The new one has its permissions, and a symbolic
-/// link stays one.
-inline std::error_code replace_file(const std::filesystem::path &path, std::string_view text) {
-    std::error_code ignored;
-    const std::filesystem::file_status old = std::filesystem::status(path, ignored);
-    const bool is_new =
-        old.type() == std::filesystem::file_type::not_found && !std::filesystem::is_symlink(path, ignored);
-    if (!is_new &&
-        !std::filesystem::is_regular_file(old)) // a pipe, or a link to a file that is still to be created
-        return write_and_close(::open(path.c_str(), O_WRONLY | O_CREAT | O_CLOEXEC, 0666), text);
-    if (!is_new && ::access(path.c_str(), W_OK) != 0)
-        return last_error();
-    const std::string target = (is_new ? path : std::filesystem::canonical(path)).string();
+/// Puts a file with this text in the place of `target`, in one move when all is written. `mode` is that of
+/// the old file.
+inline std::error_code put_in_place(const std::string &target, std::string_view text,
+                                    std::optional<mode_t> mode) {
     std::string beside = target;
-    const int descriptor = create_beside(beside);
+    const int descriptor =
+        create_beside(beside, mode ? 0600 : 0666); // nobody else opens it before it has its mode
     if (descriptor < 0)
         return last_error();
-    if (!is_new)
-        ::fchmod(descriptor, static_cast<mode_t>(old.permissions()) & 0777);
-    std::error_code problem = write_and_close(descriptor, text);
+    std::error_code problem = write_and_close(descriptor, text, mode);
     if (!problem && ::rename(beside.c_str(), target.c_str()) != 0)
         problem = last_error();
     if (problem)
         ::unlink(beside.c_str());
     return problem;
+}
+
+/// Writes a text to the file at `path`. Nobody sees half of a regular file, and after a failure the old one
+/// stays. The new one has its permissions, and a symbolic link stays one.
+inline std::error_code replace_file(const std::string &path, std::string_view text) {
+    struct stat old;
+    if (::stat(path.c_str(), &old) == 0 && S_ISREG(old.st_mode)) {
+        if (::faccessat(AT_FDCWD, path.c_str(), W_OK, AT_EACCESS) != 0)
+            return last_error();
+        std::error_code problem;
+        const std::filesystem::path target = std::filesystem::canonical(path, problem);
+        return problem ? problem : put_in_place(target.string(), text, old.st_mode & 0777);
+    }
+    if (::lstat(path.c_str(), &old) != 0 && errno == ENOENT)
+        return put_in_place(path, text, std::nullopt);
+    // A pipe or device, or a link to a file that is still to be created
+    return write_and_close(above_standard_streams(::open(path.c_str(), O_WRONLY | O_CREAT | O_CLOEXEC, 0666)),
+                           text);
 }
 
 /// A file without a name, for functions that only read or write files.
@@ -125,11 +141,14 @@ public:
         if (size < 0 || ::pwrite(descriptor_, "", 1, size) != 1 || ::ftruncate(descriptor_, size) != 0)
             fail();
         std::string all(static_cast<std::size_t>(size), '\0');
-        std::size_t end = 0;
-        for (ssize_t got; end < all.size(); end += static_cast<std::size_t>(got))
-            if ((got = ::pread(descriptor_, all.data() + end, all.size() - end, static_cast<off_t>(end))) <=
-                0)
+        for (std::size_t end = 0; end < all.size();) {
+            errno = EIO; // the reason when the file ends early
+            const ssize_t got =
+                ::pread(descriptor_, all.data() + end, all.size() - end, static_cast<off_t>(end));
+            if (got <= 0)
                 fail();
+            end += static_cast<std::size_t>(got);
+        }
         return all;
     }
 
@@ -147,9 +166,8 @@ public:
         flush();
         for (int i : {0, 1}) {
             originals_[i] = ::fcntl(i + 1, F_DUPFD_CLOEXEC, STDERR_FILENO + 1);
-            if (originals_[i] >= 0) {
-                ::dup2(file_.descriptor(), i + 1);
-            } else if (errno != EBADF) { // a closed stream stays closed
+            const bool is_closed = originals_[i] < 0 && errno == EBADF; // a closed stream stays closed
+            if (!is_closed && (originals_[i] < 0 || ::dup2(file_.descriptor(), i + 1) < 0)) {
                 const std::error_code problem = last_error();
                 restore();
                 throw std::system_error(problem, "standard streams");

@@ -23,8 +23,8 @@ constexpr price price_of_comparing(std::size_t others, std::size_t longest) {
     return others * (name + compared_character_price * longest);
 }
 
-/// How one of the parser's tables grows. One that has names / lists names for each of its lists gets
-/// factor * lists + 1 of them.
+/// How one of the parser's tables grows: when a table of L lists has L * names / lists names, it gets
+/// factor * L + 1 lists.
 struct table_growth {
     std::size_t first_lists;
     std::size_t names;
