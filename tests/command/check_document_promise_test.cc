@@ -59,6 +59,8 @@ struct kind_of_document {
     meant_document (meant_documents::*make)();
     std::string (*read)(std::string document);
 };
+void PrintTo(const kind_of_document &kind, std::ostream *out) { *out << kind.name; }
+
 const kind_of_document kinds[] = {
     {"channels", &meant_documents::channels, channels_of},
     {"variables", &meant_documents::variables, channels_of},

@@ -60,7 +60,9 @@ inline zeb5_ev_sb_list *add_block(zeb5_ev_entry *entry, const char *name,
 
 /// An entry as "5 mask=16 sec=1 usec=2 prio=3 A(c1,c2) B()": fields that are 0 are left out.
 inline std::string describe(const zeb5_ev_entry &entry) {
-    std::string text = std::to_string(entry.evtype);
+    std::underlying_type_t<ZEB5_EVTYPE> type; // a test may mean one that the enumeration does not have
+    std::memcpy(&type, &entry.evtype, sizeof type);
+    std::string text = std::to_string(type);
     const std::pair<const char *, std::uint32_t> fields[] = {{" mask=", entry.tmask},
                                                              {" sec=", entry.min_ev_time.timeup},
                                                              {" usec=", entry.min_ev_time.timelow},
