@@ -255,7 +255,7 @@ TEST_F(ConvertLosses, OfAWrongEncodingAreThoseOfText) {
                                   std::string(refusal)}));
 }
 
-TEST_F(ConvertLosses, OfTextAreRecordsAndTextsThatBreakARow) {
+TEST_F(ConvertLosses, OfTextAreTextsThatBreakARowAndNumbersThatLoseDigits) {
     const text_case text_cases[] = {
         {"table", channel("<PROP>\xc2\xb5</PROP><SB_NAME>a\tb</SB_NAME>"), "",
          "0\t0\tN\t\xc2\xb5\t0\t\"\"\t\"\"\t1\t0\t0\n"},
@@ -266,6 +266,13 @@ TEST_F(ConvertLosses, OfTextAreRecordsAndTextsThatBreakARow) {
          "0\t0\tN\tA\t0\t\"a\tb\"c\"\nd\"\t\"\"\t1\t1\t0\n1\ton\n\t\"\"\n"},
         {"summary", channel("<PROP>A</PROP><DESC>a\tb</DESC>"), "",
          "                                                 N\t1\tUNKNOWN\n"},
+        {"table",
+         "<ENVINDEXDICT><CHANNEL><INDEX>1</INDEX><PROP>P</PROP><DABS>1e-7</DABS><DREL>1</DREL></CHANNEL>"
+         "<CHANNEL><INDEX>2</INDEX><PROP>Q</PROP><DABS>0.5</DABS><DREL>1.2345678</DREL></CHANNEL>"
+         "</ENVINDEXDICT>",
+         "zeb5xml: in.xml: index 1: env_ch_abs_delta: 1e-07 becomes 0\n"
+         "zeb5xml: in.xml: index 2: env_ch_rel_delta: 1.2345678 becomes 1.234568\n",
+         "1\tP\t0.000000\t1.000000\n2\tQ\t0.500000\t1.234568\n"},
     };
     for (const text_case &row : text_cases) {
         folder.write("out.xml", "old");
@@ -298,13 +305,18 @@ TEST_F(ConvertLosses, OfShiftingAreNumbersThatAreOfNoType) {
         "<CHANDESCRIPTIONS><CHANNEL><EVTYPE>31</EVTYPE><DTYPE>62</DTYPE><PROP>A</PROP><NAME>N</NAME></"
         "CHANNEL>"
         "<CHANNEL><EVTYPE>48</EVTYPE><DTYPE>-2147483640</DTYPE><PROP>B</PROP><NAME>N</NAME></CHANNEL>"
-        "<CHANNEL><EVTYPE>32</EVTYPE><DTYPE>63</DTYPE><PROP>B</PROP><NAME>N</NAME></CHANNEL></"
+        "<CHANNEL><EVTYPE>32</EVTYPE><DTYPE>63</DTYPE><PROP>B</PROP><NAME>N</NAME></CHANNEL>"
+        "<CHANNEL><EVTYPE>0</EVTYPE><DTYPE>31</DTYPE><PROP>C</PROP><NAME>N</NAME></CHANNEL></"
         "CHANDESCRIPTIONS>";
     const std::string lines =
         "zeb5xml: in.xml: B: ev_type: 48 is no number of an event type, which go from 0 to 31\n"
-        "zeb5xml: in.xml: B: dtype: -2147483640 is no number of a block type, which go from 0 to 62\n"
+        "zeb5xml: in.xml: B: dtype: -2147483640 is no number of a block type, which go from 0 to 30 and from "
+        "32 to 62\n"
         "zeb5xml: in.xml: B (2): ev_type: 32 is no number of an event type, which go from 0 to 31\n"
-        "zeb5xml: in.xml: B (2): dtype: 63 is no number of a block type, which go from 0 to 62\n";
+        "zeb5xml: in.xml: B (2): dtype: 63 is no number of a block type, which go from 0 to 30 and from 32 "
+        "to 62\n"
+        "zeb5xml: in.xml: C: dtype: 31 is no number of a block type, which go from 0 to 30 and from 32 to "
+        "62\n";
     EXPECT_EQ(convert(document, {"--to", "chandescriptions", "--shift", "--keep-duplicates"}),
               (command_result{
                   1, "", lines + "zeb5xml: in.xml: B (2): the record is left out\n" + std::string(refusal)}));

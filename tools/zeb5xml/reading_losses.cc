@@ -8,6 +8,7 @@
 #include "form_losses.h"
 #include "lost_fields.h"
 #include "record_order.h"
+#include "type_names.h"
 #include "value_text.h"
 
 namespace {
@@ -79,7 +80,6 @@ std::string lost_in_merging(const document &source, const record_list &all, cons
 }
 
 std::string lost_in_shifting(const document &source, const record_list &numbers) {
-    constexpr std::int64_t last_event_type = 31, last_block_type = 62;
     const record_type &type = numbers.type();
     const std::vector<size_t> which = numbers_by_identity(numbers);
     std::string lines;
@@ -89,14 +89,14 @@ std::string lost_in_shifting(const document &source, const record_list &numbers)
             if (!is_mask(type.rows[row]))
                 continue;
             const bool is_event = type.rows[row].kind == EVENT_MASK;
-            const std::int64_t last = is_event ? last_event_type : last_block_type;
-            if (fields.fields[row].number() > last)
-                lines += line(source.name,
-                              identity_text(fields.fields.front(), type.identity(), which[i]) + ": " +
-                                  type.rows[row].name + ": " +
-                                  std::to_string(static_cast<std::int32_t>(fields.fields[row].number())) +
-                                  " is no number of " + (is_event ? "an event" : "a block") +
-                                  " type, which go from 0 to " + std::to_string(last));
+            const std::int64_t number = fields.fields[row].number();
+            if (!(is_event ? is_event_type(number) : is_block_type(number)))
+                lines +=
+                    line(source.name,
+                         identity_text(fields.fields.front(), type.identity(), which[i]) + ": " +
+                             type.rows[row].name + ": " + std::to_string(static_cast<std::int32_t>(number)) +
+                             " is no number of " + (is_event ? "an event" : "a block") + " type, which go " +
+                             (is_event ? event_type_numbers : block_type_numbers));
         }
     }
     return lines;
