@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <map>
+#include <optional>
 
 #include "check_document.h"
 #include "field_names.h"
@@ -35,6 +36,12 @@ bool is_loss(const placed_finding &one, const record_type &type, const form &to)
     }
 }
 
+/// What a reader has made of the records of one identity.
+struct made_records {
+    std::vector<size_t> places;        // in its list
+    std::optional<merged_record> last; // made once, when others were merged into it
+};
+
 std::string line(const std::string &place, const std::string &text) {
     return "zeb5xml: " + place + ": " + text + "\n";
 }
@@ -56,22 +63,26 @@ std::string lost_in_merging(const document &source, const record_list &all, cons
     if (all.size() == merged.size())
         return "";
     const record_type &type = all.type();
-    std::map<record_key, std::vector<size_t>> places; // of each identity in `merged`
+    std::map<record_key, made_records> made_of;
     for (size_t i = 0; i < merged.size(); ++i)
-        places[record_key(merged.identity_at(i))].push_back(i);
+        made_of[record_key(merged.identity_at(i))].places.push_back(i);
     const std::vector<size_t> numbers = numbers_by_identity(all);
     std::string lines;
     for (size_t i = 0; i < all.size(); ++i) {
         const value identity = all.identity_at(i);
         const std::string name = identity_text(identity, type.identity(), numbers[i]);
-        const std::vector<size_t> &made = places[record_key(identity)];
-        if (made.empty()) { // the channel got this name after another, by which it was merged
+        made_records &made = made_of[record_key(identity)];
+        if (made.places.empty()) { // the channel got this name after another, by which it was merged
             lines += line(source.name, name + ": the record is left out");
             continue;
         }
-        const bool is_merged = numbers[i] > made.size();
-        const record into = merged.at(made[std::min(numbers[i], made.size()) - 1]);
-        for (const difference &one : lost_fields(all.at(i), into, type))
+        const bool is_merged = numbers[i] > made.places.size();
+        if (is_merged && !made.last)
+            made.last.emplace(merged.at(made.places.back()), type);
+        const auto lost =
+            is_merged ? made.last->lost_fields(all.at(i))
+                      : merged_record(merged.at(made.places[numbers[i] - 1]), type).lost_fields(all.at(i));
+        for (const difference &one : lost)
             if (holds(to, one.field))
                 lines += line(source.name, name + (is_merged ? ", merged into the first: " : ": ") +
                                                difference_text(one, "gives way to"));
