@@ -253,8 +253,9 @@ TEST_F(Command, ConvertsChannelDescriptions) {
         {{"--to", "chandescriptions"}, xml_chandescriptions},
         {{"--to", "daqvariables", "--force"},
          xml_daqvariables,
-         {"daqvariables does not hold stream, which changes in 1 channel, such as A/B/C: stream: 7 becomes 0",
-          "daqvariables does not hold dtype, which changes in 2 channels, such as A/B/C: dtype: 0x9 "
+         {"no reader takes stream from daqvariables: it changes in 1 channel, such as A/B/C: stream: 7 "
+          "becomes 0",
+          "no reader takes dtype from daqvariables: it changes in 2 channels, such as A/B/C: dtype: 0x9 "
           "(0:ENV_BLOCK) becomes 0x0",
           "daqvariables changes bits in 1 channel, such as A/B/D: bits[3].bit_name: \"on\" becomes \"\""}},
         {{"--to", "table"}, table_plain},

@@ -173,20 +173,21 @@ TEST_F(ConvertLosses, ThatLieInTheFormAreNamedOnceAndAccepted) {
             0, "",
             "zeb5xml: in.xml: daqvariables changes daq_name in 1 channel, such as A: daq_name: \"\" becomes "
             "\"!!!UNDEFINED!!!\"\n"
-            "zeb5xml: in.xml: daqvariables does not hold stream, which changes in 2 channels, such as A: "
+            "zeb5xml: in.xml: no reader takes stream from daqvariables: it changes in 2 channels, such as A: "
             "stream: 1 becomes 0\n"
-            "zeb5xml: in.xml: daqvariables does not hold dtype, which changes in 1 channel, such as A: "
+            "zeb5xml: in.xml: no reader takes dtype from daqvariables: it changes in 1 channel, such as A: "
             "dtype: 0x9 (0:ENV_BLOCK) "
             "becomes "
             "0x0\n"
-            "zeb5xml: in.xml: daqvariables does not hold count, which changes in 1 channel, such as A: "
+            "zeb5xml: in.xml: no reader takes count from daqvariables: it changes in 1 channel, such as A: "
             "count: 3 becomes 0\n"
-            "zeb5xml: in.xml: daqvariables does not hold db_key, which changes in 1 channel, such as A: "
+            "zeb5xml: in.xml: no reader takes db_key from daqvariables: it changes in 1 channel, such as A: "
             "db_key: 2 becomes -1\n"
-            "zeb5xml: in.xml: daqvariables does not hold sb_name, which changes in 1 channel, such as A: "
+            "zeb5xml: in.xml: no reader takes sb_name from daqvariables: it changes in 1 channel, such as A: "
             "sb_name: \"S\" becomes "
             "\"\"\n"
-            "zeb5xml: in.xml: daqvariables does not hold dims.stats, which changes in 1 channel, such as A: "
+            "zeb5xml: in.xml: no reader takes dims.stats from daqvariables: it changes in 1 channel, such as "
+            "A: "
             "dims[0].stats[1]: "
             "{\"stat\":1,\"stat_name\":\"\",\"stat_desc\":\"\",\"units\":\"\"} becomes nothing\n"}));
     EXPECT_TRUE(folder.text("out.xml").ends_with("</DAQvariables>\n\n"));
@@ -223,9 +224,9 @@ TEST_F(ConvertLosses, OfElementsThatAreForOtherProgramsAreNamedOnceAndAccepted) 
                       {"--to", "chandescriptions"}),
               (command_result{0, "",
                               "zeb5xml: in.xml:3:1: no reader takes <DBKey>: '7' is left out, and 2 more\n"
+                              "zeb5xml: in.xml:3:17: no reader takes <sbName>: 'SRV' is left out\n"
                               "zeb5xml: in.xml:3:37: no reader takes <firstIndex>: '3' is left out\n"
-                              "zeb5xml: in.xml:4:17: no reader takes <freq>: '2' is left out\n"
-                              "zeb5xml: in.xml:3:17: no reader takes <sbName>: 'SRV' is left out\n"}));
+                              "zeb5xml: in.xml:4:17: no reader takes <freq>: '2' is left out\n"}));
     const std::string dimension = channel("<PROP>A</PROP><DIM>0<DIM_START>1e3</DIM_START></DIM>");
     const std::string line = "zeb5xml: in.xml:1:48: no reader takes <DIM_START>: '1e3' is left out\n";
     EXPECT_EQ(convert(dimension, {"--to", "chandescriptions"}), (command_result{0, "", line}));

@@ -45,8 +45,8 @@ public:
     void tell_what_is_not_compared() const {
         for (const form *dialect : forms_)
             if (const texts fields = fields_not_held(*dialect); !fields.empty())
-                tell("not compared, as " + std::string(dialect->name) +
-                     " does not hold them: " + joined(fields, ", "));
+                tell("not compared, as readers do not get them from " + std::string(dialect->name) +
+                     " as they are: " + joined(fields, ", "));
     }
 
 private:

@@ -58,7 +58,7 @@ struct unfit_values {
             const field_row &row = type.rows[i];
             const value &one = fields.fields[i];
             if (!to.is_document && !holds(to, path + row.name))
-                continue;
+                continue; // writers of documents write also what no reader takes
             if (row.kind == PARTS)
                 for (const record &part : one.parts())
                     add(lines, name, part, *row.part, path + row.name + ".");
@@ -145,10 +145,9 @@ public:
             const form_loss &loss = to_.losses[i];
             if (of_form_[i].records != 0)
                 (loss.is_accepted ? all.accepted : all.refused)
-                    .push_back(to_.name +
-                               (is_held(loss)
-                                    ? std::string(" changes ") + loss.field
-                                    : std::string(" does not hold ") + loss.field + ", which changes") +
+                    .push_back((is_held(loss) ? std::string(to_.name) + " changes " + loss.field
+                                              : std::string("no reader takes ") + loss.field + " from " +
+                                                    to_.name + ": it changes") +
                                " in " + counted(of_form_[i].records, kind_.records) + ", such as " +
                                of_form_[i].example);
         }
