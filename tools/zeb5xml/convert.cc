@@ -31,9 +31,10 @@ conversion conversion_of(const convert_options &options) {
 
 /// The records to convert, and what was lost when they were read.
 struct records_read {
-    const record_kind *kind;
+    const record_kind &kind;
+    const form &to;
     std::unique_ptr<record_list> list;
-    std::string losses; // lines
+    std::string losses = {}; // lines
 };
 
 const form &form_of(const record_kind &kind, const convert_options &options, const std::string &name) {
@@ -45,14 +46,20 @@ const form &form_of(const record_kind &kind, const convert_options &options, con
     return *found;
 }
 
-/// Refuses options that are given and that are not for this kind.
+/// Options of `convert` that are for some records only, as far as they are given.
+std::vector<std::string> given(const convert_options &options) {
+    std::vector<std::string> names;
+    for (const auto &[name, is_given] :
+         {std::pair("--shift", options.shift), std::pair("--keep-duplicates", options.keep_duplicates),
+          std::pair("--layout", !options.layout.empty())})
+        if (is_given)
+            names.emplace_back(name);
+    return names;
+}
+
 void require_options_for(const record_kind &kind, const convert_options &options, const std::string &name) {
-    const std::pair<const char *, bool> given[] = {{"--shift", options.shift},
-                                                   {"--keep-duplicates", options.keep_duplicates},
-                                                   {"--layout", !options.layout.empty()}};
-    for (const auto &[option, is_given] : given)
-        if (is_given &&
-            std::find(kind.options.begin(), kind.options.end(), std::string(option)) == kind.options.end())
+    for (const std::string &option : given(options))
+        if (std::find(kind.options.begin(), kind.options.end(), option) == kind.options.end())
             throw failure(STATUS_DOCUMENT, name + ": " + option + " is not for " + kind.with_article);
 }
 
@@ -67,7 +74,7 @@ records_read read_xml(const document &source, const convert_options &options) {
     const document_kind &kind = kind_of(source);
     const form &to = form_of(kind, options, source.name); // refused before anything is read
     require_options_for(kind, options, source.name);
-    records_read result{&kind, kind.make(conversion_of(options)), {}};
+    records_read result{kind, to, kind.make(conversion_of(options))};
     int problems = 0;
     run_library(source.name, [&] { problems = result.list->read_to_convert(source); });
     if (problems != 0)
@@ -84,9 +91,8 @@ records_read read_xml(const document &source, const convert_options &options) {
 }
 
 records_read read_json(const document &source, const convert_options &options) {
-    for (const auto &[option, is_given] :
-         {std::pair("--shift", options.shift), std::pair("--keep-duplicates", options.keep_duplicates)})
-        if (is_given)
+    for (const std::string &option : given(options))
+        if (option != "--layout") // the records of JSON get a layout, too
             throw failure(STATUS_DOCUMENT,
                           source.name + ": " + option + " is for XML: JSON is taken as it is");
     const std::vector<const record_kind *> kinds = kinds_of_form(options.to);
@@ -94,11 +100,10 @@ records_read read_json(const document &source, const convert_options &options) {
     if (!read.kind && kinds.size() > 1)
         throw failure(STATUS_DOCUMENT,
                       source.name + ": holds no record that tells which kind the " + options.to + " is of");
-    records_read result{read.kind ? read.kind : kinds.front(), std::move(read.list), {}};
-    if (!result.list)
-        result.list = result.kind->make(conversion_of(options));
-    require_options_for(*result.kind, options, source.name);
-    return result;
+    const record_kind &kind = read.kind ? *read.kind : *kinds.front();
+    require_options_for(kind, options, source.name);
+    return {kind, form_of(kind, options, source.name),
+            read.list ? std::move(read.list) : kind.make(conversion_of(options))};
 }
 
 /// Whether a document begins as JSON does.
@@ -114,9 +119,9 @@ int convert(const convert_options &options) {
         throw failure(STATUS_DOCUMENT, source.name + ": is no XML; --from json reads JSON");
     const records_read records =
         options.from == "json" ? read_json(source, options) : read_xml(source, options);
-    const form &to = form_of(*records.kind, options, source.name);
-    write_records({source.name, *records.kind, *records.list, conversion_of(options), to, records.losses},
-                  options.output, options.force, "; --force writes all the same");
+    write_records(
+        {source.name, records.kind, *records.list, conversion_of(options), records.to, records.losses},
+        options.output, options.force, "; --force writes all the same");
     return STATUS_DONE;
 }
 
