@@ -138,7 +138,10 @@ TEST_F(Command, RefusesAWrongCommandLineWithStatus2) {
          "--event: no event type: 32; types go from 0 to 31",
          "select --help"},
         {{"select", "channels.xml", "--block", "63"},
-         "--block: no block type: 63; types go from 0 to 62",
+         "--block: no block type: 63; types go from 0 to 30 and from 32 to 62",
+         "select --help"},
+        {{"select", "channels.xml", "--block", "31"},
+         "--block: no block type: 31; types go from 0 to 30 and from 32 to 62",
          "select --help"},
     };
     for (const wrong_line &line : lines)
@@ -206,8 +209,25 @@ TEST_F(Command, SaysOfAnEmptyDocumentOnlyThatItIsEmpty) {
             std::vector<std::string> arguments = start;
             arguments.push_back(file);
             const std::string name = *file == '-' ? "standard input" : file;
-            EXPECT_EQ(run(arguments).err, "zeb5xml: " + name + ": the document is empty\n") << start[0];
+            const std::string heading =
+                start[0] == "select" ? "CHANNEL  PROPERTY  EVENTS  DATA  SLOW  ML  SUB\n" : "";
+            EXPECT_EQ(run(arguments),
+                      (command_result{1, heading, "zeb5xml: " + name + ": the document is empty\n"}))
+                << start[0];
         }
+}
+
+// White space was once looked for in the first 65,536 bytes only
+TEST_F(Command, TakesADocumentForEmptyWhateverTheLengthOfItsWhiteSpace) {
+    const std::string blanks(70'000, ' ');
+    folder.write("blank.xml", blanks);
+    EXPECT_EQ(run({"show", "blank.xml"}),
+              (command_result{1, "", "zeb5xml: blank.xml: the document is empty\n"}));
+    folder.write("begun.xml", blanks + "<BMR");
+    EXPECT_EQ(run({"show", "begun.xml"}),
+              (command_result{1, "",
+                              "Fatal Error at (file begun.xml, line 1, char 70005): unexpected end of input\n"
+                              "zeb5xml: begun.xml: no root element could be read\n"}));
 }
 
 TEST_F(Command, ReadsUtf16) {
@@ -233,8 +253,9 @@ TEST_F(Command, ConvertsChannelDescriptions) {
         {{"--to", "chandescriptions"}, xml_chandescriptions},
         {{"--to", "daqvariables", "--force"},
          xml_daqvariables,
-         {"daqvariables does not hold stream, which changes in 1 channel, such as A/B/C: stream: 7 becomes 0",
-          "daqvariables does not hold dtype, which changes in 2 channels, such as A/B/C: dtype: 0x9 "
+         {"no reader takes stream from daqvariables: it changes in 1 channel, such as A/B/C: stream: 7 "
+          "becomes 0",
+          "no reader takes dtype from daqvariables: it changes in 2 channels, such as A/B/C: dtype: 0x9 "
           "(0:ENV_BLOCK) becomes 0x0",
           "daqvariables changes bits in 1 channel, such as A/B/D: bits[3].bit_name: \"on\" becomes \"\""}},
         {{"--to", "table"}, table_plain},

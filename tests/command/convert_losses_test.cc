@@ -173,20 +173,21 @@ TEST_F(ConvertLosses, ThatLieInTheFormAreNamedOnceAndAccepted) {
             0, "",
             "zeb5xml: in.xml: daqvariables changes daq_name in 1 channel, such as A: daq_name: \"\" becomes "
             "\"!!!UNDEFINED!!!\"\n"
-            "zeb5xml: in.xml: daqvariables does not hold stream, which changes in 2 channels, such as A: "
+            "zeb5xml: in.xml: no reader takes stream from daqvariables: it changes in 2 channels, such as A: "
             "stream: 1 becomes 0\n"
-            "zeb5xml: in.xml: daqvariables does not hold dtype, which changes in 1 channel, such as A: "
+            "zeb5xml: in.xml: no reader takes dtype from daqvariables: it changes in 1 channel, such as A: "
             "dtype: 0x9 (0:ENV_BLOCK) "
             "becomes "
             "0x0\n"
-            "zeb5xml: in.xml: daqvariables does not hold count, which changes in 1 channel, such as A: "
+            "zeb5xml: in.xml: no reader takes count from daqvariables: it changes in 1 channel, such as A: "
             "count: 3 becomes 0\n"
-            "zeb5xml: in.xml: daqvariables does not hold db_key, which changes in 1 channel, such as A: "
+            "zeb5xml: in.xml: no reader takes db_key from daqvariables: it changes in 1 channel, such as A: "
             "db_key: 2 becomes -1\n"
-            "zeb5xml: in.xml: daqvariables does not hold sb_name, which changes in 1 channel, such as A: "
+            "zeb5xml: in.xml: no reader takes sb_name from daqvariables: it changes in 1 channel, such as A: "
             "sb_name: \"S\" becomes "
             "\"\"\n"
-            "zeb5xml: in.xml: daqvariables does not hold dims.stats, which changes in 1 channel, such as A: "
+            "zeb5xml: in.xml: no reader takes dims.stats from daqvariables: it changes in 1 channel, such as "
+            "A: "
             "dims[0].stats[1]: "
             "{\"stat\":1,\"stat_name\":\"\",\"stat_desc\":\"\",\"units\":\"\"} becomes nothing\n"}));
     EXPECT_TRUE(folder.text("out.xml").ends_with("</DAQvariables>\n\n"));
@@ -223,9 +224,9 @@ TEST_F(ConvertLosses, OfElementsThatAreForOtherProgramsAreNamedOnceAndAccepted) 
                       {"--to", "chandescriptions"}),
               (command_result{0, "",
                               "zeb5xml: in.xml:3:1: no reader takes <DBKey>: '7' is left out, and 2 more\n"
+                              "zeb5xml: in.xml:3:17: no reader takes <sbName>: 'SRV' is left out\n"
                               "zeb5xml: in.xml:3:37: no reader takes <firstIndex>: '3' is left out\n"
-                              "zeb5xml: in.xml:4:17: no reader takes <freq>: '2' is left out\n"
-                              "zeb5xml: in.xml:3:17: no reader takes <sbName>: 'SRV' is left out\n"}));
+                              "zeb5xml: in.xml:4:17: no reader takes <freq>: '2' is left out\n"}));
     const std::string dimension = channel("<PROP>A</PROP><DIM>0<DIM_START>1e3</DIM_START></DIM>");
     const std::string line = "zeb5xml: in.xml:1:48: no reader takes <DIM_START>: '1e3' is left out\n";
     EXPECT_EQ(convert(dimension, {"--to", "chandescriptions"}), (command_result{0, "", line}));
@@ -255,7 +256,7 @@ TEST_F(ConvertLosses, OfAWrongEncodingAreThoseOfText) {
                                   std::string(refusal)}));
 }
 
-TEST_F(ConvertLosses, OfTextAreRecordsAndTextsThatBreakARow) {
+TEST_F(ConvertLosses, OfTextAreTextsThatBreakARowAndNumbersThatLoseDigits) {
     const text_case text_cases[] = {
         {"table", channel("<PROP>\xc2\xb5</PROP><SB_NAME>a\tb</SB_NAME>"), "",
          "0\t0\tN\t\xc2\xb5\t0\t\"\"\t\"\"\t1\t0\t0\n"},
@@ -266,6 +267,13 @@ TEST_F(ConvertLosses, OfTextAreRecordsAndTextsThatBreakARow) {
          "0\t0\tN\tA\t0\t\"a\tb\"c\"\nd\"\t\"\"\t1\t1\t0\n1\ton\n\t\"\"\n"},
         {"summary", channel("<PROP>A</PROP><DESC>a\tb</DESC>"), "",
          "                                                 N\t1\tUNKNOWN\n"},
+        {"table",
+         "<ENVINDEXDICT><CHANNEL><INDEX>1</INDEX><PROP>P</PROP><DABS>1e-7</DABS><DREL>1</DREL></CHANNEL>"
+         "<CHANNEL><INDEX>2</INDEX><PROP>Q</PROP><DABS>0.5</DABS><DREL>1.2345678</DREL></CHANNEL>"
+         "</ENVINDEXDICT>",
+         "zeb5xml: in.xml: index 1: env_ch_abs_delta: 1e-07 becomes 0\n"
+         "zeb5xml: in.xml: index 2: env_ch_rel_delta: 1.2345678 becomes 1.234568\n",
+         "1\tP\t0.000000\t1.000000\n2\tQ\t0.500000\t1.234568\n"},
     };
     for (const text_case &row : text_cases) {
         folder.write("out.xml", "old");
@@ -298,13 +306,18 @@ TEST_F(ConvertLosses, OfShiftingAreNumbersThatAreOfNoType) {
         "<CHANDESCRIPTIONS><CHANNEL><EVTYPE>31</EVTYPE><DTYPE>62</DTYPE><PROP>A</PROP><NAME>N</NAME></"
         "CHANNEL>"
         "<CHANNEL><EVTYPE>48</EVTYPE><DTYPE>-2147483640</DTYPE><PROP>B</PROP><NAME>N</NAME></CHANNEL>"
-        "<CHANNEL><EVTYPE>32</EVTYPE><DTYPE>63</DTYPE><PROP>B</PROP><NAME>N</NAME></CHANNEL></"
+        "<CHANNEL><EVTYPE>32</EVTYPE><DTYPE>63</DTYPE><PROP>B</PROP><NAME>N</NAME></CHANNEL>"
+        "<CHANNEL><EVTYPE>0</EVTYPE><DTYPE>31</DTYPE><PROP>C</PROP><NAME>N</NAME></CHANNEL></"
         "CHANDESCRIPTIONS>";
     const std::string lines =
         "zeb5xml: in.xml: B: ev_type: 48 is no number of an event type, which go from 0 to 31\n"
-        "zeb5xml: in.xml: B: dtype: -2147483640 is no number of a block type, which go from 0 to 62\n"
+        "zeb5xml: in.xml: B: dtype: -2147483640 is no number of a block type, which go from 0 to 30 and from "
+        "32 to 62\n"
         "zeb5xml: in.xml: B (2): ev_type: 32 is no number of an event type, which go from 0 to 31\n"
-        "zeb5xml: in.xml: B (2): dtype: 63 is no number of a block type, which go from 0 to 62\n";
+        "zeb5xml: in.xml: B (2): dtype: 63 is no number of a block type, which go from 0 to 30 and from 32 "
+        "to 62\n"
+        "zeb5xml: in.xml: C: dtype: 31 is no number of a block type, which go from 0 to 30 and from 32 to "
+        "62\n";
     EXPECT_EQ(convert(document, {"--to", "chandescriptions", "--shift", "--keep-duplicates"}),
               (command_result{
                   1, "", lines + "zeb5xml: in.xml: B (2): the record is left out\n" + std::string(refusal)}));

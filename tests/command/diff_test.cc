@@ -193,9 +193,9 @@ TEST_F(Diff, WritesJson) {
 }
 
 TEST_F(Diff, LeavesOutWhatOneOfTheDialectsDoesNotHold) {
-    const std::string note =
-        "zeb5xml: not compared, as daqvariables does not hold them: stream, dtype, count, "
-        "db_key, sb_name, bits, dims.stats\n";
+    const std::string note = "zeb5xml: not compared, as readers do not get them from daqvariables as they "
+                             "are: stream, dtype, count, "
+                             "db_key, sb_name, bits, dims.stats\n";
     EXPECT_EQ(diff(document(a_channel + b_channel), variables), (command_result{0, "", note}));
     const std::string nameless =
         "<CHANNEL><STREAM>4</STREAM><EVTYPE>4</EVTYPE><PROP>A</PROP><UNITS>kV</UNITS></CHANNEL>";

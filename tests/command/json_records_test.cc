@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "support/command_runner.h"
+#include "support/dated_documents.h"
 
 namespace {
 
@@ -29,11 +30,29 @@ TEST_F(JsonRecords, AreObjectsOrOneArrayInAnyLayout) {
 }
 
 TEST_F(JsonRecords, NeedNoKindWhenTheFormTellsIt) {
-    EXPECT_EQ(convert(R"({"index":1,"env_prop":"P","env_ch_abs_delta":"inf"})", "envindexdict").status, 0);
-    EXPECT_EQ(convert("[]", "envindexdict").status, 0);
+    const std::pair<const char *, std::string> dictionaries[] = {
+        {"[]", ""},
+        {R"({"index":1,"env_prop":"P","env_ch_abs_delta":"inf","env_ch_rel_delta":"-inf"})",
+         "<CHANNEL>\n<INDEX>1</INDEX>\n<PROP>P</PROP>\n<DABS>inf</DABS>\n<DREL>-inf</DREL>\n</CHANNEL>\n"},
+    };
+    for (const auto &[json, entries] : dictionaries) {
+        const std::string since = local_date();
+        command_result seen = convert(json, "envindexdict");
+        seen.out = without_date_line(seen.out, "ENVINDEXDICT", since);
+        EXPECT_EQ(seen, (command_result{
+                            0, xml_declaration + "<ENVINDEXDICT>\n" + entries + "</ENVINDEXDICT>\n\n", ""}));
+    }
     EXPECT_EQ(convert("[]"), (command_result{1, "",
                                              "zeb5xml: standard input: holds no record that tells which kind "
                                              "the table is of\n"}));
+}
+
+// The largest float, which has more digits than it is written with, and the two texts that stand for no
+// number
+TEST_F(JsonRecords, HoldEveryFloat) {
+    EXPECT_EQ(convert(R"({"kind":"dictionary entry","index":1,"env_prop":"P",)"
+                      R"("env_ch_abs_delta":3.40282347e+38,"env_ch_rel_delta":"nan"})"),
+              (command_result{0, "1\tP\t340282346638528859811704183484516925440.000000\tnan\n", ""}));
 }
 
 TEST_F(JsonRecords, HaveNoLossesWhenTheyAreWritten) {
@@ -44,6 +63,24 @@ TEST_F(JsonRecords, HaveNoLossesWhenTheyAreWritten) {
                   "written without escaping\n"
                   "zeb5xml: standard input: nothing written, as values would be lost; --force writes "
                   "all the same\n"}));
+    // Of records with one identity, the place tells which one it is, also when one is left out
+    EXPECT_EQ(
+        convert("{\"index\":1,\"env_prop\":\"\xce\xa9\"} {\"index\":1,\"env_prop\":\"a\"} {\"index\":2}",
+                "envindexdict"),
+        (command_result{
+            1, "",
+            "zeb5xml: standard input: index 1: env_prop: \"\xce\xa9\" becomes \"\xc3\x8e\xc2\xa9\"\n"
+            "zeb5xml: standard input: index 2: the record is left out\n"
+            "zeb5xml: standard input: nothing written, as values would be lost; --force writes "
+            "all the same\n"}));
+    // One without a name once had none in the message either
+    EXPECT_EQ(
+        convert(R"({"prop_name":"","daq_name":"N","units":"&"})", "chandescriptions"),
+        (command_result{1, "",
+                        "zeb5xml: standard input: '': units: \"&\" makes the document ill-formed, as it is "
+                        "written without escaping\n"
+                        "zeb5xml: standard input: nothing written, as values would be lost; --force writes "
+                        "all the same\n"}));
 }
 
 struct refusal {
@@ -74,10 +111,21 @@ const refusal refusals[] = {
      "1: record 1: units: has a character that ISO-8859-1 has not"},
     {"{\"kind\":\"channel\",\"prop_name\":\"A\"} {\"kind\":\"dictionary entry\",\"index\":1}",
      "1: record 2: is of another kind than the records before"},
-    {"[{\"kind\":\"channel\",\"prop_name\":\"A\"},[{}]]", "1: record 2: is no object"},
-    {"[7]", "1: record 1: is no object"},
-    {"\n7", "2: record 1: is no object"},
-    {"[[]]", "1: record 1: is no object"},
+    {"[{\"kind\":\"channel\",\"prop_name\":\"A\"},[{}]]", "1: record 2: only objects may stand here"},
+    {"[7]", "1: record 1: only objects may stand here"},
+    {"\n7", "2: record 1: only objects may stand here"},
+    {"[[]]", "1: record 1: only objects may stand here"},
+    {"[{\"kind\":\"channel\",\"prop_name\":\"A\"}] 7", "1: record 2: only objects may stand here"},
+    {"{\"kind\":\"channel\",\"prop_name\":\"A\",\"bits\":[3]}", "1: record 1: bits[0]: is no object"},
+    // No float holds these
+    {"{\"kind\":\"dictionary entry\",\"index\":1,\"env_ch_abs_delta\":1e300}",
+     "1: record 1: env_ch_abs_delta: does not fit into a float"},
+    {"{\"kind\":\"dictionary entry\",\"index\":1,\"env_ch_abs_delta\":-3.5e38}",
+     "1: record 1: env_ch_abs_delta: does not fit into a float"},
+    {"{\"kind\":\"dictionary entry\",\"index\":1,\"env_ch_abs_delta\":\"0x10\"}",
+     "1: record 1: env_ch_abs_delta: is no number"},
+    {"{\"kind\":\"dictionary entry\",\"index\":1,\"env_ch_abs_delta\":\"\"}",
+     "1: record 1: env_ch_abs_delta: is no number"},
     // The record begins in line 3
     {"{\"kind\":\"channel\",\"prop_name\":\"A\"}\n\n{\n\"kind\":\"channel\",\n\"prop_name\":\"B\","
      "\n\"count\":[]}",

@@ -31,9 +31,10 @@ conversion conversion_of(const convert_options &options) {
 
 /// The records to convert, and what was lost when they were read.
 struct records_read {
-    const record_kind *kind;
+    const record_kind &kind;
+    const form &to;
     std::unique_ptr<record_list> list;
-    std::string losses; // lines
+    std::string losses = {}; // lines
 };
 
 const form &form_of(const record_kind &kind, const convert_options &options, const std::string &name) {
@@ -45,14 +46,20 @@ const form &form_of(const record_kind &kind, const convert_options &options, con
     return *found;
 }
 
-/// Refuses options that are given and that are not for this kind.
+/// Options of `convert` that are for some records only, as far as they are given.
+std::vector<std::string> given(const convert_options &options) {
+    std::vector<std::string> names;
+    for (const auto &[name, is_given] :
+         {std::pair("--shift", options.shift), std::pair("--keep-duplicates", options.keep_duplicates),
+          std::pair("--layout", !options.layout.empty())})
+        if (is_given)
+            names.emplace_back(name);
+    return names;
+}
+
 void require_options_for(const record_kind &kind, const convert_options &options, const std::string &name) {
-    const std::pair<const char *, bool> given[] = {{"--shift", options.shift},
-                                                   {"--keep-duplicates", options.keep_duplicates},
-                                                   {"--layout", !options.layout.empty()}};
-    for (const auto &[option, is_given] : given)
-        if (is_given &&
-            std::find(kind.options.begin(), kind.options.end(), std::string(option)) == kind.options.end())
+    for (const std::string &option : given(options))
+        if (std::find(kind.options.begin(), kind.options.end(), option) == kind.options.end())
             throw failure(STATUS_DOCUMENT, name + ": " + option + " is not for " + kind.with_article);
 }
 
@@ -67,7 +74,7 @@ records_read read_xml(const document &source, const convert_options &options) {
     const document_kind &kind = kind_of(source);
     const form &to = form_of(kind, options, source.name); // refused before anything is read
     require_options_for(kind, options, source.name);
-    records_read result{&kind, kind.make(conversion_of(options)), {}};
+    records_read result{kind, to, kind.make(conversion_of(options))};
     int problems = 0;
     run_library(source.name, [&] { problems = result.list->read_to_convert(source); });
     if (problems != 0)
@@ -84,9 +91,8 @@ records_read read_xml(const document &source, const convert_options &options) {
 }
 
 records_read read_json(const document &source, const convert_options &options) {
-    for (const auto &[option, is_given] :
-         {std::pair("--shift", options.shift), std::pair("--keep-duplicates", options.keep_duplicates)})
-        if (is_given)
+    for (const std::string &option : given(options))
+        if (option != "--layout") // the records of JSON get a layout, too
             throw failure(STATUS_DOCUMENT,
                           source.name + ": " + option + " is for XML: JSON is taken as it is");
     const std::vector<const record_kind *> kinds = kinds_of_form(options.to);
@@ -94,11 +100,10 @@ records_read read_json(const document &source, const convert_options &options) {
     if (!read.kind && kinds.size() > 1)
         throw failure(STATUS_DOCUMENT,
                       source.name + ": holds no record that tells which kind the " + options.to + " is of");
-    records_read result{read.kind ? read.kind : kinds.front(), std::move(read.list), {}};
-    if (!result.list)
-        result.list = result.kind->make(conversion_of(options));
-    require_options_for(*result.kind, options, source.name);
-    return result;
+    const record_kind &kind = read.kind ? *read.kind : *kinds.front();
+    require_options_for(kind, options, source.name);
+    return {kind, form_of(kind, options, source.name),
+            read.list ? std::move(read.list) : kind.make(conversion_of(options))};
 }
 
 /// Whether a document begins as JSON does.
@@ -114,70 +119,65 @@ int convert(const convert_options &options) {
         throw failure(STATUS_DOCUMENT, source.name + ": is no XML; --from json reads JSON");
     const records_read records =
         options.from == "json" ? read_json(source, options) : read_xml(source, options);
-    const form &to = form_of(*records.kind, options, source.name);
-    write_records({source.name, *records.kind, *records.list, conversion_of(options), to, records.losses},
-                  options.output, options.force, "; --force writes all the same");
+    write_records(
+        {source.name, records.kind, *records.list, conversion_of(options), records.to, records.losses},
+        options.output, options.force, "; --force writes all the same");
     return STATUS_DONE;
 }
+
+const char details[] =
+    R"(Channel descriptions can be had as chandescriptions or daqvariables (XML without an isodate line),
+table or summary (text); --shift and --keep-duplicates are for them. An env index dictionary can be
+had as envindexdict (XML) or table (text); --layout is for it.
+Nothing is written when FILE cannot be read without errors, or when a value would be lost. Each such
+value is named on standard error: what `zeb5xml check` finds that readers drop, cut or misread, with
+its rule; fields of channels that are merged into one of the same property; records of a property
+that is written already; texts that break the rows of a text form, and numbers that lose digits
+there; and what does not come back from XML, which is read before OUT is replaced.
+Fields that a form never gives back (no reader takes STREAM, DTYPE, COUNT, DB_KEY, SB_NAME and STAT
+from daqvariables), and elements that no reader takes, are named once, and the rest is written. Text
+cannot be read back: a table has no DTYPE, COUNT, DB_KEY, SB_NAME and SUBSYSTEM, a summary only
+name, size and first data type.
+A UTF-16 FILE goes through the file reader, which merges no duplicates under CHANDESCRIPTIONS and
+shifts no evType under DAQvariables.
+)";
 
 } // namespace
 
 subcommand convert_subcommand() {
     auto options = std::make_shared<convert_options>();
-    return {
-        "convert",
-        "Write channel descriptions or an env index dictionary in another form",
-        "Channel descriptions can be had as chandescriptions or daqvariables (XML without an isodate line), "
-        "table or\n"
-        "summary (text); --shift and --keep-duplicates are for them. An env index dictionary can be had as\n"
-        "envindexdict (XML) or table (text); --layout is for it.\n"
-        "Nothing is written when FILE cannot be read without errors, or when a value would be lost. Each "
-        "such\n"
-        "value is named on standard error: what `zeb5xml check` finds that readers drop, cut or misread, "
-        "with\n"
-        "its rule; fields of channels that are merged into one of the same property; records of a property\n"
-        "that is written already; texts that break the rows of a text form; and what does not come back "
-        "from\n"
-        "XML, which is read before OUT is replaced.\n"
-        "Fields that a form never holds (daqvariables has no STREAM, DTYPE, COUNT, DB_KEY, SB_NAME and "
-        "STAT),\n"
-        "and elements that no reader takes, are named once, and the rest is written. Text cannot be read "
-        "back:\n"
-        "a table has no DTYPE, COUNT, DB_KEY, SB_NAME and SUBSYSTEM, a summary only name, size and first "
-        "data\n"
-        "type.\n"
-        "A UTF-16 FILE goes through the file reader, which merges no duplicates under CHANDESCRIPTIONS and "
-        "shifts\n"
-        "no evType under DAQvariables.\n",
-        {
-            {"FILE", &options->file, "Document to read; - is standard input", argument::REQUIRED},
-            {"--to", &options->to, "Form to write, see below", argument::REQUIRED, form_names()},
-            {"--from",
-             &options->from,
-             "What FILE is: a document (xml, the default), or what export wrote as jsonl or json (json)",
-             argument::OPTIONAL,
-             {"xml", "json"}},
-            {"-o,--output",
-             &options->output,
-             "File to write, replaced only when all is done (default: -)",
-             argument::OPTIONAL,
-             {},
-             {},
-             "FILE"},
-            {"--force", &options->force, "Write even if values are lost; they are named all the same"},
-            {"--shift", &options->shift, "Turn event and data type numbers into masks"},
-            {"--keep-duplicates", &options->keep_duplicates,
-             "Merge no channels of one property while reading"},
-            {"--layout",
-             &options->layout,
-             "Cut names at 79 bytes (classic) or 255 (2010, the default)",
-             argument::OPTIONAL,
-             {"classic", "2010"}},
-        },
-        [options] { return convert(*options); },
-        {{"Turn type numbers into masks and write the other dialect",
-          "zeb5xml convert numbers.xml --shift --to daqvariables -o variables.xml"},
-         {"Bring back what was edited as JSON",
-          "zeb5xml convert channels.jsonl --from json --to chandescriptions -o channels.xml"}},
-        {lost_value_status}};
+    return {"convert",
+            "Write channel descriptions or an env index dictionary in another form",
+            details,
+            {
+                {"FILE", &options->file, "Document to read; - is standard input", argument::REQUIRED},
+                {"--to", &options->to, "Form to write, see below", argument::REQUIRED, form_names()},
+                {"--from",
+                 &options->from,
+                 "What FILE is: a document (xml, the default), or what export wrote as jsonl or json (json)",
+                 argument::OPTIONAL,
+                 {"xml", "json"}},
+                {"-o,--output",
+                 &options->output,
+                 "File to write, replaced only when all is done (default: -)",
+                 argument::OPTIONAL,
+                 {},
+                 {},
+                 "FILE"},
+                {"--force", &options->force, "Write even if values are lost; they are named all the same"},
+                {"--shift", &options->shift, "Turn event and data type numbers into masks"},
+                {"--keep-duplicates", &options->keep_duplicates,
+                 "Merge no channels of one property while reading"},
+                {"--layout",
+                 &options->layout,
+                 "Cut names at 79 bytes (classic) or 255 (2010, the default)",
+                 argument::OPTIONAL,
+                 {"classic", "2010"}},
+            },
+            [options] { return convert(*options); },
+            {{"Turn type numbers into masks and write the other dialect",
+              "zeb5xml convert numbers.xml --shift --to daqvariables -o variables.xml"},
+             {"Bring back what was edited as JSON",
+              "zeb5xml convert channels.jsonl --from json --to chandescriptions -o channels.xml"}},
+            {lost_value_status}};
 }

@@ -10,7 +10,7 @@ public:
     explicit counted_lines(std::streambuf &source) : source_(source) {}
 
     /// Counted from 1.
-    std::size_t line() const;
+    std::size_t line();
 
     /// The byte that was taken last; a blank before the first.
     char last() const { return gptr() == eback() ? ' ' : gptr()[-1]; }
@@ -20,8 +20,9 @@ protected:
 
 private:
     std::streambuf &source_;
-    std::size_t lines_before_ = 0; // line ends before the block
-    char block_[65536];            // begins with the last byte of the block before
+    std::size_t line_ends_ = 0;     // before the byte at `counted_`
+    const char *counted_ = nullptr; // in the block
+    char block_[65536];             // begins with the last byte of the block before
 };
 
 #endif

@@ -63,6 +63,7 @@ void for_each_pair(const record_list &before, const record_list &after,
                    const std::function<void(const record_pair &)> &action) {
     match(before, after, [&](const place_pair &places, size_t which) {
         record_pair pair;
+        pair.place = places.was;
         if (places.was)
             pair.before = before.at(*places.was);
         if (places.is)

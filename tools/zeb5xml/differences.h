@@ -32,7 +32,8 @@ std::string difference_text(const difference &one, const std::string &becomes);
 
 /// A record of one list with its match in the other; at least one of them is there.
 struct record_pair {
-    std::string name; // what messages call the record
+    std::string name;            // what messages call the record
+    std::optional<size_t> place; // of the record before
     std::optional<record> before;
     std::optional<record> after;
 };

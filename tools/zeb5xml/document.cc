@@ -12,6 +12,8 @@
 
 namespace {
 
+constexpr char white_space[] = " \t\r\n"; // of XML, and of JSON
+
 [[noreturn]] void fail(const std::string &name) {
     throw failure(STATUS_DOCUMENT, name + ": " + strerror(errno));
 }
@@ -32,7 +34,7 @@ public:
     bool found_in(const char *block, size_t size) {
         if (!begun_ && size > 0) {
             begun_ = true;
-            const size_t first = std::string_view(block, size).find_first_not_of(" \t\r\n");
+            const size_t first = std::string_view(block, size).find_first_not_of(white_space);
             if (first != std::string_view::npos && !may_begin(block[first]))
                 return true;
         }
@@ -99,11 +101,16 @@ std::string document::text() const {
 }
 
 bool document::is_blank() const {
-    char block[65536]; // who leaves a document empty does not fill this
+    char block[65536];
     const std::shared_ptr<const int> file = owned(open(path.c_str(), O_RDONLY | O_CLOEXEC));
-    const ssize_t count = *file < 0 ? -1 : read(*file, block, sizeof block);
-    return count >= 0 && std::string_view(block, static_cast<size_t>(count)).find_first_not_of(" \t\r\n") ==
-                             std::string_view::npos;
+    for (;;) {
+        const ssize_t count = *file < 0 ? -1 : read(*file, block, sizeof block);
+        if (count <= 0)
+            return count == 0;
+        if (std::string_view(block, static_cast<size_t>(count)).find_first_not_of(white_space) !=
+            std::string_view::npos)
+            return false;
+    }
 }
 
 bool has_nul(const std::string &text) { return text.find('\0') != std::string::npos; }

@@ -43,14 +43,19 @@ bool holds_records(const document &source, const record_kind &kind) {
 
 } // namespace
 
+void refuse_blank(const document &source) {
+    if (source.is_blank())
+        throw failure(STATUS_DOCUMENT, source.name + ": the document is empty");
+}
+
 const document_kind &kind_of(const document &source) {
     std::string root;
     std::string reports = held_output({1, 2}, [&] { root = root_of(source); });
     for (const document_kind &kind : kinds())
         if (!root.empty() && (kind.root ? root == kind.root : holds_records(source, kind)))
             return kind;
-    if (root.empty() && source.is_blank())
-        throw failure(STATUS_DOCUMENT, source.name + ": the document is empty");
+    if (root.empty())
+        refuse_blank(source);
     write_standard_error(readable_diagnostics(reports, source.name));
     if (root.empty())
         throw failure(STATUS_DOCUMENT, source.name + ": no root element could be read");

@@ -9,6 +9,9 @@ struct document_kind : record_kind {
     const char *form; // name of the form that such a document is in; null: none can be written
 };
 
+/// Throws failure when the document holds nothing but white space.
+void refuse_blank(const document &source);
+
 /// Returns the kind of `source`. When it is of no known kind, passes the parser's reports on and throws
 /// failure.
 const document_kind &kind_of(const document &source);

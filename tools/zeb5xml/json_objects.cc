@@ -18,7 +18,7 @@ class object_builder {
 public:
     using take_object = std::function<void(const json &object, const std::string &where)>;
 
-    object_builder(const document &source, const counted_lines &lines, const take_object &take)
+    object_builder(const document &source, counted_lines &lines, const take_object &take)
         : source_(source), lines_(lines), take_(take) {}
 
     bool null() { return put(nullptr); }
@@ -116,10 +116,10 @@ private:
     [[noreturn]] void refuse(std::size_t line, const std::string &what) const {
         throw failure(STATUS_DOCUMENT, where(line) + ": " + what);
     }
-    [[noreturn]] void refuse_other_content() const { refuse(lines_.line(), "is no object"); }
+    [[noreturn]] void refuse_other_content() const { refuse(lines_.line(), "only objects may stand here"); }
 
     const document &source_;
-    const counted_lines &lines_;
+    counted_lines &lines_;
     const take_object &take_;
     json object_; // that has not ended
     std::vector<container> open_;

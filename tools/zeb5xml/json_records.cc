@@ -32,15 +32,15 @@ value number_from(const json &content, const field_row &row, const std::string &
 }
 
 value real_from(const json &content, const std::string &where) {
-    if (content.is_number())
-        return {real{content.get<float>()}};
-    if (content.is_string()) { // "inf" and "nan", which JSON has no numbers for
-        const auto &text = content.get_ref<const std::string &>();
-        char *end = nullptr;
-        const float number = std::strtof(text.c_str(), &end);
-        if (!text.empty() && *end == '\0')
-            return {real{number}};
+    if (content.is_number()) {
+        const auto number = content.get<float>();
+        if (std::isinf(number)) // no number of JSON is infinite
+            refuse(where, "does not fit into a float");
+        return {real{number}};
     }
+    for (const char *text : {"inf", "-inf", "nan", "-nan"}) // as JSON has no numbers for them
+        if (content == text)
+            return {real{std::strtof(text, nullptr)}};
     refuse(where, "is no number");
 }
 

@@ -25,8 +25,8 @@ struct mask_kind {
 };
 const mask_kind kinds[] = {
     {"event", event_type_of, event_type_fault, [](int type) { return std::uint32_t{1} << type; }, event_names,
-     31},
-    {"dtype", block_type_of, block_type_fault, word_of_block, block_names, 62},
+     last_event_type},
+    {"dtype", block_type_of, block_type_fault, word_of_block, block_names, last_block_type},
 };
 
 const mask_kind &kind_named(const std::string &name) {

@@ -44,10 +44,11 @@ public:
             alone_.clear();
             return;
         }
-        const record before = record_from(found->second, channel_type);
+        const bool has_parts = !alone_.front()->bits.empty() || !alone_.front()->dims.empty();
+        const record before = fields_of(*found->second, has_parts);
         extend_channel_description(found->second, alone_.front(), force_);
         clean_chan_desr_list(&alone_);
-        tell_disagreements(before, fields, record_from(found->second, channel_type), source);
+        tell_disagreements(before, fields, {fields_of(*found->second, has_parts), channel_type}, source);
     }
 
     std::unique_ptr<record_list> list() const {
@@ -58,13 +59,22 @@ public:
     }
 
 private:
+    /// The fields of a channel. Its parts may be thousands, and stay as they are when none are added.
+    static record fields_of(const chan_descr_2010 &channel, bool with_parts) {
+        record fields;
+        for (const field_row &row : channel_type.rows)
+            fields.fields.push_back(row.kind == PARTS && !with_parts ? value{std::vector<record>{}}
+                                                                     : row.get(&channel));
+        return fields;
+    }
+
     /// Of each field in which both have something else, one side lost.
-    static void tell_disagreements(const record &before, const record &added, const record &merged,
+    static void tell_disagreements(const record &before, const record &added, const merged_record &merged,
                                    const std::string &source) {
-        const std::string name = identity_text(merged.fields.front(), channel_type.identity()) + ": ";
-        for (const difference &one : lost_fields(before, merged, channel_type))
+        const std::string name = identity_text(added.fields.front(), channel_type.identity()) + ": ";
+        for (const difference &one : merged.lost_fields(before))
             tell(name + difference_text(one, "gives way to") + " of " + source);
-        for (const difference &one : lost_fields(added, merged, channel_type))
+        for (const difference &one : merged.lost_fields(added))
             tell(name + difference_text(one, "of " + source + " gives way to"));
     }
 
@@ -97,33 +107,34 @@ int merge(const merge_options &options) {
     return STATUS_DONE;
 }
 
+const char details[] =
+    R"(The first document is completed: its channels get from the others what they do not have, and
+channels of a property that it has not are added. The result is a CHANDESCRIPTIONS document without
+an isodate line. Each field on which documents disagree is told on standard error, with the value
+that counts.
+Nothing is written when a document cannot be read without errors or a value would be lost, as with
+`zeb5xml convert`.
+)";
+
 } // namespace
 
 subcommand merge_subcommand() {
     auto options = std::make_shared<merge_options>();
-    return {
-        "merge",
-        "Complete channel descriptions from further documents",
-        "The first document is completed: its channels get from the others what they do not have, and "
-        "channels\n"
-        "of a property that it has not are added. The result is a CHANDESCRIPTIONS document without an "
-        "isodate\n"
-        "line. Each field on which documents disagree is told on standard error, with the value that "
-        "counts.\n"
-        "Nothing is written when a document cannot be read without errors or a value would be lost, as with\n"
-        "`zeb5xml convert`.\n",
-        {{"FILE", &options->files, "Channel descriptions; - is standard input", argument::REQUIRED},
-         {"-o,--output",
-          &options->output,
-          "File to write, replaced only when all is done (default: -)",
-          argument::OPTIONAL,
-          {},
-          {},
-          "FILE"},
-         {"--force", &options->force,
-          "What is set in a later document counts, and its bits and dimensions replace those before"}},
-        [options] { return merge(*options); },
-        {{"Complete a master file from two others",
-          "zeb5xml merge master.xml magnets.xml rf.xml -o all.xml"}},
-        {lost_value_status}};
+    return {"merge",
+            "Complete channel descriptions from further documents",
+            details,
+            {{"FILE", &options->files, "Channel descriptions; - is standard input", argument::REQUIRED},
+             {"-o,--output",
+              &options->output,
+              "File to write, replaced only when all is done (default: -)",
+              argument::OPTIONAL,
+              {},
+              {},
+              "FILE"},
+             {"--force", &options->force,
+              "What is set in a later document counts, and its bits and dimensions replace those before"}},
+            [options] { return merge(*options); },
+            {{"Complete a master file from two others",
+              "zeb5xml merge master.xml magnets.xml rf.xml -o all.xml"}},
+            {lost_value_status}};
 }

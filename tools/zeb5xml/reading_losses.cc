@@ -2,12 +2,14 @@
 
 #include <algorithm>
 #include <map>
+#include <optional>
 
 #include "check_document.h"
 #include "field_names.h"
 #include "form_losses.h"
 #include "lost_fields.h"
 #include "record_order.h"
+#include "type_names.h"
 #include "value_text.h"
 
 namespace {
@@ -34,6 +36,12 @@ bool is_loss(const placed_finding &one, const record_type &type, const form &to)
     }
 }
 
+/// What a reader has made of the records of one identity.
+struct made_records {
+    std::vector<size_t> places;        // in its list
+    std::optional<merged_record> last; // made once, when others were merged into it
+};
+
 std::string line(const std::string &place, const std::string &text) {
     return "zeb5xml: " + place + ": " + text + "\n";
 }
@@ -55,22 +63,26 @@ std::string lost_in_merging(const document &source, const record_list &all, cons
     if (all.size() == merged.size())
         return "";
     const record_type &type = all.type();
-    std::map<record_key, std::vector<size_t>> places; // of each identity in `merged`
+    std::map<record_key, made_records> made_of;
     for (size_t i = 0; i < merged.size(); ++i)
-        places[record_key(merged.identity_at(i))].push_back(i);
+        made_of[record_key(merged.identity_at(i))].places.push_back(i);
     const std::vector<size_t> numbers = numbers_by_identity(all);
     std::string lines;
     for (size_t i = 0; i < all.size(); ++i) {
         const value identity = all.identity_at(i);
         const std::string name = identity_text(identity, type.identity(), numbers[i]);
-        const std::vector<size_t> &made = places[record_key(identity)];
-        if (made.empty()) { // the channel got this name after another, by which it was merged
+        made_records &made = made_of[record_key(identity)];
+        if (made.places.empty()) { // the channel got this name after another, by which it was merged
             lines += line(source.name, name + ": the record is left out");
             continue;
         }
-        const bool is_merged = numbers[i] > made.size();
-        const record into = merged.at(made[std::min(numbers[i], made.size()) - 1]);
-        for (const difference &one : lost_fields(all.at(i), into, type))
+        const bool is_merged = numbers[i] > made.places.size();
+        if (is_merged && !made.last)
+            made.last.emplace(merged.at(made.places.back()), type);
+        const auto lost =
+            is_merged ? made.last->lost_fields(all.at(i))
+                      : merged_record(merged.at(made.places[numbers[i] - 1]), type).lost_fields(all.at(i));
+        for (const difference &one : lost)
             if (holds(to, one.field))
                 lines += line(source.name, name + (is_merged ? ", merged into the first: " : ": ") +
                                                difference_text(one, "gives way to"));
@@ -79,7 +91,6 @@ std::string lost_in_merging(const document &source, const record_list &all, cons
 }
 
 std::string lost_in_shifting(const document &source, const record_list &numbers) {
-    constexpr std::int64_t last_event_type = 31, last_block_type = 62;
     const record_type &type = numbers.type();
     const std::vector<size_t> which = numbers_by_identity(numbers);
     std::string lines;
@@ -89,14 +100,14 @@ std::string lost_in_shifting(const document &source, const record_list &numbers)
             if (!is_mask(type.rows[row]))
                 continue;
             const bool is_event = type.rows[row].kind == EVENT_MASK;
-            const std::int64_t last = is_event ? last_event_type : last_block_type;
-            if (fields.fields[row].number() > last)
-                lines += line(source.name,
-                              identity_text(fields.fields.front(), type.identity(), which[i]) + ": " +
-                                  type.rows[row].name + ": " +
-                                  std::to_string(static_cast<std::int32_t>(fields.fields[row].number())) +
-                                  " is no number of " + (is_event ? "an event" : "a block") +
-                                  " type, which go from 0 to " + std::to_string(last));
+            const std::int64_t number = fields.fields[row].number();
+            if (!(is_event ? is_event_type(number) : is_block_type(number)))
+                lines +=
+                    line(source.name,
+                         identity_text(fields.fields.front(), type.identity(), which[i]) + ": " +
+                             type.rows[row].name + ": " + std::to_string(static_cast<std::int32_t>(number)) +
+                             " is no number of " + (is_event ? "an event" : "a block") + " type, which go " +
+                             (is_event ? event_type_numbers : block_type_numbers));
         }
     }
     return lines;

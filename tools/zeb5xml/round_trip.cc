@@ -1,5 +1,8 @@
 #include "round_trip.h"
 
+#include <cstdio>
+#include <cstdlib>
+
 #include "differences.h"
 #include "form_losses.h"
 #include "record_order.h"
@@ -18,14 +21,35 @@ bool is_ill_formed(const std::string &text) {
     return text.find("]]>") != std::string::npos;
 }
 
-/// Whether the text cannot stand in a table, whose cells are separated by tabs.
-bool breaks_rows(const std::string &text) { return text.find_first_of("\t\n\r") != std::string::npos; }
+std::string fault_of_text(const std::string &text, const std::string &effect) {
+    return quoted_text(text) + " " + effect + ", as it is written without escaping";
+}
 
-/// Texts of records that a form holds but cannot take.
-struct unfit_texts {
+/// What is wrong with a value in a document; empty when nothing is.
+std::string fault_in_document(const value &one, const field_row &row) {
+    return row.kind == TEXT && is_ill_formed(one.text())
+               ? fault_of_text(one.text(), "makes the document ill-formed")
+               : "";
+}
+
+/// The same in a table, whose cells are separated by tabs, and whose numbers have six decimals.
+std::string fault_in_table(const value &one, const field_row &row) {
+    if (row.kind == TEXT && one.text().find_first_of("\t\n\r") != std::string::npos)
+        return fault_of_text(one.text(), "breaks its row");
+    if (row.kind == REAL) {
+        char written[64]; // no float is longer
+        snprintf(written, sizeof written, "%f", std::get<real>(one.content).number);
+        const value back = {real{strtof(written, nullptr)}};
+        if (!(back == one))
+            return value_text(one, row) + " becomes " + value_text(back, row);
+    }
+    return "";
+}
+
+/// Values of records that a form holds but cannot take.
+struct unfit_values {
     const form &to;
-    bool (*is_unfit)(const std::string &text);
-    std::string effect;
+    std::string (*fault_of)(const value &one, const field_row &row);
 
     /// Adds a line for each of them in the record.
     void add(texts &lines, const std::string &name, const record &fields, const record_type &type,
@@ -34,13 +58,12 @@ struct unfit_texts {
             const field_row &row = type.rows[i];
             const value &one = fields.fields[i];
             if (!to.is_document && !holds(to, path + row.name))
-                continue;
+                continue; // writers of documents write also what no reader takes
             if (row.kind == PARTS)
                 for (const record &part : one.parts())
                     add(lines, name, part, *row.part, path + row.name + ".");
-            else if (row.kind == TEXT && is_unfit(one.text()))
-                lines.push_back(name + ": " + path + row.name + ": " + quoted_text(one.text()) + " " +
-                                effect + ", as it is written without escaping");
+            else if (const std::string fault = fault_of(one, row); !fault.empty())
+                lines.push_back(name + ": " + path + row.name + ": " + fault);
         }
     }
 };
@@ -72,7 +95,7 @@ std::string left_out(const std::string &name) { return name + ": the record is l
 
 texts lost_in_text(const record_list &list, const record_kind &kind, const form &to) {
     const written_records written(list, kind);
-    const unfit_texts unfit{to, breaks_rows, "breaks its row"};
+    const unfit_values unfit{to, fault_in_table};
     texts lines;
     for (size_t i = 0; i < list.size(); ++i)
         if (written.is_written(i))
@@ -85,7 +108,7 @@ texts lost_in_text(const record_list &list, const record_kind &kind, const form 
 texts ill_formed_texts(const record_list &list, const record_kind &kind, const form &to,
                        const std::string &reports) {
     const written_records written(list, kind);
-    const unfit_texts unfit{to, is_ill_formed, "makes the document ill-formed"};
+    const unfit_values unfit{to, fault_in_document};
     texts lines;
     for (size_t i = 0; i < list.size(); ++i)
         unfit.add(lines, written.name(i), list.at(i), list.type());
@@ -99,14 +122,14 @@ class loss_list {
 public:
     loss_list(const record_kind &kind, const form &to) : kind_(kind), to_(to), of_form_(to.losses.size()) {}
 
-    void compare(const record_pair &pair) {
-        if (!pair.before || !pair.after) {
-            of_values_.push_back(pair.before ? left_out(pair.name)
-                                             : pair.name + ": a record that was not there appears");
+    void compare(const std::string &name, const std::optional<record> &before,
+                 const std::optional<record> &after) {
+        if (!before || !after) {
+            of_values_.push_back(before ? left_out(name) : name + ": a record that was not there appears");
             return;
         }
-        for (const difference &one : differences(*pair.before, *pair.after, *kind_.type)) {
-            const std::string line = pair.name + ": " + difference_text(one, "becomes");
+        for (const difference &one : differences(*before, *after, *kind_.type)) {
+            const std::string line = name + ": " + difference_text(one, "becomes");
             const size_t loss = loss_of(to_, one);
             if (loss == to_.losses.size())
                 of_values_.push_back(line);
@@ -122,10 +145,9 @@ public:
             const form_loss &loss = to_.losses[i];
             if (of_form_[i].records != 0)
                 (loss.is_accepted ? all.accepted : all.refused)
-                    .push_back(to_.name +
-                               (is_held(loss)
-                                    ? std::string(" changes ") + loss.field
-                                    : std::string(" does not hold ") + loss.field + ", which changes") +
+                    .push_back((is_held(loss) ? std::string(to_.name) + " changes " + loss.field
+                                              : std::string("no reader takes ") + loss.field + " from " +
+                                                    to_.name + ": it changes") +
                                " in " + counted(of_form_[i].records, kind_.records) + ", such as " +
                                of_form_[i].example);
         }
@@ -170,10 +192,12 @@ round_trip_losses find_losses(const record_list &list, const record_kind &kind, 
     loss_list losses(kind, to);
     const written_records written(list, kind);
     if (back->size() != written.size()) // those that are there are matched by identity
-        for_each_pair(list, *back, [&](const record_pair &pair) { losses.compare(pair); });
+        for_each_pair(list, *back, [&](const record_pair &pair) {
+            losses.compare(pair.place ? written.name(*pair.place) : pair.name, pair.before, pair.after);
+        });
     else
         for (size_t i = 0, next = 0; i < list.size(); ++i)
-            losses.compare({written.name(i), list.at(i),
-                            written.is_written(i) ? std::optional(back->at(next++)) : std::nullopt});
+            losses.compare(written.name(i), list.at(i),
+                           written.is_written(i) ? std::optional(back->at(next++)) : std::nullopt);
     return losses.result();
 }

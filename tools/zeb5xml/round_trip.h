@@ -12,7 +12,8 @@ struct round_trip_losses {
 };
 
 /// Reads `text` back, which holds the records of `list` in this form, and compares. A form that cannot be
-/// read back is looked at for records that are left out, and for texts that break its rows.
+/// read back is looked at for records that are left out, texts that break its rows, and numbers that lose
+/// digits.
 round_trip_losses find_losses(const record_list &list, const record_kind &kind, const conversion &how,
                               const form &to, const std::string &text);
 

@@ -67,8 +67,8 @@ int read_source(chan_selector &selector, const std::string &path) {
     bool failed = false;
     const std::string reports =
         held_output({1, 2}, [&] { failed = selector.set_descriptions(&sources, nullptr); });
-    if (failed && source.is_blank())
-        (void)kind_of(source); // throws: it says the same of any subcommand
+    if (failed)
+        refuse_blank(source);
     write_standard_error(readable_diagnostics(reports, source.name));
     if (failed)
         throw failure(STATUS_DOCUMENT, source.name + ": channel descriptions not read without errors");

@@ -11,18 +11,22 @@ namespace {
 struct type_family {
     const char *noun;
     const char *prefix;
-    int count;
+    int last;
+    bool (*has)(std::int64_t number);
+    const char *numbers;
     const char *(*name)(int);
 };
-const type_family events = {"event type", "ZEB5_EV_", 32, event_name_itoa};
-const type_family blocks = {"block type", "ZEB5_", 63, block_name_itoa};
+const type_family events = {"event type",  "ZEB5_EV_",         last_event_type,
+                            is_event_type, event_type_numbers, event_name_itoa};
+const type_family blocks = {"block type",       "ZEB5_",        last_block_type, is_block_type,
+                            block_type_numbers, block_name_itoa};
 
 int type_of(const std::string &text, const type_family &family) {
     int number = -1;
     const char *end = text.data() + text.size();
     if (auto [rest, error] = std::from_chars(text.data(), end, number); error == std::errc() && rest == end)
-        return number >= 0 && number < family.count ? number : -1;
-    for (int type = 0; type < family.count; ++type) {
+        return family.has(number) ? number : -1;
+    for (int type = 0; type <= family.last; ++type) {
         const std::string name = family.name(type);
         if (strcasecmp(text.c_str(), name.c_str()) == 0 ||
             strcasecmp(text.c_str(), (family.prefix + name).c_str()) == 0)
@@ -36,9 +40,9 @@ std::string fault_of(const std::string &text, const type_family &family) {
         return "";
     const std::string fault = std::string("no ") + family.noun + ": " + (text.empty() ? "''" : text);
     if (!text.empty() && text.find_first_not_of("+-0123456789") == text.npos)
-        return fault + "; types go from 0 to " + std::to_string(family.count - 1);
+        return fault + "; types go " + family.numbers;
     std::vector<std::string> names;
-    for (int type = 0; type < family.count; ++type)
+    for (int type = 0; type <= family.last; ++type)
         if (const std::string name = family.name(type); name != std::to_string(type)) // else it has no name
             names.push_back(name);
     return fault + did_you_mean(text, names);
@@ -53,6 +57,10 @@ std::vector<std::string> names(std::uint32_t mask, int first, const type_family 
 }
 
 } // namespace
+
+bool is_event_type(std::int64_t number) { return number >= 0 && number <= last_event_type; }
+
+bool is_block_type(std::int64_t number) { return number >= 0 && number <= last_block_type && number != 31; }
 
 int event_type_of(const std::string &text) { return type_of(text, events); }
 

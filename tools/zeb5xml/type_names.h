@@ -5,9 +5,19 @@
 #include <string>
 #include <vector>
 
-/// Return the number of an event type (0 to 31) or data block type (0 to 62); -1 when there is none. The text
-/// is a number, or a name in upper or lower case, with or without its common prefix. Names are those of the
-/// event-utility library.
+/// The types, which begin with 0. Bit 31 of a data-type word tells which block types its other bits mean, so
+/// that there is no block type 31.
+inline constexpr int last_event_type = 31, last_block_type = 62;
+bool is_event_type(std::int64_t number);
+bool is_block_type(std::int64_t number);
+
+/// Their numbers, for messages.
+inline constexpr char event_type_numbers[] = "from 0 to 31",
+                      block_type_numbers[] = "from 0 to 30 and from 32 to 62";
+
+/// Return the number of an event type or data block type; -1 when there is none. The text is a number, or a
+/// name in upper or lower case, with or without its common prefix. Names are those of the event-utility
+/// library.
 int event_type_of(const std::string &text);
 int block_type_of(const std::string &text);
 

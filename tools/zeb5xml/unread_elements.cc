@@ -59,11 +59,15 @@ std::vector<std::string> unread_elements(const document &source) {
         if (says_something(element.name, text) && found->second.count++ == 0)
             found->second = {1, element.at, text};
     }
+    std::map<size_t, std::pair<std::string_view, occurrences>> in_order; // of the document
+    for (const auto &[name, all] : names)
+        if (all.count != 0)
+            in_order.emplace(all.at, std::pair(name, all));
+    text_places places(decoded.text);
     std::vector<std::string> lines;
-    for (const auto &[name, all] : names) {
-        if (all.count == 0)
-            continue;
-        const text_place place = text_places(decoded.text).place_of(all.at);
+    for (const auto &[at, one] : in_order) {
+        const auto &[name, all] = one;
+        const text_place place = places.place_of(at);
         lines.push_back(source.name + ":" + std::to_string(place.line) + ":" + std::to_string(place.column) +
                         ": no reader takes " + in_tag(name) + ": " + in_quotes(all.text) + " is left out" +
                         (all.count > 1 ? ", and " + std::to_string(all.count - 1) + " more" : ""));

@@ -52,5 +52,5 @@ std::string identity_text(const value &identity, const field_row &row, size_t wh
                              : has_names(row)
                                  ? joined(names_of(row, identity), ":")
                                  : std::string(row.name) + " " + std::to_string(identity.number());
-    return name + which_text(which);
+    return (name.empty() ? "''" : name) + which_text(which);
 }
