@@ -7,6 +7,7 @@
 #include <cerrno>
 #include <cstddef>
 #include <cstdio>
+#include <cstdlib>
 #include <filesystem>
 #include <iostream>
 #include <mutex>
@@ -115,19 +116,26 @@ inline std::error_code replace_file(const std::string &path, std::string_view te
                            text);
 }
 
-/// A file without a name, for functions that only read or write files.
+/// A file for functions that only read or write files. It is in memory, and where /proc is not mounted, which
+/// has a path to it, among the temporary files.
 class memory_file {
 public:
     memory_file() : descriptor_(above_standard_streams(memfd_create("zeb5xml", MFD_CLOEXEC))) {
         if (descriptor_ < 0)
             fail();
         path_ = "/proc/self/fd/" + std::to_string(descriptor_);
+        if (::access(path_.c_str(), F_OK) != 0)
+            become_temporary();
     }
     explicit memory_file(std::string_view text) : memory_file() {
         if (!write_all(descriptor_, text))
             fail();
     }
-    ~memory_file() { ::close(descriptor_); }
+    ~memory_file() {
+        ::close(descriptor_);
+        if (is_temporary_)
+            ::unlink(path_.c_str());
+    }
     memory_file(const memory_file &) = delete;
     memory_file &operator=(const memory_file &) = delete;
 
@@ -155,7 +163,17 @@ public:
 private:
     [[noreturn]] static void fail() { throw std::system_error(last_error(), "file in memory"); }
 
+    void become_temporary() {
+        ::close(descriptor_);
+        path_ = (std::filesystem::temp_directory_path() / "zeb5xml.XXXXXX").string();
+        descriptor_ = above_standard_streams(::mkostemp(path_.data(), O_CLOEXEC));
+        if (descriptor_ < 0)
+            fail();
+        is_temporary_ = true;
+    }
+
     int descriptor_;
+    bool is_temporary_ = false;
     std::string path_;
 };
 
