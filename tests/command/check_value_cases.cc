@@ -188,6 +188,14 @@ std::vector<checked_case> value_cases() {
         {rule::NUMBER_TAIL, entry("<DABS>0.5 V</DABS>"),
          "1:54 number-tail: entry 1: <DABS>: ' V' after the number is ignored; the reader keeps 0.5\n"},
         {rule::NUMBER_TAIL, channel("<SIZE>2048\n</SIZE>"), ""},
+        // A number that names its record is shown like a text: nothing reaches the terminal as it is
+        {rule::NUMBER_TAIL, channel("<BIT>1\xC2\x9Bm</BIT>"),
+         "1:56 number-tail: channel 'P', bit 1\\xC2\\x9Bm: <BIT>: '\\xC2\\x9Bm' after the number is ignored; "
+         "the reader keeps 1\n"},
+        {rule::NUMBER_TAIL,
+         "<ENVINDEXDICT><CHANNEL><INDEX>1\xC2\x9Bm</INDEX><PROP>P</PROP></CHANNEL></ENVINDEXDICT>",
+         "1:24 number-tail: entry 1\\xC2\\x9Bm: <INDEX>: '\\xC2\\x9Bm' after the number is ignored; the "
+         "reader keeps 1\n"},
         {rule::NUMBER_TAIL, channel("<SIZE>2O48</SIZE><SIZE>4</SIZE>"),
          "1:56 number-tail: channel 'P': <SIZE>: 'O48' after the number is ignored; it reads as 2\n"
          "1:73 repeated-element: channel 'P': <SIZE> replaces the value that was read before; the first is "
@@ -212,6 +220,9 @@ std::vector<checked_case> value_cases() {
         {rule::NUMBER_RANGE, channel("<DB_KEY>2147483648</DB_KEY>"),
          "1:56 number-range: channel 'P': <DB_KEY>: '2147483648' does not fit into 32 bits; the reader keeps "
          "-2147483648\n"},
+        {rule::NUMBER_RANGE, channel("<BIT>" + std::string(41, '3') + "</BIT>"),
+         "1:56 number-range: channel 'P', bit 3333333333333333333333333333333333333333...: <BIT>: "
+         "'3333333333333333333333333333333333333333...' does not fit into 32 bits; the reader keeps -1\n"},
         {rule::NUMBER_RANGE, event("<TMASK>4294967296</TMASK>"),
          "1:27 number-range: entry 4: <TMASK>: '4294967296' does not fit into 32 bits; the reader keeps 0\n"},
         {rule::NUMBER_RANGE, event("<TMASK>0x1ffffffff</TMASK>"),

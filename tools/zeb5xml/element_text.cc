@@ -113,7 +113,7 @@ bool is_unseen(std::string_view character) {
 }
 
 /// A character as a reader of messages sees it for certain.
-std::string shown(std::string_view character) {
+std::string shown_character(std::string_view character) {
     switch (character[0]) {
     case '\n':
         return "\\n";
@@ -182,24 +182,25 @@ std::string attribute_value(std::string_view written) {
     return value;
 }
 
-std::string in_quotes(std::string_view text) {
-    constexpr std::size_t most = 40;
+std::string shown(std::string_view text, std::size_t most) {
     std::size_t end = std::min(text.size(), most);
     while (end > 0 && end < text.size() && (text[end] & 0xC0) == 0x80)
         --end; // not within a character
-    std::string result = "'";
+    std::string result;
     for (std::size_t i = 0; i < end;) {
         const std::size_t size = size_of_character(text.substr(i));
         if (size == 0)
             result += escaped(text[i++]);
         else
-            result += shown(text.substr(i, size));
+            result += shown_character(text.substr(i, size));
         i += size;
     }
-    return result + (end < text.size() ? "...'" : "'");
+    return result + (end < text.size() ? "..." : "");
 }
 
-std::string in_tag(std::string_view name) { return "<" + std::string(name.substr(0, 60)) + ">"; }
+std::string in_quotes(std::string_view text) { return "'" + shown(text) + "'"; }
+
+std::string in_tag(std::string_view name) { return "<" + shown(name, 60) + ">"; }
 
 std::string what_is_kept(std::string_view name, const element_text &text, std::string_view kept) {
     return "the text of " + in_tag(name) + " comes in pieces (" + text.causes + "): the reader keeps " +
