@@ -7,7 +7,6 @@
 
 #include "element_text.h"
 #include "elements/chan_descriptions_elements.h"
-#include "event_util.h"
 #include "number_faults.h"
 #include "parse_chan_descr.h"
 #include "parse_ev_list.h"
@@ -31,23 +30,6 @@ std::string plain(double number, bool is_real) {
     char text[32];
     std::snprintf(text, sizeof text, is_real ? "%.9g" : "%.0f", number);
     return text;
-}
-
-/// Returns the numbers of those types in a mask that have no names: a library names such a type by its
-/// number.
-std::vector<std::string> unnamed_types(std::uint32_t mask, bool is_event) {
-    constexpr int bits = 32;
-    const bool is_2010 = !is_event && mask >> 31 != 0; // the other bits mean block types from 32 on
-    std::vector<std::string> unnamed;
-    for (int bit = 0; bit < (is_event ? bits : bits - 1); ++bit) {
-        if ((mask >> bit & 1) == 0)
-            continue;
-        const int type = is_2010 ? bit + bits : bit;
-        const char *const name = is_event ? event_name_itoa(type) : block_name_itoa(type);
-        if (!name || std::to_string(type) == name)
-            unnamed.push_back(std::to_string(type));
-    }
-    return unnamed;
 }
 
 /// Whether a field holds the number of a type, or a mask of types.
@@ -249,7 +231,9 @@ void field_check::check_types(const element_row &row, double kept, std::size_t e
     if (field == type_field::NO || (is_single && kept >= double{ZEB5_EV_EVMAX}))
         return;
     const auto number = static_cast<std::uint32_t>(kept);
-    const auto unnamed = unnamed_types(is_single ? std::uint32_t{1} << number : number, is_event);
+    const auto unnamed = is_single  ? unnamed_events(std::uint32_t{1} << number)
+                         : is_event ? unnamed_events(number)
+                                    : unnamed_blocks(number);
     if (!unnamed.empty())
         tell(rule::UNNAMED_TYPE, element,
              in_tag(row.name) + ": no name is known for " + (is_event ? "event " : "block ") +
