@@ -238,8 +238,11 @@ std::vector<checked_case> structure_cases() {
         {rule::MISSING_IDENTITY, "<ENVINDEXDICT><CHANNEL><PROP>P</PROP></CHANNEL></ENVINDEXDICT>",
          "1:15 missing-identity: entry 'P': <CHANNEL> has no <INDEX>: the entry is not read\n"},
         {rule::MISSING_IDENTITY, camera("<Float name=\"F\"/><Float Name=\"G\"/>"),
-         "1:9 missing-identity: <Float> has no Name, but 'name': the feature has none, and listings leave it "
-         "out\n"},
+         "1:9 missing-identity: <Float> has no Name; did you mean it by 'name'? The feature has none, and "
+         "listings leave it out\n"},
+        {rule::MISSING_IDENTITY, camera("<Float name=\"F\"><Value Name=\"V\"/></Float>"),
+         "1:9 missing-identity: <Float> has no Name; did you mean it by 'name'? It gets 'V' from the next "
+         "element with one\n"},
         {rule::MISSING_IDENTITY, camera("<Float/>"),
          "1:9 missing-identity: <Float> has no Name: the feature has none, and listings leave it out\n"},
         {rule::MISSING_IDENTITY, channels("<CHANNEL><NAME>N</NAME><PROP>P</PROP></CHANNEL>"), ""},

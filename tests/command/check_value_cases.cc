@@ -172,15 +172,13 @@ std::vector<checked_case> value_cases() {
         {rule::NOT_A_NUMBER, channel("<SIZE>2</SIZE><SIZE/>"),
          "1:70 not-a-number: channel 'P': <SIZE>: there is no number; the value before it stays\n"},
         {rule::NOT_A_NUMBER, channel("<EVTYPE>env</EVTYPE><DTYPE>BLOCK_BPM_2010</DTYPE>"),
-         "1:56 not-a-number: channel 'P': <EVTYPE>: 'env' is no number, the number of env is 16; the reader "
+         "1:56 not-a-number: channel 'P': <EVTYPE>: 'env' is no number: write 16 for env; the reader "
          "keeps 0\n"
-         "1:76 not-a-number: channel 'P': <DTYPE>: 'BLOCK_BPM_2010' is no number, the number of "
-         "BLOCK_BPM_2010 "
-         "is 2147483712; the reader keeps 0\n"},
+         "1:76 not-a-number: channel 'P': <DTYPE>: 'BLOCK_BPM_2010' is no number: write 2147483712 for "
+         "BLOCK_BPM_2010; the reader keeps 0\n"},
         {rule::NOT_A_NUMBER, "<BMR><EVENT><TYPE>ZEB5_EV_ENV</TYPE></EVENT></BMR>",
-         "1:13 not-a-number: entry ZEB5_EV_ENV: <TYPE>: 'ZEB5_EV_ENV' is no number, the number of "
-         "ZEB5_EV_ENV "
-         "is 4; the reader keeps 0\n"},
+         "1:13 not-a-number: entry ZEB5_EV_ENV: <TYPE>: 'ZEB5_EV_ENV' is no number: write 4 for ZEB5_EV_ENV; "
+         "the reader keeps 0\n"},
         {rule::NUMBER_TAIL, channel("<SIZE>2O48</SIZE>"),
          "1:56 number-tail: channel 'P': <SIZE>: 'O48' after the number is ignored; the reader keeps 2\n"},
         {rule::NUMBER_TAIL, channel("<SIZE>1.5</SIZE>"),

@@ -114,7 +114,10 @@ void decode_single_bytes(decoded_text &result, std::string_view bytes, bool is_w
             result.control = result.text.size();
         append_character(result.text, is_control && is_windows ? windows_1252[byte - 0x80] : byte);
     }
-    (is_utf_8 ? result.control : result.mislabelled) = decoded_text::none;
+    if (is_utf_8)
+        result.control = decoded_text::none;
+    else
+        result.mislabelled = decoded_text::none;
 }
 
 /// Decodes any encoding that the C library knows. Returns false for one that it does not know.

@@ -101,8 +101,10 @@ int tell_mask(const std::string &kind_name, const std::vector<std::string> &mask
     for (const std::string &text : masks) {
         const std::optional<std::uint32_t> mask = mask_from(text);
         if (!mask && looks_like_number(text))
-            throw failure(STATUS_USAGE,
-                          "no mask: " + text + "; masks go from -2147483648 to 4294967295, or 0xffffffff");
+            throw failure(
+                STATUS_USAGE,
+                "no mask: " + text +
+                    "; a mask is a whole number from -2147483648 to 4294967295, or 0x and up to 8 digits");
         table.push_back(row_of(kind, mask ? *mask : mask_from_names(kind, text)));
     }
     write_standard_output(aligned(table));
@@ -114,16 +116,16 @@ int tell_mask(const std::string &kind_name, const std::vector<std::string> &mask
 subcommand mask_subcommand() {
     auto kind = std::make_shared<std::string>();
     auto masks = std::make_shared<std::vector<std::string>>();
-    return {
-        "mask",
-        "Turn masks of event types and data types into names, and names into masks",
-        "A number is a mask as it stands in EVTYPE or DTYPE, decimal or hexadecimal; after --, it may be\n"
-        "negative, as documents write DTYPE. Names are separated by commas. Without MASK, all types are "
-        "listed.\n",
-        {{"KIND", kind.get(), "event (EVTYPE) or dtype (DTYPE)", argument::REQUIRED, {"event", "dtype"}},
-         {"MASK", masks.get(), "Masks, or names of types", argument::OPTIONAL, {}, {}, "TEXT"}},
-        [kind, masks] { return tell_mask(*kind, *masks); },
-        {{"Names of the block types in a DTYPE", "zeb5xml mask dtype 0x80000200"},
-         {"The number for EVTYPE", "zeb5xml mask event BOR,EOR"}},
-        status_texts{}};
+    return {"mask",
+            "Turn masks of event types and data types into names, and names into masks",
+            R"(A number is a mask as it stands in EVTYPE or DTYPE, decimal or hexadecimal; after --, it may be
+negative, as documents write DTYPE. Names are separated by commas. Without MASK, all types are
+listed.
+)",
+            {{"KIND", kind.get(), "event (EVTYPE) or dtype (DTYPE)", argument::REQUIRED, {"event", "dtype"}},
+             {"MASK", masks.get(), "Masks, or names of types", argument::OPTIONAL, {}, {}, "TEXT"}},
+            [kind, masks] { return tell_mask(*kind, *masks); },
+            {{"Names of the block types in a DTYPE", "zeb5xml mask dtype 0x80000200"},
+             {"The number for EVTYPE", "zeb5xml mask event BOR,EOR"}},
+            status_texts{}};
 }

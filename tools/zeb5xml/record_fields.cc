@@ -43,8 +43,8 @@ type_field type_field_of(const element_row &row) {
     return row.number == zeb5::number_at<&chan_descr_2010::dtype> ? type_field::BLOCK_WORD : type_field::NO;
 }
 
-/// Says which number an author means who has written the name of a type.
-std::string number_of_name(const element_row &row, const std::string &name) {
+/// Says which number an author should write instead of the name of a type.
+std::string advice_on_name(const element_row &row, const std::string &name) {
     const type_field field = type_field_of(row);
     const int type = field == type_field::NO           ? -1
                      : field == type_field::BLOCK_WORD ? block_type_of(name)
@@ -54,7 +54,7 @@ std::string number_of_name(const element_row &row, const std::string &name) {
     const std::uint32_t number = field == type_field::EVENT_TYPE   ? static_cast<std::uint32_t>(type)
                                  : field == type_field::EVENT_MASK ? std::uint32_t{1} << type
                                                                    : word_of_block(type);
-    return ", the number of " + name + " is " + std::to_string(number);
+    return ": write " + std::to_string(number) + " for " + name;
 }
 
 class field_check {
@@ -207,9 +207,9 @@ void field_check::check_number(const filled_field &field, std::string_view text,
             : is_replaced_                 ? "it reads as " + plain(kept, is_real)
                                            : "the reader keeps " + plain(kept, is_real);
         const rule id = is_refused && fault->id == rule::VALUE_RANGE ? rule::FEWER_RECORDS : fault->id;
-        const std::string meant =
-            id == rule::NOT_A_NUMBER ? number_of_name(row, std::string(trimmed(text))) : "";
-        tell(id, field.element, name + ": " + fault->what + meant + "; " + what_is_kept);
+        const std::string advice =
+            id == rule::NOT_A_NUMBER ? advice_on_name(row, std::string(trimmed(text))) : "";
+        tell(id, field.element, name + ": " + fault->what + advice + "; " + what_is_kept);
     } else if (is_known && is_split && kept != number_read(row, text))
         tell(rule::LOST_TEXT, field.element,
              "the text of " + name + " comes in pieces: the reader keeps " + plain(kept, is_real) + ", not " +

@@ -45,7 +45,7 @@ private:
         is_paired_[is] = true;
     }
 
-    /// Contents are known but where both groups have one record only.
+    /// Contents are empty only where both groups have one record.
     void pair_equal() {
         for (size_t i = 0, j = 0; i < was_.size() && j < is_.size();) {
             const int order = was_[i].content.compare(is_[j].content);
