@@ -11,6 +11,7 @@
 #include "parse_chan_descr.h"
 #include "parse_ev_list.h"
 #include "type_names.h"
+#include "utf_8.h"
 #include "words.h"
 
 namespace {
@@ -18,7 +19,7 @@ namespace {
 /// The last characters of a text, which may end within one.
 std::string_view tail_of(std::string_view text) {
     std::string_view tail = text.substr(text.size() - std::min<std::size_t>(text.size(), 20));
-    while (!tail.empty() && (tail[0] & 0xC0) == 0x80)
+    while (!tail.empty() && continues_character(tail[0]))
         tail.remove_prefix(1);
     return tail;
 }
