@@ -223,9 +223,9 @@ TEST_F(ConvertLosses, OfElementsThatAreForOtherProgramsAreNamedOnceAndAccepted) 
                       {"--to", "chandescriptions"}),
               (command_result{0, "",
                               "zeb5xml: in.xml:3:1: no reader takes <DBKey>: '7' is left out, and 2 more\n"
+                              "zeb5xml: in.xml:3:17: no reader takes <sbName>: 'SRV' is left out\n"
                               "zeb5xml: in.xml:3:37: no reader takes <firstIndex>: '3' is left out\n"
-                              "zeb5xml: in.xml:4:17: no reader takes <freq>: '2' is left out\n"
-                              "zeb5xml: in.xml:3:17: no reader takes <sbName>: 'SRV' is left out\n"}));
+                              "zeb5xml: in.xml:4:17: no reader takes <freq>: '2' is left out\n"}));
     const std::string dimension = channel("<PROP>A</PROP><DIM>0<DIM_START>1e3</DIM_START></DIM>");
     const std::string line = "zeb5xml: in.xml:1:48: no reader takes <DIM_START>: '1e3' is left out\n";
     EXPECT_EQ(convert(dimension, {"--to", "chandescriptions"}), (command_result{0, "", line}));
