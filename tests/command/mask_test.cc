@@ -53,7 +53,7 @@ TEST(CommandMask, RefusesWhatIsNoMask) {
     const command_folder folder;
     EXPECT_EQ(folder.run({"mask", "event", "BOR,NO"}),
               (command_result{2, "", "zeb5xml: no event type: NO; `zeb5xml mask event` lists all\n"}));
-    for (const std::string text : {"4294967296", "0x100000000", "1e3"})
+    for (const std::string text : {"4294967296", "0x100000000", "0x-5", "0x", "1e3"})
         EXPECT_EQ(folder.run({"mask", "event", text}),
                   (command_result{2, "",
                                   "zeb5xml: no mask: " + text +

@@ -3,6 +3,7 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <string_view>
 
 #include "failure.h"
 #include "output.h"
@@ -47,15 +48,23 @@ texts row_of(const mask_kind &kind, std::uint32_t mask) {
             joined(kind.names(mask), ",")};
 }
 
-/// Reads a mask: a number, hexadecimal with 0x, of 32 bits with or without sign.
+/// Returns the number that a text is as a whole.
+template <class Number> std::optional<Number> whole_number(std::string_view text, int base) {
+    Number number = 0;
+    const char *const end = text.data() + text.size();
+    const auto [rest, error] = std::from_chars(text.data(), end, number, base);
+    return error == std::errc() && rest == end ? std::optional(number) : std::nullopt;
+}
+
+/// Reads a mask: 32 bits, hexadecimal with 0x and without sign, or decimal with or without sign.
 std::optional<std::uint32_t> mask_from(const std::string &text) {
-    const bool is_hexadecimal = text.compare(0, 2, "0x") == 0 || text.compare(0, 2, "0X") == 0;
-    const char *begin = text.data() + (is_hexadecimal ? 2 : 0), *end = text.data() + text.size();
-    std::int64_t number = 0;
-    const auto [rest, error] = std::from_chars(begin, end, number, is_hexadecimal ? 16 : 10);
-    if (error != std::errc() || rest != end || number < INT32_MIN || number > UINT32_MAX)
+    const std::string_view prefix = std::string_view(text).substr(0, 2);
+    if (prefix == "0x" || prefix == "0X")
+        return whole_number<std::uint32_t>(std::string_view(text).substr(2), 16);
+    const auto number = whole_number<std::int64_t>(text, 10);
+    if (!number || *number < INT32_MIN || *number > UINT32_MAX)
         return std::nullopt;
-    return static_cast<std::uint32_t>(number);
+    return static_cast<std::uint32_t>(*number);
 }
 
 bool looks_like_number(const std::string &text) {
