@@ -12,6 +12,14 @@ std::string in_utf_16(const std::string &text) {
     return wide;
 }
 
+/// 58 bytes, so that 60 bytes of an element's name with more of them end within a character.
+const std::string umlauts = [] {
+    std::string text;
+    for (int i = 0; i < 29; ++i)
+        text += "\xC3\xA4";
+    return text;
+}();
+
 } // namespace
 
 std::vector<checked_case> structure_cases() {
@@ -97,6 +105,8 @@ std::vector<checked_case> structure_cases() {
          "1:84 unknown-element: channel 'P': no reader knows <CHANNELDOCUMENT>\n"},
         {rule::UNKNOWN_ELEMENT, channel("<COLOUR>red</COLOUR>"),
          "1:56 unknown-element: channel 'P': no reader knows <COLOUR>\n"},
+        {rule::UNKNOWN_ELEMENT, channel("<q" + umlauts + umlauts + "/>"),
+         "1:56 unknown-element: channel 'P': no reader knows <q" + umlauts + "...>\n"},
         {rule::UNKNOWN_ELEMENT, channel("<units>V</units>"),
          "1:56 unknown-element: channel 'P': no reader knows <units>; did you mean <UNITS>?\n"},
         {rule::UNKNOWN_ELEMENT,
@@ -228,8 +238,11 @@ std::vector<checked_case> structure_cases() {
         {rule::MISSING_IDENTITY, "<ENVINDEXDICT><CHANNEL><PROP>P</PROP></CHANNEL></ENVINDEXDICT>",
          "1:15 missing-identity: entry 'P': <CHANNEL> has no <INDEX>: the entry is not read\n"},
         {rule::MISSING_IDENTITY, camera("<Float name=\"F\"/><Float Name=\"G\"/>"),
-         "1:9 missing-identity: <Float> has no Name, but 'name': the feature has none, and listings leave it "
-         "out\n"},
+         "1:9 missing-identity: <Float> has no Name; did you mean it by 'name'? The feature has none, and "
+         "listings leave it out\n"},
+        {rule::MISSING_IDENTITY, camera("<Float name=\"F\"><Value Name=\"V\"/></Float>"),
+         "1:9 missing-identity: <Float> has no Name; did you mean it by 'name'? It gets 'V' from the next "
+         "element with one\n"},
         {rule::MISSING_IDENTITY, camera("<Float/>"),
          "1:9 missing-identity: <Float> has no Name: the feature has none, and listings leave it out\n"},
         {rule::MISSING_IDENTITY, channels("<CHANNEL><NAME>N</NAME><PROP>P</PROP></CHANNEL>"), ""},
@@ -283,6 +296,17 @@ std::vector<checked_case> structure_cases() {
          event("<SBLOCK>S</SBLOCK><CHLIST><CHAN>C</CHAN></CHLIST><SBLOCK>T</SBLOCK><CHLIST><CHAN>C</CHAN>"
                "</CHLIST>"),
          ""},
+        {rule::DUPLICATE_IDENTITY,
+         event("<SBLOCK>" + many.substr(0, 253) + "1</SBLOCK><SBLOCK>" + many.substr(0, 253) + "2</SBLOCK>"),
+         ""},
+        {rule::DUPLICATE_IDENTITY,
+         event("<SBLOCK>" + many.substr(0, 254) + "1</SBLOCK><SBLOCK>" + many.substr(0, 254) + "2</SBLOCK>"),
+         "1:27 cut-field: entry 4, server block 'pppppppppppppppppppppppppppppppppppppppp...': the text of "
+         "<SBLOCK> has 255 bytes, of which 254 are kept: it ends with 'pppppppppppppppppppp'\n"
+         "1:299 duplicate-identity: entry 4: there is another server block "
+         "'pppppppppppppppppppppppppppppppppppppppp...': both are kept; the first is at 1:27\n"
+         "1:299 cut-field: entry 4, server block 'pppppppppppppppppppppppppppppppppppppppp...': the text of "
+         "<SBLOCK> has 255 bytes, of which 254 are kept: it ends with 'pppppppppppppppppppp'\n"},
         {rule::DUPLICATE_IDENTITY, camera("<Float Name=\"F\"/><Integer Name=\"F\"/>"),
          "1:26 duplicate-identity: another feature is named 'F': both are kept; the first is at 1:9\n"},
         {rule::DUPLICATE_IDENTITY,

@@ -172,15 +172,13 @@ std::vector<checked_case> value_cases() {
         {rule::NOT_A_NUMBER, channel("<SIZE>2</SIZE><SIZE/>"),
          "1:70 not-a-number: channel 'P': <SIZE>: there is no number; the value before it stays\n"},
         {rule::NOT_A_NUMBER, channel("<EVTYPE>env</EVTYPE><DTYPE>BLOCK_BPM_2010</DTYPE>"),
-         "1:56 not-a-number: channel 'P': <EVTYPE>: 'env' is no number, the number of env is 16; the reader "
+         "1:56 not-a-number: channel 'P': <EVTYPE>: 'env' is no number: write 16 for env; the reader "
          "keeps 0\n"
-         "1:76 not-a-number: channel 'P': <DTYPE>: 'BLOCK_BPM_2010' is no number, the number of "
-         "BLOCK_BPM_2010 "
-         "is 2147483712; the reader keeps 0\n"},
+         "1:76 not-a-number: channel 'P': <DTYPE>: 'BLOCK_BPM_2010' is no number: write 2147483712 for "
+         "BLOCK_BPM_2010; the reader keeps 0\n"},
         {rule::NOT_A_NUMBER, "<BMR><EVENT><TYPE>ZEB5_EV_ENV</TYPE></EVENT></BMR>",
-         "1:13 not-a-number: entry ZEB5_EV_ENV: <TYPE>: 'ZEB5_EV_ENV' is no number, the number of "
-         "ZEB5_EV_ENV "
-         "is 4; the reader keeps 0\n"},
+         "1:13 not-a-number: entry ZEB5_EV_ENV: <TYPE>: 'ZEB5_EV_ENV' is no number: write 4 for ZEB5_EV_ENV; "
+         "the reader keeps 0\n"},
         {rule::NUMBER_TAIL, channel("<SIZE>2O48</SIZE>"),
          "1:56 number-tail: channel 'P': <SIZE>: 'O48' after the number is ignored; the reader keeps 2\n"},
         {rule::NUMBER_TAIL, channel("<SIZE>1.5</SIZE>"),
@@ -188,6 +186,14 @@ std::vector<checked_case> value_cases() {
         {rule::NUMBER_TAIL, entry("<DABS>0.5 V</DABS>"),
          "1:54 number-tail: entry 1: <DABS>: ' V' after the number is ignored; the reader keeps 0.5\n"},
         {rule::NUMBER_TAIL, channel("<SIZE>2048\n</SIZE>"), ""},
+        // A number that names its record is shown like a text: nothing reaches the terminal as it is
+        {rule::NUMBER_TAIL, channel("<BIT>1\xC2\x9Bm</BIT>"),
+         "1:56 number-tail: channel 'P', bit 1\\xC2\\x9Bm: <BIT>: '\\xC2\\x9Bm' after the number is ignored; "
+         "the reader keeps 1\n"},
+        {rule::NUMBER_TAIL,
+         "<ENVINDEXDICT><CHANNEL><INDEX>1\xC2\x9Bm</INDEX><PROP>P</PROP></CHANNEL></ENVINDEXDICT>",
+         "1:24 number-tail: entry 1\\xC2\\x9Bm: <INDEX>: '\\xC2\\x9Bm' after the number is ignored; the "
+         "reader keeps 1\n"},
         {rule::NUMBER_TAIL, channel("<SIZE>2O48</SIZE><SIZE>4</SIZE>"),
          "1:56 number-tail: channel 'P': <SIZE>: 'O48' after the number is ignored; it reads as 2\n"
          "1:73 repeated-element: channel 'P': <SIZE> replaces the value that was read before; the first is "
@@ -212,6 +218,9 @@ std::vector<checked_case> value_cases() {
         {rule::NUMBER_RANGE, channel("<DB_KEY>2147483648</DB_KEY>"),
          "1:56 number-range: channel 'P': <DB_KEY>: '2147483648' does not fit into 32 bits; the reader keeps "
          "-2147483648\n"},
+        {rule::NUMBER_RANGE, channel("<BIT>" + std::string(41, '3') + "</BIT>"),
+         "1:56 number-range: channel 'P', bit 3333333333333333333333333333333333333333...: <BIT>: "
+         "'3333333333333333333333333333333333333333...' does not fit into 32 bits; the reader keeps -1\n"},
         {rule::NUMBER_RANGE, event("<TMASK>4294967296</TMASK>"),
          "1:27 number-range: entry 4: <TMASK>: '4294967296' does not fit into 32 bits; the reader keeps 0\n"},
         {rule::NUMBER_RANGE, event("<TMASK>0x1ffffffff</TMASK>"),

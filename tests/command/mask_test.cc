@@ -53,10 +53,12 @@ TEST(CommandMask, RefusesWhatIsNoMask) {
     const command_folder folder;
     EXPECT_EQ(folder.run({"mask", "event", "BOR,NO"}),
               (command_result{2, "", "zeb5xml: no event type: NO; `zeb5xml mask event` lists all\n"}));
-    EXPECT_EQ(folder.run({"mask", "event", "4294967296"}),
-              (command_result{
-                  2, "",
-                  "zeb5xml: no mask: 4294967296; masks go from -2147483648 to 4294967295, or 0xffffffff\n"}));
+    for (const std::string text : {"4294967296", "0x100000000", "0x-5", "0x", "1e3"})
+        EXPECT_EQ(folder.run({"mask", "event", text}),
+                  (command_result{2, "",
+                                  "zeb5xml: no mask: " + text +
+                                      "; a mask is a whole number from -2147483648 to 4294967295, or 0x and "
+                                      "up to 8 digits\n"}));
     EXPECT_EQ(folder.run({"mask", "dtype", "BLOCK_BPM,BLOCK_1CHAN_2010"}),
               (command_result{2, "",
                               "zeb5xml: one data-type word holds block types below 32, or those above: "

@@ -61,6 +61,7 @@ TEST(Outline, HasElementsWithTheirTexts) {
 
 TEST(Outline, QuotesTextsWithoutEndsOfLinesOrHalfCharacters) {
     EXPECT_EQ(in_quotes("a\n\t\r\x01z"), "'a\\n\\t\\r\\x01z'");
+    EXPECT_EQ(in_quotes("\xED\xA0\x80"), "'\\xED\\xA0\\x80'") << "a surrogate";
     EXPECT_EQ(in_quotes(std::string(40, 'a')), "'" + std::string(40, 'a') + "'");
     EXPECT_EQ(in_quotes(std::string(41, 'a')), "'" + std::string(40, 'a') + "...'");
     EXPECT_EQ(in_quotes(std::string(39, 'a') + "\xC3\xA4z"), "'" + std::string(39, 'a') + "...'");

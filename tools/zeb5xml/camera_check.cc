@@ -1,6 +1,7 @@
 #include "camera_check.h"
 
 #include <algorithm>
+#include <cctype>
 #include <string>
 #include <unordered_map>
 
@@ -70,6 +71,7 @@ private:
                       const ZEB5GigEFeature &feature, const detail &one);
     void tell_other_text(std::size_t own, std::size_t last, const std::string &who, const detail &one,
                          const element_text &text, const std::string &kept);
+    void tell_missing_name(std::size_t element, std::string taken);
     std::string name_of(std::size_t element) const;
     std::string misspelt_name_of(std::size_t element) const;
 
@@ -112,16 +114,27 @@ std::string camera_check::name_of(std::size_t number) const {
     return "";
 }
 
-/// Says which attribute is probably meant for the Name.
+/// The attribute that is probably meant for the Name; empty when there is none.
 std::string camera_check::misspelt_name_of(std::size_t number) const {
     const outline_element &element = content_.elements[number];
     for (std::size_t i = 0; i < element.attributes; ++i) {
         const std::string_view name = content_.attributes[element.first_attribute + i].name;
         if (name != Attributes[ATTRIBUTE_NAME] && name.size() < 8 &&
             changes_between(name, Attributes[ATTRIBUTE_NAME]) <= 1)
-            return ", but " + in_quotes(name);
+            return std::string(name);
     }
     return "";
+}
+
+/// `taken` says what the feature gets for a name.
+void camera_check::tell_missing_name(std::size_t element, std::string taken) {
+    const std::string fault = in_tag(content_.elements[element].name) + " has no Name";
+    const std::string misspelt = misspelt_name_of(element);
+    if (misspelt.empty())
+        return tell(rule::MISSING_IDENTITY, element, fault + ": " + taken);
+    taken[0] = static_cast<char>(std::toupper(static_cast<unsigned char>(taken[0])));
+    tell(rule::MISSING_IDENTITY, element,
+         fault + "; did you mean it by " + in_quotes(misspelt) + "? " + taken);
 }
 
 void camera_check::check_feature(std::size_t element, std::size_t end, const ZEB5GigEFeature &feature) {
@@ -130,8 +143,7 @@ void camera_check::check_feature(std::size_t element, std::size_t end, const ZEB
                                   ? "the feature has none, and listings leave it out"
                                   : "it gets " + in_quotes(feature.name) + " from the next element with one";
     if (name.empty())
-        tell(rule::MISSING_IDENTITY, element,
-             tag + " has no Name" + misspelt_name_of(element) + ": " + taken);
+        tell_missing_name(element, taken);
     else if (name != feature.name)
         tell(rule::LOST_TEXT, element,
              "the Name " + in_quotes(name) + " of " + tag + " counts as none: " + taken);
@@ -173,7 +185,8 @@ void camera_check::check_detail(std::size_t element, const std::vector<std::size
         if (own != none)
             tell(rule::REPEATED_ELEMENT, i, who + tag + " replaces what was read before",
                  content_.elements[first].at);
-        first = own == none ? i : first;
+        if (first == none)
+            first = i;
         own = i;
     }
     if (own != none && content_.elements[own].later_text != none)

@@ -157,13 +157,12 @@ subcommand catalogue_subcommand() {
     return {
         "catalogue",
         "Write a page for the browser with all that documents describe",
-        "One HTML file without any link to the network: channels to search, sort and filter, with their "
-        "bits,\n"
-        "dimensions and statistics; a map of event types and subsystems; sizes; event lists and\n"
-        "dictionaries, linked to the channels that they name. Names of channels that no FILE describes are\n"
-        "marked. Of a faulty document, the page has the records up to the fault, and says so. Nothing is "
-        "written\n"
-        "when no document could be read.\n",
+        R"(One HTML file without any link to the network: channels to search, sort and filter, with their bits,
+dimensions and statistics; a map of event types and subsystems; sizes; event lists and dictionaries,
+linked to the channels that they name. Names of channels that no FILE describes are marked. Of a
+faulty document, the page has the records up to the fault, and says so. Nothing is written when no
+document could be read.
+)",
         {{"FILE", &options->files, "Documents of any kind; - is standard input", argument::REQUIRED},
          {"-o,--output",
           &options->output,

@@ -138,10 +138,9 @@ subcommand check_subcommand() {
     return {
         "check",
         "Tell what a process that reads the documents would swallow",
-        "Prints a line for each finding: FILE:LINE:COL: error|warning|note: MESSAGE [RULE]. The last line, "
-        "on\n"
-        "standard error, sums up. Documents are taken as the readers of files read them, with types as "
-        "masks.\n",
+        R"(Prints a line for each finding: FILE:LINE:COL: error|warning|note: MESSAGE [RULE]. The last line, on
+standard error, sums up. Documents are taken as the readers of files read them, with types as masks.
+)",
         {
             {"FILE", &options->files, "Documents of any kind; - is standard input"},
             {"--format",

@@ -124,8 +124,8 @@ void document_check::check_wrong_root(const std::string &root) {
     for (const checked_kind &kind : checked_kinds)
         roots.emplace_back(kind.elements->root);
     tell(rule::WRONG_ROOT, content_.elements.front().at,
-         "the root <" + root.substr(0, 60) +
-             "> is none of CHANDESCRIPTIONS, DAQvariables, BMR and ENVINDEXDICT, and no camera feature is "
+         "the root " + in_tag(root) +
+             " is none of CHANDESCRIPTIONS, DAQvariables, BMR and ENVINDEXDICT, and no camera feature is "
              "in it" +
              did_you_mean(root, roots));
 }

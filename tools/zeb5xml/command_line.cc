@@ -13,6 +13,10 @@
 
 namespace {
 
+const char description[] = R"(Reads, lists and converts the XML documents of the data acquisition.
+Kinds of document are known by their root element: CHANDESCRIPTIONS, DAQvariables, BMR, ENVINDEXDICT;
+any other that holds a camera feature is a camera file. A file named - is standard input.)";
+
 /// Accepts only the words of an argument.
 CLI::Validator one_of(const std::vector<std::string> &words) {
     return CLI::Validator(
@@ -102,11 +106,7 @@ int answer(const CLI::App &app, const CLI::ParseError &error, const std::vector<
 
 const subcommand *chosen_subcommand(const std::vector<subcommand> &subcommands, int argc, char **argv,
                                     int &status) {
-    CLI::App app("Reads, lists and converts the XML documents of the data acquisition.\n"
-                 "Kinds of document are known by their root element: CHANDESCRIPTIONS, DAQvariables, BMR, "
-                 "ENVINDEXDICT;\n"
-                 "any other that holds a camera feature is a camera file. A file named - is standard input.",
-                 "zeb5xml");
+    CLI::App app(description, "zeb5xml");
     app.footer(status_help(all_statuses));
     app.set_version_flag("--version", "zeb5xml " ZEB5XML_VERSION);
     app.require_subcommand(1);

@@ -3,65 +3,30 @@
 #include <algorithm>
 #include <cctype>
 #include <cerrno>
-#include <cstdint>
 #include <iconv.h>
+
+#include "utf_8.h"
 
 namespace {
 
 constexpr char32_t replacement = 0xFFFD;
 
-void append_character(std::string &text, char32_t c) {
-    const auto put = [&text](char32_t byte) { text += static_cast<char>(byte); };
-    if (c < 0x80)
-        return put(c);
-    if (c < 0x800)
-        put(0xC0 | c >> 6);
-    else if (c < 0x10000) {
-        put(0xE0 | c >> 12);
-        put(0x80 | (c >> 6 & 0x3F));
-    } else {
-        put(0xF0 | c >> 18);
-        put(0x80 | (c >> 12 & 0x3F));
-        put(0x80 | (c >> 6 & 0x3F));
-    }
-    put(0x80 | (c & 0x3F));
-}
-
 unsigned char byte_at(std::string_view bytes, std::size_t at) {
     return at < bytes.size() ? static_cast<unsigned char>(bytes[at]) : 0;
 }
 
-/// Returns the length of the character of UTF-8 that starts at `at`; 0 when it is malformed.
-std::size_t character_length(std::string_view bytes, std::size_t at) {
-    const unsigned char first = byte_at(bytes, at), second = byte_at(bytes, at + 1);
-    if (first < 0x80)
-        return 1;
-    const std::size_t length = first < 0xC2 ? 0 : first < 0xE0 ? 2 : first < 0xF0 ? 3 : first < 0xF5 ? 4 : 0;
-    for (std::size_t i = 1; i < length; ++i)
-        if ((byte_at(bytes, at + i) & 0xC0) != 0x80)
-            return 0;
-    const bool is_overlong = (first == 0xE0 && second < 0xA0) || (first == 0xF0 && second < 0x90);
-    const bool is_outside = (first == 0xED && second > 0x9F) || (first == 0xF4 && second > 0x8F);
-    return is_overlong || is_outside ? 0 : length;
-}
-
-std::string hexadecimal(unsigned char byte) {
-    constexpr char digits[] = "0123456789ABCDEF";
-    return {'0', 'x', digits[byte >> 4], digits[byte & 15]};
-}
-
-void note_malformed(decoded_text &result, unsigned char byte) {
+void note_malformed(decoded_text &result, char byte) {
     if (result.malformed != decoded_text::none)
         return;
     result.malformed = result.text.size();
-    result.malformed_bytes = hexadecimal(byte);
+    result.malformed_bytes = "0x" + hexadecimal_digits(byte);
 }
 
 void decode_utf_8(decoded_text &result, std::string_view bytes) {
     for (std::size_t at = 0; at < bytes.size();) {
         const std::size_t length = character_length(bytes, at);
         if (length == 0) {
-            note_malformed(result, byte_at(bytes, at++));
+            note_malformed(result, bytes[at++]);
             append_character(result.text, replacement);
         } else {
             result.text.append(bytes, at, length);
@@ -85,7 +50,7 @@ void decode_utf_16(decoded_text &result, std::string_view bytes, std::size_t hig
             append_character(result.text, 0x10000 + ((first - 0xD800) << 10) + (second - 0xDC00));
             at += 2;
         } else {
-            note_malformed(result, byte_at(bytes, at));
+            note_malformed(result, bytes[at]);
             append_character(result.text, replacement);
         }
     }
@@ -114,7 +79,10 @@ void decode_single_bytes(decoded_text &result, std::string_view bytes, bool is_w
             result.control = result.text.size();
         append_character(result.text, is_control && is_windows ? windows_1252[byte - 0x80] : byte);
     }
-    (is_utf_8 ? result.control : result.mislabelled) = decoded_text::none;
+    if (is_utf_8)
+        result.control = decoded_text::none;
+    else
+        result.mislabelled = decoded_text::none;
 }
 
 /// Decodes any encoding that the C library knows. Returns false for one that it does not know.
@@ -130,7 +98,7 @@ bool decode_named(decoded_text &result, std::string_view bytes, const std::strin
         const std::size_t done = iconv(converter, &from, &left, &to, &room);
         result.text.append(block, 0, block.size() - room);
         if (done == static_cast<std::size_t>(-1) && errno != E2BIG) {
-            note_malformed(result, static_cast<unsigned char>(*from));
+            note_malformed(result, *from);
             append_character(result.text, replacement);
             ++from;
             --left;

@@ -15,7 +15,8 @@ struct decoded_text {
     std::size_t malformed = none;   // where in `text` the first malformed byte was, which is U+FFFD there
     std::string malformed_bytes;    // the byte, as "0xE4"
     std::size_t mislabelled = none; // where the first bytes stand that are UTF-8 under another label
-    std::size_t control = none;     // or the first that is a control character, but a sign in windows-1252
+    std::size_t control = none;     // where the first control character stands that would be a sign in
+                                    // windows-1252
 };
 
 /// Decodes what the XML declaration, a byte order mark or the first bytes say. Bytes of an encoding that

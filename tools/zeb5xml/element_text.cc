@@ -5,6 +5,8 @@
 #include <charconv>
 #include <cstdint>
 
+#include "utf_8.h"
+
 namespace {
 
 struct known_entity {
@@ -13,18 +15,6 @@ struct known_entity {
 };
 constexpr known_entity known_entities[] = {
     {"&amp;", '&'}, {"&lt;", '<'}, {"&gt;", '>'}, {"&quot;", '"'}, {"&apos;", '\''}};
-
-void append_utf_8(std::string &text, std::uint32_t c) {
-    const auto put = [&text](std::uint32_t byte) { text += static_cast<char>(byte); };
-    if (c < 0x80)
-        return put(c);
-    if (c >= 0x10000)
-        put(0xF0 | c >> 18);
-    if (c >= 0x800)
-        put(c >= 0x10000 ? 0x80 | (c >> 12 & 0x3F) : 0xE0 | c >> 12);
-    put(c >= 0x800 ? 0x80 | (c >> 6 & 0x3F) : 0xC0 | c >> 6);
-    put(0x80 | (c & 0x3F));
-}
 
 /// Appends the character that a reference stands for. Returns false for an entity of the document's own,
 /// which is appended as it is written.
@@ -39,7 +29,7 @@ bool append_reference(std::string &text, std::string_view reference) {
         std::uint32_t number = 0;
         std::from_chars(reference.data() + (is_hex ? 3 : 2), reference.data() + reference.size(), number,
                         is_hex ? 16 : 10);
-        append_utf_8(text, std::min(number, std::uint32_t{0x10FFFF}));
+        append_character(text, std::min(number, std::uint32_t{0x10FFFF}));
         return true;
     }
     text += reference;
@@ -67,30 +57,6 @@ void add_cause(std::string &causes, const char *cause) {
         causes.append(causes.empty() ? "" : ", ").append(cause);
 }
 
-/// Bytes of the UTF-8 character that the text begins with; 0 when it begins with none.
-std::size_t size_of_character(std::string_view text) {
-    const auto byte_at = [&](std::size_t i) { return static_cast<unsigned char>(text[i]); };
-    const unsigned first = byte_at(0);
-    if (first < 0x80)
-        return 1;
-    const std::size_t size = first >= 0xF0 && first < 0xF5   ? 4
-                             : first >= 0xE0 && first < 0xF0 ? 3
-                             : first >= 0xC2 && first < 0xE0 ? 2
-                                                             : 0;
-    if (size > text.size())
-        return 0;
-    for (std::size_t i = 1; i < size; ++i)
-        if ((byte_at(i) & 0xC0) != 0x80)
-            return 0;
-    return size;
-}
-
-std::string escaped(char byte) {
-    constexpr char digits[] = "0123456789ABCDEF";
-    const auto number = static_cast<unsigned char>(byte);
-    return {'\\', 'x', digits[number >> 4], digits[number & 15]};
-}
-
 /// First and last characters of ranges in which none is seen: control characters, marks of direction, and
 /// blanks that are no white space of XML, such as the non-breaking one.
 constexpr std::string_view unseen[][2] = {
@@ -112,8 +78,15 @@ bool is_unseen(std::string_view character) {
     return false;
 }
 
+std::string escaped(std::string_view bytes) {
+    std::string result;
+    for (const char byte : bytes)
+        result += "\\x" + hexadecimal_digits(byte);
+    return result;
+}
+
 /// A character as a reader of messages sees it for certain.
-std::string shown(std::string_view character) {
+std::string shown_character(std::string_view character) {
     switch (character[0]) {
     case '\n':
         return "\\n";
@@ -122,12 +95,7 @@ std::string shown(std::string_view character) {
     case '\r':
         return "\\r";
     }
-    if (!is_unseen(character))
-        return std::string(character);
-    std::string result;
-    for (const char byte : character)
-        result += escaped(byte);
-    return result;
+    return is_unseen(character) ? escaped(character) : std::string(character);
 }
 
 } // namespace
@@ -182,24 +150,22 @@ std::string attribute_value(std::string_view written) {
     return value;
 }
 
-std::string in_quotes(std::string_view text) {
-    constexpr std::size_t most = 40;
+std::string shown(std::string_view text, std::size_t most) {
     std::size_t end = std::min(text.size(), most);
-    while (end > 0 && end < text.size() && (text[end] & 0xC0) == 0x80)
+    while (end > 0 && end < text.size() && continues_character(text[end]))
         --end; // not within a character
-    std::string result = "'";
+    std::string result;
     for (std::size_t i = 0; i < end;) {
-        const std::size_t size = size_of_character(text.substr(i));
-        if (size == 0)
-            result += escaped(text[i++]);
-        else
-            result += shown(text.substr(i, size));
-        i += size;
+        const std::size_t size = character_length(text, i);
+        result += size == 0 ? escaped(text.substr(i, 1)) : shown_character(text.substr(i, size));
+        i += std::max(size, std::size_t{1});
     }
-    return result + (end < text.size() ? "...'" : "'");
+    return result + (end < text.size() ? "..." : "");
 }
 
-std::string in_tag(std::string_view name) { return "<" + std::string(name.substr(0, 60)) + ">"; }
+std::string in_quotes(std::string_view text) { return "'" + shown(text) + "'"; }
+
+std::string in_tag(std::string_view name) { return "<" + shown(name, 60) + ">"; }
 
 std::string what_is_kept(std::string_view name, const element_text &text, std::string_view kept) {
     return "the text of " + in_tag(name) + " comes in pieces (" + text.causes + "): the reader keeps " +
@@ -216,8 +182,8 @@ bool is_padded(std::string_view text) {
     if (text.empty())
         return false;
     std::size_t last = text.size() - 1; // where the last character begins
-    while (last > 0 && (text[last] & 0xC0) == 0x80)
+    while (last > 0 && continues_character(text[last]))
         --last;
-    return trimmed(text).size() != text.size() || is_unseen(text.substr(0, size_of_character(text))) ||
+    return trimmed(text).size() != text.size() || is_unseen(text.substr(0, character_length(text, 0))) ||
            is_unseen(text.substr(last));
 }

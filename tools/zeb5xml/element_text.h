@@ -27,7 +27,10 @@ element_text text_of(const outline &document, const outline_element &element);
 /// Returns the value of an attribute with its references resolved.
 std::string attribute_value(std::string_view written);
 
-/// Returns a text in quotes for a message: cut when it is long, and with marks for what does not print.
+/// Returns a text for a message: cut behind `most` bytes, and with marks for what does not print.
+std::string shown(std::string_view text, std::size_t most = 40);
+
+/// Returns it in quotes.
 std::string in_quotes(std::string_view text);
 
 /// Returns the name of an element as messages show it.

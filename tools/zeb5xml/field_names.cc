@@ -1,6 +1,5 @@
 #include "field_names.h"
 
-#include "event_util.h"
 #include "type_names.h"
 #include "zeb5_gige_descr.h"
 
@@ -22,7 +21,7 @@ texts names_of(const field_row &row, const value &number) {
     case BLOCK_MASK:
         return block_names(mask);
     case EVENT_TYPE:
-        return {event_name_itoa(static_cast<int>(mask))};
+        return {event_name(static_cast<int>(mask))};
     case FEATURE_TYPE:
         return {mask < FEATURE_TYPE_MAX ? FeatureTags[mask] : std::to_string(number.number())};
     default:

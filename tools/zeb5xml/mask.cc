@@ -3,6 +3,7 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <string_view>
 
 #include "failure.h"
 #include "output.h"
@@ -47,15 +48,23 @@ texts row_of(const mask_kind &kind, std::uint32_t mask) {
             joined(kind.names(mask), ",")};
 }
 
-/// Reads a mask: a number, hexadecimal with 0x, of 32 bits with or without sign.
+/// Returns the number that a text is as a whole.
+template <class Number> std::optional<Number> whole_number(std::string_view text, int base) {
+    Number number = 0;
+    const char *const end = text.data() + text.size();
+    const auto [rest, error] = std::from_chars(text.data(), end, number, base);
+    return error == std::errc() && rest == end ? std::optional(number) : std::nullopt;
+}
+
+/// Reads a mask: 32 bits, hexadecimal with 0x and without sign, or decimal with or without sign.
 std::optional<std::uint32_t> mask_from(const std::string &text) {
-    const bool is_hexadecimal = text.compare(0, 2, "0x") == 0 || text.compare(0, 2, "0X") == 0;
-    const char *begin = text.data() + (is_hexadecimal ? 2 : 0), *end = text.data() + text.size();
-    std::int64_t number = 0;
-    const auto [rest, error] = std::from_chars(begin, end, number, is_hexadecimal ? 16 : 10);
-    if (error != std::errc() || rest != end || number < INT32_MIN || number > UINT32_MAX)
+    const std::string_view prefix = std::string_view(text).substr(0, 2);
+    if (prefix == "0x" || prefix == "0X")
+        return whole_number<std::uint32_t>(std::string_view(text).substr(2), 16);
+    const auto number = whole_number<std::int64_t>(text, 10);
+    if (!number || *number < INT32_MIN || *number > UINT32_MAX)
         return std::nullopt;
-    return static_cast<std::uint32_t>(number);
+    return static_cast<std::uint32_t>(*number);
 }
 
 bool looks_like_number(const std::string &text) {
@@ -101,8 +110,10 @@ int tell_mask(const std::string &kind_name, const std::vector<std::string> &mask
     for (const std::string &text : masks) {
         const std::optional<std::uint32_t> mask = mask_from(text);
         if (!mask && looks_like_number(text))
-            throw failure(STATUS_USAGE,
-                          "no mask: " + text + "; masks go from -2147483648 to 4294967295, or 0xffffffff");
+            throw failure(
+                STATUS_USAGE,
+                "no mask: " + text +
+                    "; a mask is a whole number from -2147483648 to 4294967295, or 0x and up to 8 digits");
         table.push_back(row_of(kind, mask ? *mask : mask_from_names(kind, text)));
     }
     write_standard_output(aligned(table));
@@ -114,16 +125,16 @@ int tell_mask(const std::string &kind_name, const std::vector<std::string> &mask
 subcommand mask_subcommand() {
     auto kind = std::make_shared<std::string>();
     auto masks = std::make_shared<std::vector<std::string>>();
-    return {
-        "mask",
-        "Turn masks of event types and data types into names, and names into masks",
-        "A number is a mask as it stands in EVTYPE or DTYPE, decimal or hexadecimal; after --, it may be\n"
-        "negative, as documents write DTYPE. Names are separated by commas. Without MASK, all types are "
-        "listed.\n",
-        {{"KIND", kind.get(), "event (EVTYPE) or dtype (DTYPE)", argument::REQUIRED, {"event", "dtype"}},
-         {"MASK", masks.get(), "Masks, or names of types", argument::OPTIONAL, {}, {}, "TEXT"}},
-        [kind, masks] { return tell_mask(*kind, *masks); },
-        {{"Names of the block types in a DTYPE", "zeb5xml mask dtype 0x80000200"},
-         {"The number for EVTYPE", "zeb5xml mask event BOR,EOR"}},
-        status_texts{}};
+    return {"mask",
+            "Turn masks of event types and data types into names, and names into masks",
+            R"(A number is a mask as it stands in EVTYPE or DTYPE, decimal or hexadecimal; after --, it may be
+negative, as documents write DTYPE. Names are separated by commas. Without MASK, all types are
+listed.
+)",
+            {{"KIND", kind.get(), "event (EVTYPE) or dtype (DTYPE)", argument::REQUIRED, {"event", "dtype"}},
+             {"MASK", masks.get(), "Masks, or names of types", argument::OPTIONAL, {}, {}, "TEXT"}},
+            [kind, masks] { return tell_mask(*kind, *masks); },
+            {{"Names of the block types in a DTYPE", "zeb5xml mask dtype 0x80000200"},
+             {"The number for EVTYPE", "zeb5xml mask event BOR,EOR"}},
+            status_texts{}};
 }

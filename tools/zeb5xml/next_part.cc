@@ -7,10 +7,6 @@ namespace {
 using zeb5::element_row;
 using zeb5::value_kind;
 
-std::string_view as_kept(const element_row &row, std::string_view text) {
-    return row.size == 0 ? text : text.substr(0, row.size - 1);
-}
-
 /// Whether the reader may have taken `kept` from the text, or from one of its pieces.
 bool may_be_text(const element_row &row, std::string_view kept, const element_text &text) {
     if (kept == as_kept(row, text.whole) || text.has_entity)
@@ -34,14 +30,28 @@ bool may_be_number(const element_row &row, double kept, const element_text &text
     return false;
 }
 
-bool may_be_of(const checked_document &document, const element_row &row, const void *part,
-               std::size_t number) {
-    const outline_element &element = document.content.elements[number];
-    if (!row.attribute.empty())
-        return row.number(part) == number_read(row, number_text(document, row, number));
-    const element_text text = text_of(document.content, element);
-    return row.text ? may_be_text(row, row.text(part), text) : may_be_number(row, row.number(part), text);
-}
+/// The value of an element, of which a reader makes one part or several.
+class part_value {
+public:
+    part_value(const checked_document &document, const element_row &row, std::size_t number) : row_(row) {
+        if (row.attribute.empty())
+            text_ = text_of(document.content, document.content.elements[number]);
+        else
+            attribute_ = number_read(row, number_text(document, row, number));
+    }
+
+    bool may_be_of(const void *part) const {
+        if (!row_.attribute.empty())
+            return row_.number(part) == attribute_;
+        return row_.text ? may_be_text(row_, row_.text(part), text_)
+                         : may_be_number(row_, row_.number(part), text_);
+    }
+
+private:
+    const element_row &row_;
+    double attribute_ = 0;
+    element_text text_;
+};
 
 /// The steps that deliver an element, at most: its start tag, each comment behind it, and the text. An
 /// element whose number is in an attribute makes one part at each of them.
@@ -57,6 +67,10 @@ std::size_t steps_of(const outline &content, std::size_t number) {
 
 } // namespace
 
+std::string_view as_kept(const element_row &row, std::string_view text) {
+    return row.size == 0 ? text : text.substr(0, row.size - 1);
+}
+
 const void *next_part(const checked_document &document, tree_record &owner, int level, const element_row &row,
                       std::size_t element) {
     const zeb5::part_access part = document.kind.levels[static_cast<std::size_t>(level)].part;
@@ -65,12 +79,13 @@ const void *next_part(const checked_document &document, tree_record &owner, int 
     if (!around)
         return nullptr;
     const std::size_t most = row.attribute.empty() ? 1 : steps_of(document.content, element);
+    const part_value value(document, row, element);
     const void *found = nullptr;
     for (std::size_t ahead = 0; ahead < most; ++ahead) {
         const void *const next = part(around, taken);
         const bool is_renamed =
             !owner.row && next && next == part(around, taken + 1); // by a further identity
-        if (!next || !(is_renamed || may_be_of(document, row, next, element)))
+        if (!next || !(is_renamed || value.may_be_of(next)))
             break;
         found = next;
         ++taken;

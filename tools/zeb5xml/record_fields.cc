@@ -7,11 +7,11 @@
 
 #include "element_text.h"
 #include "elements/chan_descriptions_elements.h"
-#include "event_util.h"
 #include "number_faults.h"
 #include "parse_chan_descr.h"
 #include "parse_ev_list.h"
 #include "type_names.h"
+#include "utf_8.h"
 #include "words.h"
 
 namespace {
@@ -19,7 +19,7 @@ namespace {
 /// The last characters of a text, which may end within one.
 std::string_view tail_of(std::string_view text) {
     std::string_view tail = text.substr(text.size() - std::min<std::size_t>(text.size(), 20));
-    while (!tail.empty() && (tail[0] & 0xC0) == 0x80)
+    while (!tail.empty() && continues_character(tail[0]))
         tail.remove_prefix(1);
     return tail;
 }
@@ -33,23 +33,6 @@ std::string plain(double number, bool is_real) {
     return text;
 }
 
-/// Returns the numbers of those types in a mask that have no names: a library names such a type by its
-/// number.
-std::vector<std::string> unnamed_types(std::uint32_t mask, bool is_event) {
-    constexpr int bits = 32;
-    const bool is_2010 = !is_event && mask >> 31 != 0; // the other bits mean block types from 32 on
-    std::vector<std::string> unnamed;
-    for (int bit = 0; bit < (is_event ? bits : bits - 1); ++bit) {
-        if ((mask >> bit & 1) == 0)
-            continue;
-        const int type = is_2010 ? bit + bits : bit;
-        const char *const name = is_event ? event_name_itoa(type) : block_name_itoa(type);
-        if (!name || std::to_string(type) == name)
-            unnamed.push_back(std::to_string(type));
-    }
-    return unnamed;
-}
-
 /// Whether a field holds the number of a type, or a mask of types.
 enum class type_field { NO, EVENT_TYPE, EVENT_MASK, BLOCK_WORD };
 
@@ -61,8 +44,8 @@ type_field type_field_of(const element_row &row) {
     return row.number == zeb5::number_at<&chan_descr_2010::dtype> ? type_field::BLOCK_WORD : type_field::NO;
 }
 
-/// Says which number an author means who has written the name of a type.
-std::string number_of_name(const element_row &row, const std::string &name) {
+/// Says which number an author should write instead of the name of a type.
+std::string advice_on_name(const element_row &row, const std::string &name) {
     const type_field field = type_field_of(row);
     const int type = field == type_field::NO           ? -1
                      : field == type_field::BLOCK_WORD ? block_type_of(name)
@@ -72,7 +55,7 @@ std::string number_of_name(const element_row &row, const std::string &name) {
     const std::uint32_t number = field == type_field::EVENT_TYPE   ? static_cast<std::uint32_t>(type)
                                  : field == type_field::EVENT_MASK ? std::uint32_t{1} << type
                                                                    : word_of_block(type);
-    return ", the number of " + name + " is " + std::to_string(number);
+    return ": write " + std::to_string(number) + " for " + name;
 }
 
 class field_check {
@@ -225,9 +208,9 @@ void field_check::check_number(const filled_field &field, std::string_view text,
             : is_replaced_                 ? "it reads as " + plain(kept, is_real)
                                            : "the reader keeps " + plain(kept, is_real);
         const rule id = is_refused && fault->id == rule::VALUE_RANGE ? rule::FEWER_RECORDS : fault->id;
-        const std::string meant =
-            id == rule::NOT_A_NUMBER ? number_of_name(row, std::string(trimmed(text))) : "";
-        tell(id, field.element, name + ": " + fault->what + meant + "; " + what_is_kept);
+        const std::string advice =
+            id == rule::NOT_A_NUMBER ? advice_on_name(row, std::string(trimmed(text))) : "";
+        tell(id, field.element, name + ": " + fault->what + advice + "; " + what_is_kept);
     } else if (is_known && is_split && kept != number_read(row, text))
         tell(rule::LOST_TEXT, field.element,
              "the text of " + name + " comes in pieces: the reader keeps " + plain(kept, is_real) + ", not " +
@@ -249,7 +232,9 @@ void field_check::check_types(const element_row &row, double kept, std::size_t e
     if (field == type_field::NO || (is_single && kept >= double{ZEB5_EV_EVMAX}))
         return;
     const auto number = static_cast<std::uint32_t>(kept);
-    const auto unnamed = unnamed_types(is_single ? std::uint32_t{1} << number : number, is_event);
+    const auto unnamed = is_single  ? unnamed_events(std::uint32_t{1} << number)
+                         : is_event ? unnamed_events(number)
+                                    : unnamed_blocks(number);
     if (!unnamed.empty())
         tell(rule::UNNAMED_TYPE, element,
              in_tag(row.name) + ": no name is known for " + (is_event ? "event " : "block ") +

@@ -1,30 +1,17 @@
 #include "record_tree.h"
 
 #include "element_text.h"
-#include "parse_chan_descr.h"
 #include "tree_builder.h"
 
 record_tree tree_of(const checked_document &document) { return tree_builder(document).run(); }
-
-namespace {
-
-/// What a message calls a record behind its noun: its identity, for lack of one its name in the acquisition.
-std::string label_of(const checked_document &document, const tree_record &record) {
-    for (const filled_field &field : record.fields)
-        if (record.label.empty() && field.row->text == zeb5::text_at<&chan_descr_2010::daq_name>)
-            return "named " +
-                   in_quotes(text_of(document.content, document.content.elements[field.element]).whole);
-    return record.label;
-}
-
-} // namespace
 
 std::string described(const checked_document &document, const record_tree &tree, std::size_t number) {
     std::string text;
     for (; number != tree_record::none && number != 0; number = tree.records[number].parent) {
         const tree_record &record = tree.records[number];
         const zeb5::level_row &level = document.kind.levels[static_cast<std::size_t>(record.level)];
-        if (const std::string label = label_of(document, record); level.part && !label.empty())
+        const std::string &label = record.label.empty() ? record.name_label : record.label;
+        if (level.part && !label.empty())
             text.insert(0, level.noun + (" " + label) + (text.empty() ? ": " : ", "));
     }
     return text;

@@ -29,7 +29,8 @@ struct tree_record {
     std::size_t opener = none;                    // number of the element that opened it
     const zeb5::element_row *row = nullptr;       // of that element; null for the document itself
     const void *made = nullptr;                   // what the reader made of it; null: nothing that is known
-    std::string label;                            // by which messages know it
+    std::string label;                            // by which messages know it: its identity
+    std::string name_label;                       // or, for lack of one, its name in the acquisition
     std::vector<filled_field> fields;             // one for each field at most
     std::vector<filled_field> replaced_fields;    // those that lost theirs to a later element
     std::array<std::size_t, most_levels> taken{}; // number of the reader's parts that are known, by level
@@ -58,6 +59,9 @@ record_tree tree_of(const checked_document &document);
 
 /// Names a record in a message, as "channel 'A/B', bit 3: "; empty for the document itself.
 std::string described(const checked_document &document, const record_tree &tree, std::size_t record);
+
+/// The beginning of a text that fits into the row's field.
+std::string_view as_kept(const zeb5::element_row &row, std::string_view text);
 
 /// Returns the next part of this level that the reader made in the record around it, if the text and the
 /// number of its element could be those of the part; null otherwise.

@@ -39,17 +39,16 @@ subcommand show_subcommand() {
     for (const argument &one : options->filters.arguments())
         arguments.push_back(one);
     arguments.push_back(color_argument(options->color));
-    return {"show",
-            "List the records of documents of any kind",
-            "The records are those that a process of the data acquisition gets. Of a faulty document, the "
-            "records "
-            "up to\n"
-            "the fault are listed. Several documents get a heading each.\n",
-            arguments,
-            [options] {
-                return each_file(options->files,
-                                 [&](const std::string &path) { return show(path, *options); });
-            },
-            {{"All of a document", "zeb5xml show channels.xml"},
-             {"The magnets of one data stream", "zeb5xml show --subsystem 'MAG*' --stream 4 channels.xml"}}};
+    return {
+        "show",
+        "List the records of documents of any kind",
+        R"(The records are those that a process of the data acquisition gets. Of a faulty document, the records
+up to the fault are listed. Several documents get a heading each.
+)",
+        arguments,
+        [options] {
+            return each_file(options->files, [&](const std::string &path) { return show(path, *options); });
+        },
+        {{"All of a document", "zeb5xml show channels.xml"},
+         {"The magnets of one data stream", "zeb5xml show --subsystem 'MAG*' --stream 4 channels.xml"}}};
 }

@@ -2,37 +2,11 @@
 
 #include <algorithm>
 
+#include "utf_8.h"
+
 namespace {
 
 unsigned char byte_at(std::string_view bytes, size_t at) { return static_cast<unsigned char>(bytes[at]); }
-
-/// Length of the UTF-8 character at `at`; 0 when there is none.
-size_t character_length(std::string_view bytes, size_t at) {
-    struct form {
-        unsigned char first, last;     // of the first byte
-        unsigned char lowest, highest; // of the second byte
-        size_t length;
-    };
-    static const form forms[] = {
-        {0x00, 0x7f, 0x00, 0x00, 1}, {0xc2, 0xdf, 0x80, 0xbf, 2}, {0xe0, 0xe0, 0xa0, 0xbf, 3},
-        {0xe1, 0xec, 0x80, 0xbf, 3}, {0xed, 0xed, 0x80, 0x9f, 3}, {0xee, 0xef, 0x80, 0xbf, 3},
-        {0xf0, 0xf0, 0x90, 0xbf, 4}, {0xf1, 0xf3, 0x80, 0xbf, 4}, {0xf4, 0xf4, 0x80, 0x8f, 4},
-    };
-    const unsigned char lead = byte_at(bytes, at);
-    for (const form &row : forms) {
-        if (lead < row.first || lead > row.last)
-            continue;
-        if (at + row.length > bytes.size())
-            return 0;
-        for (size_t i = 1; i < row.length; ++i) {
-            const unsigned char next = byte_at(bytes, at + i);
-            if (next < (i == 1 ? row.lowest : 0x80) || next > (i == 1 ? row.highest : 0xbf))
-                return 0;
-        }
-        return row.length;
-    }
-    return 0;
-}
 
 bool holds_utf8(const value &one);
 
@@ -77,15 +51,8 @@ std::string utf8_text(std::string_view bytes, text_encoding encoding) {
     if (encoding == UTF_8)
         return std::string(bytes);
     std::string text;
-    for (const char c : bytes) {
-        const auto byte = static_cast<unsigned char>(c);
-        if (byte < 0x80) {
-            text += c;
-        } else {
-            text += static_cast<char>(0xc0 | byte >> 6);
-            text += static_cast<char>(0x80 | (byte & 0x3f));
-        }
-    }
+    for (const char byte : bytes)
+        append_character(text, static_cast<unsigned char>(byte));
     return text;
 }
 

@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include "utf_8.h"
+
 text_place text_places::place_of(std::size_t offset) {
     if (offset < at_) {
         at_ = 0;
@@ -18,7 +20,7 @@ void text_places::go_to(std::size_t offset) {
         if (c == '\n' || (c == '\r' && !is_half)) {
             ++here_.line;
             here_.column = 1;
-        } else if ((c & 0xC0) != 0x80) // the first byte of a character
+        } else if (!continues_character(c))
             ++here_.column;
     }
 }
@@ -36,7 +38,7 @@ std::size_t offset_of(std::string_view text, text_place place) {
             break;
         do
             ++at;
-        while (at < text.size() && (text[at] & 0xC0) == 0x80);
+        while (at < text.size() && continues_character(text[at]));
     }
     return at;
 }

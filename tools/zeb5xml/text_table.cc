@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "table_text.h"
+#include "utf_8.h"
 
 namespace {
 
@@ -16,7 +17,7 @@ std::string plain(std::string cell) {
 
 size_t characters(const std::string &utf8) {
     return static_cast<size_t>(
-        std::count_if(utf8.begin(), utf8.end(), [](char c) { return (c & 0xc0) != 0x80; }));
+        std::count_if(utf8.begin(), utf8.end(), [](char c) { return !continues_character(c); }));
 }
 
 std::string shown(const std::string &cell) { return cell.empty() ? "-" : plain(cell); }

@@ -1,6 +1,7 @@
 #include "tree_builder.h"
 
 #include "number_faults.h"
+#include "parse_chan_descr.h"
 
 namespace {
 
@@ -160,6 +161,8 @@ void tree_builder::fill(std::size_t number, const element_row &row, std::size_t 
         return lose_identity(number, row, owner, text);
     if (!put_field(number, row, owner, text.is_blank() || text.begins_blank))
         return;
+    if (row.text == zeb5::text_at<&chan_descr_2010::daq_name>)
+        record(owner).name_label = "named " + in_quotes(text.whole);
     if (row.is_identity)
         identify(number, row, owner, text.whole);
 }
@@ -179,7 +182,7 @@ void tree_builder::identify(std::size_t number, const element_row &row, std::siz
     const bool was_whole = (own.identities & all) == all;
     own.identities |= std::uint64_t{1} << (&row - document_.kind.rows.data());
     if (own.label.empty())
-        own.label = row.value == value_kind::TEXT ? in_quotes(value) : std::string(trimmed(value));
+        own.label = row.value == value_kind::TEXT ? in_quotes(value) : shown(trimmed(value));
     if (!was_whole && (own.identities & all) == all) {
         own.made = document_.list ? next_part(document_, record(0), own.level, row, number) : nullptr;
         own.is_doubtful = !own.made;
@@ -263,8 +266,7 @@ void tree_builder::open(std::size_t number, const element_row &row, std::size_t 
     tree_record &opened = record(added);
     if (row.attribute.empty() && row.value == value_kind::NONE)
         return;
-    opened.label =
-        has_number ? std::string(trimmed(number_text(document_, row, number))) : in_quotes(text.whole);
+    opened.label = has_number ? shown(trimmed(number_text(document_, row, number))) : in_quotes(text.whole);
     opened.fields.push_back({&row, number});
     if (row.is_identity && document_.list) {
         opened.made = next_part(document_, record(0), row.opens, row, number);

@@ -139,8 +139,8 @@ void tree_builder::note_duplicate(std::size_t number, const element_row &row, st
                                   const std::string &value) {
     tree_record &own = record(owner);
     std::string key = row.value == value_kind::TEXT ? value : std::to_string(number_read(row, value));
-    if (row.size != 0 && !document_.merges)
-        key.resize(std::min(key.size(), row.size - 1)); // look-ups compare what is kept
+    if (!document_.merges)
+        key.resize(as_kept(row, key).size()); // look-ups compare what is kept
     const auto [place, is_new] =
         first_of_.try_emplace(std::string(row.name) + '=' + key, first_use{number, owner});
     if (is_new)
@@ -166,14 +166,16 @@ void tree_builder::note_duplicate(std::size_t number, const element_row &row, st
 void tree_builder::note_repeated_part(std::size_t number, const element_row &row, std::size_t part,
                                       const std::string &name) {
     const tree_record &own = tree_.records[part];
-    const std::string value =
-        name.empty() ? whole_number(number_read(row, number_text(document_, row, number))) : in_quotes(name);
+    const std::string value = name.empty()
+                                  ? whole_number(number_read(row, number_text(document_, row, number)))
+                                  : std::string(as_kept(row, name));
     const std::string key =
         std::to_string(row.is_identity ? 0 : own.parent) + std::string(row.name) + '=' + value;
     const auto [place, is_new] = first_of_.try_emplace(key, first_use{number, part});
     if (!is_new)
         tell(rule::DUPLICATE_IDENTITY, number, own.parent,
-             std::string("there is another ") + level(row.opens).noun + " " + value + ": both are kept",
+             std::string("there is another ") + level(row.opens).noun + " " +
+                 (name.empty() ? value : in_quotes(name)) + ": both are kept",
              elements_[place->second.element].at);
 }
 

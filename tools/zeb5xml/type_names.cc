@@ -21,15 +21,25 @@ const type_family events = {"event type",  "ZEB5_EV_",         last_event_type,
 const type_family blocks = {"block type",       "ZEB5_",        last_block_type, is_block_type,
                             block_type_numbers, block_name_itoa};
 
+std::string name_of(int type, const type_family &family) {
+    const char *const name = family.name(type);
+    return name ? name : "(null)";
+}
+
+bool has_name(int type, const type_family &family) {
+    const char *const name = family.name(type);
+    return name && name != std::to_string(type);
+}
+
 int type_of(const std::string &text, const type_family &family) {
     int number = -1;
     const char *end = text.data() + text.size();
     if (auto [rest, error] = std::from_chars(text.data(), end, number); error == std::errc() && rest == end)
         return family.has(number) ? number : -1;
     for (int type = 0; type <= family.last; ++type) {
-        const std::string name = family.name(type);
-        if (strcasecmp(text.c_str(), name.c_str()) == 0 ||
-            strcasecmp(text.c_str(), (family.prefix + name).c_str()) == 0)
+        const char *const name = family.name(type);
+        if (name && (strcasecmp(text.c_str(), name) == 0 ||
+                     strcasecmp(text.c_str(), (std::string(family.prefix) + name).c_str()) == 0))
             return type;
     }
     return -1;
@@ -43,17 +53,38 @@ std::string fault_of(const std::string &text, const type_family &family) {
         return fault + "; types go " + family.numbers;
     std::vector<std::string> names;
     for (int type = 0; type <= family.last; ++type)
-        if (const std::string name = family.name(type); name != std::to_string(type)) // else it has no name
-            names.push_back(name);
+        if (has_name(type, family))
+            names.push_back(name_of(type, family));
     return fault + did_you_mean(text, names);
 }
 
-std::vector<std::string> names(std::uint32_t mask, int first, const type_family &family) {
-    std::vector<std::string> all;
+std::vector<int> types_in(std::uint32_t mask, int first) {
+    std::vector<int> types;
     for (int bit = 0; bit < 32; ++bit)
         if (mask >> bit & 1)
-            all.emplace_back(family.name(first + bit));
-    return all;
+            types.push_back(first + bit);
+    return types;
+}
+
+std::vector<int> events_in(std::uint32_t mask) { return types_in(mask, 0); }
+
+std::vector<int> blocks_in(std::uint32_t dtype) {
+    return types_in(dtype & ~blocks_2010, dtype & blocks_2010 ? 32 : 0);
+}
+
+std::vector<std::string> names_of(const std::vector<int> &types, const type_family &family) {
+    std::vector<std::string> names;
+    for (const int type : types)
+        names.push_back(name_of(type, family));
+    return names;
+}
+
+std::vector<std::string> unnamed_of(const std::vector<int> &types, const type_family &family) {
+    std::vector<std::string> numbers;
+    for (const int type : types)
+        if (!has_name(type, family))
+            numbers.push_back(std::to_string(type));
+    return numbers;
 }
 
 } // namespace
@@ -70,11 +101,15 @@ std::string event_type_fault(const std::string &text) { return fault_of(text, ev
 
 std::string block_type_fault(const std::string &text) { return fault_of(text, blocks); }
 
-std::vector<std::string> event_names(std::uint32_t mask) { return names(mask, 0, events); }
+std::string event_name(int event_type) { return name_of(event_type, events); }
 
-std::vector<std::string> block_names(std::uint32_t dtype) {
-    return names(dtype & ~blocks_2010, dtype & blocks_2010 ? 32 : 0, blocks);
-}
+std::vector<std::string> event_names(std::uint32_t mask) { return names_of(events_in(mask), events); }
+
+std::vector<std::string> block_names(std::uint32_t dtype) { return names_of(blocks_in(dtype), blocks); }
+
+std::vector<std::string> unnamed_events(std::uint32_t mask) { return unnamed_of(events_in(mask), events); }
+
+std::vector<std::string> unnamed_blocks(std::uint32_t dtype) { return unnamed_of(blocks_in(dtype), blocks); }
 
 std::uint32_t word_of_block(int block_type) {
     return std::uint32_t{1} << block_type % 32 | (block_type < 32 ? 0 : blocks_2010);

@@ -25,9 +25,17 @@ int block_type_of(const std::string &text);
 std::string event_type_fault(const std::string &text);
 std::string block_type_fault(const std::string &text);
 
+/// Name of an event type; "(null)", as in listings, when the event-utility library has none. A site may bring
+/// a library of its own.
+std::string event_name(int event_type);
+
 /// Names of the types in a mask.
 std::vector<std::string> event_names(std::uint32_t mask);
 std::vector<std::string> block_names(std::uint32_t dtype);
+
+/// The numbers of those types in a mask that have no name, or only their number for one.
+std::vector<std::string> unnamed_events(std::uint32_t mask);
+std::vector<std::string> unnamed_blocks(std::uint32_t dtype);
 
 /// With this bit in a data-type word, bit k means block type k + 32.
 inline constexpr std::uint32_t blocks_2010 = 0x80000000;

@@ -1,7 +1,7 @@
 #include "unread_elements.h"
 
 #include <algorithm>
-#include <map>
+#include <set>
 #include <string_view>
 
 #include "decoded_text.h"
@@ -23,22 +23,43 @@ bool says_something(std::string_view name, std::string_view text) {
            std::find(std::begin(fillers), std::end(fillers), std::pair(name, text)) == std::end(fillers);
 }
 
-/// How often an element of one name stands in the document, and the first of them.
+/// The elements of one name.
 struct occurrences {
-    size_t count = 0;
-    size_t at = 0;
+    std::string_view name;
+    size_t at; // of the first
     std::string text;
+    size_t count = 1;
 };
 
-/// Names of the elements that no reader takes; the value is to be filled in.
-std::map<std::string_view, occurrences> unread_names(std::string_view root) {
-    std::map<std::string_view, occurrences> names;
+/// Names of the elements that no reader takes.
+std::set<std::string_view> unread_names(std::string_view root) {
+    std::set<std::string_view> names;
     for (const zeb5::document_elements *kind :
          {&zeb5::chan_descriptions_elements, &zeb5::daq_variables_elements})
         for (const zeb5::element_row &row : kind->rows)
             if (root == kind->root && row.value == zeb5::value_kind::UNREAD && row.level != zeb5::root_level)
-                names[row.name];
+                names.insert(row.name);
     return names;
+}
+
+/// In the order of the first of each name.
+std::vector<occurrences> found_in(const outline &content) {
+    std::vector<occurrences> found;
+    const auto names = unread_names(content.elements.front().name);
+    for (const outline_element &element : content.elements) {
+        if (names.count(element.name) == 0)
+            continue;
+        const std::string text(trimmed(text_of(content, element).whole));
+        if (!says_something(element.name, text))
+            continue;
+        const auto known = std::find_if(found.begin(), found.end(),
+                                        [&](const occurrences &one) { return one.name == element.name; });
+        if (known == found.end())
+            found.push_back({element.name, element.at, text});
+        else
+            ++known->count;
+    }
+    return found;
 }
 
 } // namespace
@@ -48,28 +69,13 @@ std::vector<std::string> unread_elements(const document &source) {
     const outline content = outline_of(decoded.text, decoded.text.size());
     if (content.elements.empty())
         return {};
-    auto names = unread_names(content.elements.front().name);
-    if (names.empty())
-        return {};
-    for (const outline_element &element : content.elements) {
-        const auto found = names.find(element.name);
-        if (found == names.end())
-            continue;
-        const std::string text(trimmed(text_of(content, element).whole));
-        if (says_something(element.name, text) && found->second.count++ == 0)
-            found->second = {1, element.at, text};
-    }
-    std::map<size_t, std::pair<std::string_view, occurrences>> in_order; // of the document
-    for (const auto &[name, all] : names)
-        if (all.count != 0)
-            in_order.emplace(all.at, std::pair(name, all));
-    text_places places(decoded.text);
     std::vector<std::string> lines;
-    for (const auto &[at, one] : in_order) {
-        const auto &[name, all] = one;
-        const text_place place = places.place_of(at);
+    text_places places(decoded.text);
+    for (const occurrences &all : found_in(content)) {
+        const text_place place = places.place_of(all.at);
         lines.push_back(source.name + ":" + std::to_string(place.line) + ":" + std::to_string(place.column) +
-                        ": no reader takes " + in_tag(name) + ": " + in_quotes(all.text) + " is left out" +
+                        ": no reader takes " + in_tag(all.name) + ": " + in_quotes(all.text) +
+                        " is left out" +
                         (all.count > 1 ? ", and " + std::to_string(all.count - 1) + " more" : ""));
     }
     return lines;
