@@ -19,20 +19,22 @@ int canonical(const std::string &path) {
     return STATUS_DONE;
 }
 
+const char details[] =
+    R"(One JSON object a line, as `zeb5xml export` writes it, sorted by identity: property, event type,
+index or name of the feature; those of one identity, by content. Bits, dimensions and server blocks
+are sorted alike. The date of a document and its dialect make no difference.
+To have git compare records instead of text:
+  git config diff.zeb5xml.textconv 'zeb5xml canonical'
+  echo 'channels*.xml diff=zeb5xml' >> .gitattributes
+)";
+
 } // namespace
 
 subcommand canonical_subcommand() {
     auto file = std::make_shared<std::string>();
     return {"canonical",
             "Write the records of a document so that equal ones give equal lines",
-            "One JSON object a line, as `zeb5xml export` writes it, sorted by identity: property, event "
-            "type, index\n"
-            "or name of the feature; those of one identity, by content. Bits, dimensions and server blocks "
-            "are\n"
-            "sorted alike. The date of a document and its dialect make no difference.\n"
-            "To have git compare records instead of text:\n"
-            "  git config diff.zeb5xml.textconv 'zeb5xml canonical'\n"
-            "  echo 'channels*.xml diff=zeb5xml' >> .gitattributes\n",
+            details,
             {{"FILE", file.get(), "Document of any kind; - is standard input", argument::REQUIRED}},
             [file] { return canonical(*file); },
             {{"What changed, in the eyes of any tool that compares lines",

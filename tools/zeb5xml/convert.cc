@@ -125,64 +125,59 @@ int convert(const convert_options &options) {
     return STATUS_DONE;
 }
 
+const char details[] =
+    R"(Channel descriptions can be had as chandescriptions or daqvariables (XML without an isodate line),
+table or summary (text); --shift and --keep-duplicates are for them. An env index dictionary can be
+had as envindexdict (XML) or table (text); --layout is for it.
+Nothing is written when FILE cannot be read without errors, or when a value would be lost. Each such
+value is named on standard error: what `zeb5xml check` finds that readers drop, cut or misread, with
+its rule; fields of channels that are merged into one of the same property; records of a property
+that is written already; texts that break the rows of a text form, and numbers that lose digits
+there; and what does not come back from XML, which is read before OUT is replaced.
+Fields that a form never gives back (no reader takes STREAM, DTYPE, COUNT, DB_KEY, SB_NAME and STAT
+from daqvariables), and elements that no reader takes, are named once, and the rest is written. Text
+cannot be read back: a table has no DTYPE, COUNT, DB_KEY, SB_NAME and SUBSYSTEM, a summary only
+name, size and first data type.
+A UTF-16 FILE goes through the file reader, which merges no duplicates under CHANDESCRIPTIONS and
+shifts no evType under DAQvariables.
+)";
+
 } // namespace
 
 subcommand convert_subcommand() {
     auto options = std::make_shared<convert_options>();
-    return {
-        "convert",
-        "Write channel descriptions or an env index dictionary in another form",
-        "Channel descriptions can be had as chandescriptions or daqvariables (XML without an isodate line), "
-        "table or\n"
-        "summary (text); --shift and --keep-duplicates are for them. An env index dictionary can be had as\n"
-        "envindexdict (XML) or table (text); --layout is for it.\n"
-        "Nothing is written when FILE cannot be read without errors, or when a value would be lost. Each "
-        "such\n"
-        "value is named on standard error: what `zeb5xml check` finds that readers drop, cut or misread, "
-        "with\n"
-        "its rule; fields of channels that are merged into one of the same property; records of a property\n"
-        "that is written already; texts that break the rows of a text form; and what does not come back "
-        "from\n"
-        "XML, which is read before OUT is replaced.\n"
-        "Fields that a form never holds (daqvariables has no STREAM, DTYPE, COUNT, DB_KEY, SB_NAME and "
-        "STAT),\n"
-        "and elements that no reader takes, are named once, and the rest is written. Text cannot be read "
-        "back:\n"
-        "a table has no DTYPE, COUNT, DB_KEY, SB_NAME and SUBSYSTEM, a summary only name, size and first "
-        "data\n"
-        "type.\n"
-        "A UTF-16 FILE goes through the file reader, which merges no duplicates under CHANDESCRIPTIONS and "
-        "shifts\n"
-        "no evType under DAQvariables.\n",
-        {
-            {"FILE", &options->file, "Document to read; - is standard input", argument::REQUIRED},
-            {"--to", &options->to, "Form to write, see below", argument::REQUIRED, form_names()},
-            {"--from",
-             &options->from,
-             "What FILE is: a document (xml, the default), or what export wrote as jsonl or json (json)",
-             argument::OPTIONAL,
-             {"xml", "json"}},
-            {"-o,--output",
-             &options->output,
-             "File to write, replaced only when all is done (default: -)",
-             argument::OPTIONAL,
-             {},
-             {},
-             "FILE"},
-            {"--force", &options->force, "Write even if values are lost; they are named all the same"},
-            {"--shift", &options->shift, "Turn event and data type numbers into masks"},
-            {"--keep-duplicates", &options->keep_duplicates,
-             "Merge no channels of one property while reading"},
-            {"--layout",
-             &options->layout,
-             "Cut names at 79 bytes (classic) or 255 (2010, the default)",
-             argument::OPTIONAL,
-             {"classic", "2010"}},
-        },
-        [options] { return convert(*options); },
-        {{"Turn type numbers into masks and write the other dialect",
-          "zeb5xml convert numbers.xml --shift --to daqvariables -o variables.xml"},
-         {"Bring back what was edited as JSON",
-          "zeb5xml convert channels.jsonl --from json --to chandescriptions -o channels.xml"}},
-        {lost_value_status}};
+    return {"convert",
+            "Write channel descriptions or an env index dictionary in another form",
+            details,
+            {
+                {"FILE", &options->file, "Document to read; - is standard input", argument::REQUIRED},
+                {"--to", &options->to, "Form to write, see below", argument::REQUIRED, form_names()},
+                {"--from",
+                 &options->from,
+                 "What FILE is: a document (xml, the default), or what export wrote as jsonl or json (json)",
+                 argument::OPTIONAL,
+                 {"xml", "json"}},
+                {"-o,--output",
+                 &options->output,
+                 "File to write, replaced only when all is done (default: -)",
+                 argument::OPTIONAL,
+                 {},
+                 {},
+                 "FILE"},
+                {"--force", &options->force, "Write even if values are lost; they are named all the same"},
+                {"--shift", &options->shift, "Turn event and data type numbers into masks"},
+                {"--keep-duplicates", &options->keep_duplicates,
+                 "Merge no channels of one property while reading"},
+                {"--layout",
+                 &options->layout,
+                 "Cut names at 79 bytes (classic) or 255 (2010, the default)",
+                 argument::OPTIONAL,
+                 {"classic", "2010"}},
+            },
+            [options] { return convert(*options); },
+            {{"Turn type numbers into masks and write the other dialect",
+              "zeb5xml convert numbers.xml --shift --to daqvariables -o variables.xml"},
+             {"Bring back what was edited as JSON",
+              "zeb5xml convert channels.jsonl --from json --to chandescriptions -o channels.xml"}},
+            {lost_value_status}};
 }

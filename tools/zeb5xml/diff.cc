@@ -143,6 +143,14 @@ int run_diff(const diff_options &options) {
     }
 }
 
+const char details[] =
+    R"(Records are matched by identity: property, event type, index or name of the feature. Their order,
+the date and the dialect make no difference; what readers do not get from DAQvariables as it is, is
+compared only between two documents in this dialect. Of several records with one identity, those
+that are most alike are compared.
+One line tells a changed field, an added or a removed record; json is one array of objects.
+)";
+
 } // namespace
 
 subcommand diff_subcommand() {
@@ -150,13 +158,7 @@ subcommand diff_subcommand() {
     return {
         "diff",
         "Tell which records and fields of two documents differ",
-        "Records are matched by identity: property, event type, index or name of the feature. Their order, "
-        "the\n"
-        "date and the dialect make no difference; what DAQvariables does not hold is compared only between "
-        "two\n"
-        "documents in this dialect. Of several records with one identity, those that are most alike are "
-        "compared.\n"
-        "One line tells a changed field, an added or a removed record; json is one array of objects.\n",
+        details,
         {{"A", &options->before, "Document of any kind; - is standard input", argument::REQUIRED},
          {"B", &options->after, "Document of the same kind, after the changes", argument::REQUIRED},
          {"--format", &options->format, "text (the default) or json", argument::OPTIONAL, {"text", "json"}},

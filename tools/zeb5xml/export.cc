@@ -111,6 +111,15 @@ int run_export(const export_options &options) {
     return status;
 }
 
+const char details[] =
+    R"(jsonl is one JSON object a line, json one array of them. csv (RFC 4180) and tsv have a heading and
+one row a record; bits, dimensions and server blocks are JSON in one cell. Fields have the names of
+the record structs; masks and types have their names beside them. Several FILEs add a column or
+member "source". Texts are UTF-8; those of a field whose bytes are not UTF-8 are taken as
+ISO-8859-1, and "latin_1" lists these fields. `zeb5xml convert --from json` reads jsonl and json
+again.
+)";
+
 } // namespace
 
 subcommand export_subcommand() {
@@ -121,20 +130,12 @@ subcommand export_subcommand() {
          format_names()}};
     for (const argument &one : options->filters.arguments())
         arguments.push_back(one);
-    return {
-        "export",
-        "Write every field of the records for other programs, as JSON or as a table",
-        "jsonl is one JSON object a line, json one array of them. csv (RFC 4180) and tsv have a heading and "
-        "one\n"
-        "row a record; bits, dimensions and server blocks are JSON in one cell. Fields have the names of "
-        "the\n"
-        "record structs; masks and types have their names beside them. Several FILEs add a column or member\n"
-        "\"source\". Texts are UTF-8; those of a field whose bytes are not UTF-8 are taken as\n"
-        "ISO-8859-1, and \"latin_1\" lists these fields. `zeb5xml convert --from json` reads jsonl and json "
-        "again.\n",
-        arguments,
-        [options] { return run_export(*options); },
-        {{"A table for a spreadsheet", "zeb5xml export --format csv channels.xml"},
-         {"The properties of one event type, with jq",
-          "zeb5xml export --event ENV channels.xml | jq -r .prop_name"}}};
+    return {"export",
+            "Write every field of the records for other programs, as JSON or as a table",
+            details,
+            arguments,
+            [options] { return run_export(*options); },
+            {{"A table for a spreadsheet", "zeb5xml export --format csv channels.xml"},
+             {"The properties of one event type, with jq",
+              "zeb5xml export --event ENV channels.xml | jq -r .prop_name"}}};
 }

@@ -107,33 +107,34 @@ int merge(const merge_options &options) {
     return STATUS_DONE;
 }
 
+const char details[] =
+    R"(The first document is completed: its channels get from the others what they do not have, and
+channels of a property that it has not are added. The result is a CHANDESCRIPTIONS document without
+an isodate line. Each field on which documents disagree is told on standard error, with the value
+that counts.
+Nothing is written when a document cannot be read without errors or a value would be lost, as with
+`zeb5xml convert`.
+)";
+
 } // namespace
 
 subcommand merge_subcommand() {
     auto options = std::make_shared<merge_options>();
-    return {
-        "merge",
-        "Complete channel descriptions from further documents",
-        "The first document is completed: its channels get from the others what they do not have, and "
-        "channels\n"
-        "of a property that it has not are added. The result is a CHANDESCRIPTIONS document without an "
-        "isodate\n"
-        "line. Each field on which documents disagree is told on standard error, with the value that "
-        "counts.\n"
-        "Nothing is written when a document cannot be read without errors or a value would be lost, as with\n"
-        "`zeb5xml convert`.\n",
-        {{"FILE", &options->files, "Channel descriptions; - is standard input", argument::REQUIRED},
-         {"-o,--output",
-          &options->output,
-          "File to write, replaced only when all is done (default: -)",
-          argument::OPTIONAL,
-          {},
-          {},
-          "FILE"},
-         {"--force", &options->force,
-          "What is set in a later document counts, and its bits and dimensions replace those before"}},
-        [options] { return merge(*options); },
-        {{"Complete a master file from two others",
-          "zeb5xml merge master.xml magnets.xml rf.xml -o all.xml"}},
-        {lost_value_status}};
+    return {"merge",
+            "Complete channel descriptions from further documents",
+            details,
+            {{"FILE", &options->files, "Channel descriptions; - is standard input", argument::REQUIRED},
+             {"-o,--output",
+              &options->output,
+              "File to write, replaced only when all is done (default: -)",
+              argument::OPTIONAL,
+              {},
+              {},
+              "FILE"},
+             {"--force", &options->force,
+              "What is set in a later document counts, and its bits and dimensions replace those before"}},
+            [options] { return merge(*options); },
+            {{"Complete a master file from two others",
+              "zeb5xml merge master.xml magnets.xml rf.xml -o all.xml"}},
+            {lost_value_status}};
 }
