@@ -1,6 +1,7 @@
 /// The command line of `check`: formats, options and exit statuses.
 
 #include <filesystem>
+#include <sys/resource.h>
 
 #include <gtest/gtest.h>
 
@@ -172,6 +173,35 @@ TEST_F(Check, RefusesWhatHasNoEndAtOnce) {
                         "/dev/zero:1:1: error: it begins with NUL bytes, as no document does [unreadable]\n"
                         "long.xml:1:1: error: longer than 128 MiB [unreadable]\n",
                         "zeb5xml: 2 files checked: 2 errors, 0 warnings, 0 notes\n"}));
+}
+
+std::string repeated(const std::string &text, int times) {
+    std::string all;
+    for (int i = 0; i < times; ++i)
+        all += text;
+    return all;
+}
+
+/// In the new process, work of more than this time ends it.
+void limit_time() {
+    const rlimit seconds{20, 20};
+    setrlimit(RLIMIT_CPU, &seconds);
+}
+
+// These took minutes: a long value was looked at again for each finding or comment
+TEST_F(Check, NeedsTimeInProportionToTheDocument) {
+    const std::string name(700'000, 'n'), digits(500'000, '0');
+    const std::string documents[] = {"<CHANDESCRIPTIONS><CHANNEL><NAME>" + name + "</NAME>" +
+                                         repeated("<q/>", 75'000) + "</CHANNEL></CHANDESCRIPTIONS>",
+                                     "<DAQvariables><DaqBits><orvin>P</orvin><bitTitle bit=\"" + digits +
+                                         "\">" + repeated("<!---->", 70'000) +
+                                         "</bitTitle></DaqBits></DAQvariables>"};
+    for (const std::string &document : documents) {
+        folder.write("long.xml", document);
+        EXPECT_EQ(folder.run({"check", "long.xml", "--select", "doctype"}, "", limit_time),
+                  (command_result{0, "", "zeb5xml: 1 file checked: nothing found\n"}))
+            << document.substr(0, 60);
+    }
 }
 
 TEST_F(Check, WantsAFileUnlessItListsItsRules) {
