@@ -98,20 +98,6 @@ TEST_F(Command, TellsItsVersion) {
     EXPECT_EQ(run({"--version"}), (command_result{0, "zeb5xml " ZEB5XML_VERSION "\n", ""}));
 }
 
-TEST_F(Command, GivesEveryExitStatusInEveryHelp) {
-    for (const std::vector<std::string> &arguments : {std::vector<std::string>{"--help"},
-                                                      {"show", "--help"},
-                                                      {"convert", "--help"},
-                                                      {"select", "--help"},
-                                                      {"check", "--help"}}) {
-        command_result said = run(arguments);
-        EXPECT_EQ(said.status, 0);
-        EXPECT_EQ(said.err, "");
-        for (const char *status : {"\n  0  ", "\n  1  ", "\n  2  ", "\n  3  "})
-            EXPECT_NE(said.out.find(status), std::string::npos) << arguments[0] << status;
-    }
-}
-
 TEST_F(Command, RefusesAWrongCommandLineWithStatus2) {
     struct wrong_line {
         std::vector<std::string> arguments;

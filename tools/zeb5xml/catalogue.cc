@@ -63,7 +63,7 @@ std::string list_of(const std::vector<std::string> &words) {
 }
 
 std::string event_type_list() {
-    std::vector<std::string> names(32);
+    std::vector<std::string> names(last_event_type + 1);
     for (size_t type = 0; type < names.size(); ++type)
         names[type] = joined(event_names(std::uint32_t{1} << type), "");
     return list_of(names);
@@ -71,11 +71,9 @@ std::string event_type_list() {
 
 /// Names by number of the block type. No mask has the type 31, whose bit selects the types above.
 std::string block_type_list() {
-    std::vector<std::string> names(63);
-    for (size_t type = 0; type < names.size(); ++type)
-        if (type != 31)
-            names[type] =
-                joined(block_names(std::uint32_t{1} << type % 32 | (type < 32 ? 0 : blocks_2010)), "");
+    std::vector<std::string> names;
+    for (int type = 0; type <= last_block_type; ++type)
+        names.push_back(is_block_type(type) ? joined(block_names(word_of_block(type)), "") : "");
     return list_of(names);
 }
 
