@@ -30,7 +30,7 @@ std::string written_elements(const std::vector<std::pair<std::string, std::strin
 std::string written_channels(const std::string &channels) {
     return xml_declaration + "<CHANDESCRIPTIONS>\n" + channels + "</CHANDESCRIPTIONS>\n\n";
 }
-std::string written_channel(const element_texts &others, const std::string &bits = "") {
+std::string written_channel(const element_texts &others, const std::string &parts = "") {
     return written_channels("<CHANNEL>\n" +
                             written_elements({{"STREAM", "0"},
                                               {"EVTYPE", "0"},
@@ -46,12 +46,12 @@ std::string written_channel(const element_texts &others, const std::string &bits
                                               {"DESC", ""},
                                               {"SIZE", "1"}},
                                              others) +
-                            bits + "</CHANNEL>\n");
+                            parts + "</CHANNEL>\n");
 }
 
 std::string written_variable(const std::string &kind, const element_texts &others,
-                             const std::string &bits = "") {
-    return xml_declaration + "<DAQvariables>\n<" + kind + ">\n" +
+                             const std::string &parts = "") {
+    return "<" + kind + ">\n" +
            written_elements({{"evType", "0"},
                              {"orvin", "A"},
                              {"daqName", "N"},
@@ -62,7 +62,10 @@ std::string written_variable(const std::string &kind, const element_texts &other
                              {"description", ""},
                              {"units", ""}},
                             others) +
-           bits + "<freq>1</freq>\n</" + kind + ">\n</DAQvariables>\n\n";
+           parts + "<freq>1</freq>\n</" + kind + ">\n";
+}
+std::string written_variables(const std::string &variables) {
+    return xml_declaration + "<DAQvariables>\n" + variables + "</DAQvariables>\n\n";
 }
 
 const std::string written_entry =
@@ -108,7 +111,7 @@ const loss_case loss_cases[] = {
      written_channel({{"UNITS", "\xce\xa9"}})},
     {"daqvariables", channel("<PROP>\xce\xa9</PROP>"),
      "zeb5xml: in.xml: \xce\xa9: prop_name: \"\xce\xa9\" becomes \"\xc3\x8e\xc2\xa9\"\n",
-     written_variable("DaqFloat", {{"orvin", "\xce\xa9"}})},
+     written_variables(written_variable("DaqFloat", {{"orvin", "\xce\xa9"}}))},
     {"chandescriptions", channel("<PROP>A</PROP><DESC>&amp;</DESC><BIT>1<BIT_NAME>&lt;</BIT_NAME></BIT>"),
      "zeb5xml: in.xml: A: prop_desc: \"&\" makes the document ill-formed, as it is written without escaping\n"
      "zeb5xml: in.xml: A: bits.bit_name: \"<\" makes the document ill-formed, as it is written without "
@@ -122,7 +125,7 @@ const loss_case loss_cases[] = {
     {"daqvariables", channel("<PROP>A</PROP><BIT>1<BIT_NAME>on</BIT_NAME></BIT>"),
      "zeb5xml: in.xml: daqvariables changes bits in 1 channel, such as A: bits[1].bit_name: \"on\" becomes "
      "\"\"\n",
-     written_variable("DaqBits", {}, "<bitTitle bit=\"1\"></bitTitle>\n")},
+     written_variables(written_variable("DaqBits", {}, "<bitTitle bit=\"1\"></bitTitle>\n"))},
     {"envindexdict",
      "<ENVINDEXDICT><CHANNEL><INDEX>1</INDEX><PROP>P</PROP><DABS>1e-7</DABS></CHANNEL></ENVINDEXDICT>",
      "zeb5xml: in.xml: index 1: env_ch_abs_delta: 1e-07 becomes 0\n", written_entry},
@@ -148,14 +151,14 @@ const loss_case loss_cases[] = {
      "<DaqFloat><orvin>A</orvin><daqName>M</daqName></DaqFloat></DAQvariables>",
      "zeb5xml: in.xml:1:82: another channel has the same <orvin> 'A': only event types are merged into it, "
      "and the rest of this one is ignored; the first is at 1:25 [duplicate-identity]\n",
-     written_variable("DaqFloat", {})},
+     written_variables(written_variable("DaqFloat", {}))},
     {"daqvariables",
      "<DAQvariables><DaqFloat><orvin>A</orvin><daqName>N</daqName><bitTitle "
      "bit=\"1\">on</bitTitle></DaqFloat>"
      "</DAQvariables>",
      "zeb5xml: in.xml:1:61: channel 'A': <bitTitle> is ignored here: it is read in <DaqBits> only "
      "[misplaced-element]\n",
-     written_variable("DaqFloat", {})},
+     written_variables(written_variable("DaqFloat", {}))},
     // What check calls errors, and what no reader takes
     {"chandescriptions", channel("<PROP>A</PROP><SIZE>many</SIZE><COUNT>2O</COUNT>"),
      "zeb5xml: in.xml:1:42: channel 'A': <SIZE>: 'many' is no number; the reader keeps 0 [not-a-number]\n"
@@ -258,7 +261,14 @@ TEST_F(ConvertLosses, ThatLieInTheFormAreNamedOnceAndAccepted) {
             "A: "
             "dims[0].stats[1]: "
             "{\"stat\":1,\"stat_name\":\"\",\"stat_desc\":\"\",\"units\":\"\"} becomes nothing\n"}));
-    EXPECT_TRUE(folder.text("out.xml").ends_with("</DAQvariables>\n\n"));
+    EXPECT_EQ(folder.text("out.xml"),
+              written_variables(
+                  written_variable("DaqFloatMatrix",
+                                   {{"daqName", "!!!UNDEFINED!!!"}, {"DBKey", "2"}, {"sbName", "S"}},
+                                   "<firstIndex>0</firstIndex>\n<lastIndex>1</lastIndex>\n"
+                                   "<dimension id=\"0\">\n<name></name>\n<description></description>\n"
+                                   "<units></units>\n</dimension>\n") +
+                  written_variable("DaqFloat", {{"orvin", "B"}})));
 }
 
 TEST_F(ConvertLosses, AreNotWhatALaterChannelCompletes) {
