@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-#include "check_rules.h"
+#include "check/check_rules.h"
 
 struct checked_case {
     rule id; // that it is about

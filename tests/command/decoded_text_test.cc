@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include "decoded_text.h"
+#include "check/decoded_text.h"
 
 namespace {
 

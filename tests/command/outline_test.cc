@@ -2,8 +2,8 @@
 
 #include <gtest/gtest.h>
 
-#include "element_text.h"
-#include "outline.h"
+#include "check/element_text.h"
+#include "check/outline.h"
 
 namespace {
 

@@ -3,8 +3,8 @@
 #include <gtest/gtest.h>
 
 #include "event_util.h"
-#include "field_names.h"
-#include "type_names.h"
+#include "values/field_names.h"
+#include "values/type_names.h"
 
 const char *event_name_itoa(int ev_type) {
     return ev_type == 5 ? nullptr : ev_type == 28 ? "28" : "own event";

@@ -6,15 +6,15 @@
 #include <gtest/gtest.h>
 #include <rapidcheck.h>
 
-#include "differences.h"
-#include "failure.h"
-#include "form_losses.h"
-#include "json_records.h"
-#include "json_text.h"
-#include "record_list.h"
-#include "record_order.h"
-#include "record_types.h"
+#include "files/failure.h"
+#include "records/differences.h"
+#include "records/form_losses.h"
+#include "records/json_records.h"
+#include "records/record_list.h"
+#include "records/record_order.h"
+#include "records/record_types.h"
 #include "support/test_files.h"
+#include "values/json_text.h"
 
 namespace {
 

@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include "text_places.h"
+#include "words/text_places.h"
 
 namespace {
 

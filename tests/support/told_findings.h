@@ -3,7 +3,7 @@
 
 #include <string>
 
-#include "check_document.h"
+#include "check/check_document.h"
 
 /// What `check` tells of a document, a line for each finding: "LINE:COLUMN RULE: MESSAGE".
 inline std::string told(const std::string &document) {

@@ -1,11 +1,11 @@
 #include <memory>
 #include <string>
 
-#include "failure.h"
-#include "output.h"
-#include "read_records.h"
-#include "record_order.h"
-#include "subcommand.h"
+#include "files/failure.h"
+#include "files/output.h"
+#include "records/read_records.h"
+#include "records/record_order.h"
+#include "subcommands.h"
 
 namespace {
 

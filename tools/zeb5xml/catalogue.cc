@@ -2,16 +2,16 @@
 #include <string>
 #include <vector>
 
-#include "catalogue_parts.h"
-#include "each_file.h"
-#include "failure.h"
-#include "field_names.h"
-#include "json_text.h"
-#include "output.h"
-#include "read_records.h"
-#include "subcommand.h"
-#include "type_names.h"
-#include "words.h"
+#include "catalogue/catalogue_parts.h"
+#include "files/each_file.h"
+#include "files/failure.h"
+#include "files/output.h"
+#include "records/read_records.h"
+#include "subcommands.h"
+#include "values/field_names.h"
+#include "values/json_text.h"
+#include "values/type_names.h"
+#include "words/words.h"
 
 namespace {
 

@@ -3,15 +3,15 @@
 #include <string>
 #include <vector>
 
-#include "bounded_file.h"
-#include "check_output.h"
-#include "colour.h"
-#include "failure.h"
-#include "nearest.h"
-#include "output.h"
-#include "standard_streams.h"
-#include "subcommand.h"
-#include "words.h"
+#include "check/check_output.h"
+#include "command_line/colour.h"
+#include "files/bounded_file.h"
+#include "files/failure.h"
+#include "files/output.h"
+#include "files/standard_streams.h"
+#include "subcommands.h"
+#include "words/nearest.h"
+#include "words/words.h"
 
 namespace {
 

@@ -2,15 +2,15 @@
 #include <fstream>
 #include <memory>
 
-#include "document_kinds.h"
-#include "failure.h"
-#include "form_losses.h"
-#include "json_records.h"
-#include "reading_losses.h"
-#include "standard_streams.h"
-#include "subcommand.h"
-#include "unread_elements.h"
-#include "write_records.h"
+#include "files/failure.h"
+#include "files/standard_streams.h"
+#include "losses/reading_losses.h"
+#include "losses/unread_elements.h"
+#include "losses/write_records.h"
+#include "records/document_kinds.h"
+#include "records/form_losses.h"
+#include "records/json_records.h"
+#include "subcommands.h"
 
 namespace {
 

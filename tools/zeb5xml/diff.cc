@@ -1,16 +1,16 @@
 #include <memory>
 #include <string>
 
-#include "colour.h"
-#include "differences.h"
-#include "failure.h"
-#include "form_losses.h"
-#include "json_text.h"
-#include "output.h"
-#include "read_records.h"
-#include "standard_streams.h"
-#include "subcommand.h"
-#include "words.h"
+#include "command_line/colour.h"
+#include "files/failure.h"
+#include "files/output.h"
+#include "files/standard_streams.h"
+#include "records/differences.h"
+#include "records/form_losses.h"
+#include "records/read_records.h"
+#include "subcommands.h"
+#include "values/json_text.h"
+#include "words/words.h"
 
 namespace {
 

@@ -2,15 +2,15 @@
 #include <string>
 #include <vector>
 
-#include "each_file.h"
-#include "failure.h"
-#include "filters.h"
-#include "json_text.h"
-#include "output.h"
-#include "read_records.h"
-#include "subcommand.h"
-#include "table_text.h"
-#include "words.h"
+#include "files/each_file.h"
+#include "files/failure.h"
+#include "files/output.h"
+#include "records/filters.h"
+#include "records/read_records.h"
+#include "subcommands.h"
+#include "values/json_text.h"
+#include "values/table_text.h"
+#include "words/words.h"
 
 namespace {
 

@@ -1,9 +1,10 @@
 #include <exception>
 
-#include "command_line.h"
-#include "failure.h"
-#include "output.h"
-#include "standard_streams.h"
+#include "command_line/command_line.h"
+#include "files/failure.h"
+#include "files/output.h"
+#include "files/standard_streams.h"
+#include "subcommands.h"
 #include "xml_platform.h"
 
 namespace {

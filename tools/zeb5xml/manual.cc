@@ -4,10 +4,10 @@
 #include <string_view>
 #include <vector>
 
-#include "failure.h"
-#include "output.h"
-#include "subcommand.h"
-#include "words.h"
+#include "files/failure.h"
+#include "files/output.h"
+#include "subcommands.h"
+#include "words/words.h"
 
 namespace {
 

@@ -5,13 +5,13 @@
 #include <string>
 #include <string_view>
 
-#include "failure.h"
-#include "output.h"
-#include "record.h"
-#include "subcommand.h"
-#include "text_table.h"
-#include "type_names.h"
-#include "words.h"
+#include "files/failure.h"
+#include "files/output.h"
+#include "subcommands.h"
+#include "values/record.h"
+#include "values/text_table.h"
+#include "values/type_names.h"
+#include "words/words.h"
 
 namespace {
 

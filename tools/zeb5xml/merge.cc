@@ -3,18 +3,18 @@
 #include <string>
 #include <vector>
 
-#include "failure.h"
-#include "form_losses.h"
-#include "lost_fields.h"
+#include "files/failure.h"
+#include "files/standard_streams.h"
+#include "losses/lost_fields.h"
+#include "losses/reading_losses.h"
+#include "losses/unread_elements.h"
+#include "losses/write_records.h"
 #include "parse_chan_descr.h"
-#include "read_records.h"
-#include "reading_losses.h"
-#include "record_types.h"
-#include "standard_streams.h"
-#include "subcommand.h"
-#include "unread_elements.h"
-#include "value_text.h"
-#include "write_records.h"
+#include "records/form_losses.h"
+#include "records/read_records.h"
+#include "records/record_types.h"
+#include "subcommands.h"
+#include "values/value_text.h"
 
 namespace {
 

@@ -3,16 +3,16 @@
 #include <vector>
 
 #include "chan_selector.h"
-#include "document.h"
-#include "document_kinds.h"
-#include "each_file.h"
-#include "failure.h"
-#include "output.h"
-#include "standard_streams.h"
-#include "subcommand.h"
-#include "text_table.h"
-#include "type_names.h"
-#include "words.h"
+#include "files/document.h"
+#include "files/each_file.h"
+#include "files/failure.h"
+#include "files/output.h"
+#include "files/standard_streams.h"
+#include "records/document_kinds.h"
+#include "subcommands.h"
+#include "values/text_table.h"
+#include "values/type_names.h"
+#include "words/words.h"
 
 namespace {
 

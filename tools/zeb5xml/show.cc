@@ -2,14 +2,14 @@
 #include <string>
 #include <vector>
 
-#include "colour.h"
-#include "each_file.h"
-#include "failure.h"
-#include "filters.h"
-#include "output.h"
-#include "read_records.h"
-#include "subcommand.h"
-#include "words.h"
+#include "command_line/colour.h"
+#include "files/each_file.h"
+#include "files/failure.h"
+#include "files/output.h"
+#include "records/filters.h"
+#include "records/read_records.h"
+#include "subcommands.h"
+#include "words/words.h"
 
 namespace {
 
