@@ -10,7 +10,7 @@
 #include "check/kept_lists.h"
 #include "check/outline.h"
 #include "check/record_fields.h"
-#include "check/record_tree.h"
+#include "check/tree_builder.h"
 #include "elements/chan_descriptions_elements.h"
 #include "elements/daq_variables_elements.h"
 #include "elements/env_index_dictionary_elements.h"
@@ -159,7 +159,7 @@ void document_check::check_records(const checked_kind &kind) {
     const kept_list list = kind.read(file_.path());
     const checked_document document{*kind.elements, content_, has_own_entities() ? nullptr : list.get(),
                                     kind.merges, !report_};
-    record_tree tree = tree_of(document);
+    record_tree tree = tree_builder(document).run();
     take(std::move(tree.findings));
     take(faults_of_fields(document, tree, kind.rules));
 }

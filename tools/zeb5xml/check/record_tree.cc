@@ -1,9 +1,6 @@
 #include "check/record_tree.h"
 
 #include "check/element_text.h"
-#include "check/tree_builder.h"
-
-record_tree tree_of(const checked_document &document) { return tree_builder(document).run(); }
 
 std::string described(const checked_document &document, const record_tree &tree, std::size_t number) {
     std::string text;

@@ -54,9 +54,6 @@ struct checked_document {
     bool is_whole;    // the reader has read it to its end
 };
 
-/// Follows the elements as the reader does, but with an eye on their nesting.
-record_tree tree_of(const checked_document &document);
-
 /// Names a record in a message, as "channel 'A/B', bit 3: "; empty for the document itself.
 std::string described(const checked_document &document, const record_tree &tree, std::size_t record);
 

@@ -12,8 +12,8 @@
 #include "check/element_text.h"
 #include "check/record_tree.h"
 
-/// Follows the elements of a document in their order, as a reader does. What it finds on the way is told in
-/// tree_findings.cc.
+/// Follows the elements of a document in their order, as a reader does, but with an eye on their nesting.
+/// What it finds on the way is told in tree_findings.cc.
 class tree_builder {
 public:
     explicit tree_builder(const checked_document &document)
