@@ -45,7 +45,7 @@ enum ZEB5_EVTYPE {
 };
 
 /// Data block types. Types below 32 are the classic blocks, types from 32 on their 2010 successors.
-/// 29, 30, 32 and 54 to 59 are unassigned.
+/// 0, 29, 30, 32 and 54 to 59 are unassigned.
 enum ZEB5_SUBBLOCK_TYPE {
     ZEB5_UPD_BLOCK = 1,
     ZEB5_ENV_DICT_BLOCK = 2,

@@ -204,9 +204,10 @@ class Writing(unittest.TestCase):
 
 class Checking(unittest.TestCase):
     def test_a_command_that_cannot_run(self):
-        with self.assertRaises(zeb5xml.Error):
+        with self.assertRaises(zeb5xml.Error) as caught:
             zeb5xml.check("x.xml", command="false")
-
+        self.assertEqual(str(caught.exception), "false check failed with status 1")
+        self.assertEqual((caught.exception.code, caught.exception.printed, caught.exception.records), (1, "", None))
 
     @unittest.skipUnless(COMMAND, "the command is not built")
     def test_findings(self):

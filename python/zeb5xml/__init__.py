@@ -70,7 +70,9 @@ def check(*paths, command="zeb5xml"):
     done = subprocess.run([command, "check", "--format", "json", "--", *map(os.fspath, paths)], capture_output=True,
                           text=True)
     if not done.stdout:
-        raise Error(done.stderr.strip() or f"{command} check failed with status {done.returncode}")
+        error = Error(done.stderr.strip() or f"{command} check failed with status {done.returncode}")
+        error.code, error.printed, error.records = done.returncode, done.stderr, None
+        raise error
     return [Finding(**{name: row.get(name) for name in Finding._fields}) for row in json.loads(done.stdout)]
 
 

@@ -33,7 +33,7 @@ scan scan_file(const std::string &path, reading_way way) {
     list.push_back(new ZEB5GigEFeature);
     list.back()->name = "before";
     const std::unique_ptr<ZEB5GigEFeature> before(list.back());
-    scan seen{zeb5::scan_features(path.c_str(), list), last_lane_end, all_features(list)};
+    scan seen{zeb5::scan_features(zeb5::plain_file(path.c_str()), list), last_lane_end, all_features(list)};
     if (seen.result != scan_result::READ)
         list.clear(); // else it has others, and this one is the caller's
     return seen;

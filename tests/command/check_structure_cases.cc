@@ -30,14 +30,19 @@ std::vector<checked_case> structure_cases() {
         {rule::NOT_XML, "", "1:1 not-xml: the document is empty: no reader takes it\n"},
         {rule::NOT_XML, "\xEF\xBB\xBF\n\n", "1:1 not-xml: the document is empty: no reader takes it\n"},
         {rule::NOT_XML, "\n text",
-         "2:2 not-xml: invalid document structure: readers stop here, and keep the records that they have\n"},
+         "2:2 not-xml: invalid document structure: readers refuse the whole document\n"},
         {rule::NOT_XML, "\xEF\xBB\xBF" + channel(""), ""},
         {rule::NOT_XML, "<BMR>\n\xC3\xA4 \xE4</BMR>",
-         "2:3 not-xml: the byte 0xE4 is no character of UTF-8: readers stop some way before it, and keep the "
-         "records that they have\n"},
+         "2:3 not-xml: the byte 0xE4 is no character of UTF-8: readers refuse the whole document\n"},
+        {rule::NOT_XML, "<BMR>" + std::string(200'000, ' ') + "\xE4</BMR>",
+         "1:200006 not-xml: the byte 0xE4 is no character of UTF-8: readers stop some way before it, and "
+         "keep "
+         "the records that they have\n"},
         {rule::NOT_XML, std::string("<BMR>\0</BMR>", 12),
          "1:6 not-xml: input ended before all started tags were ended; last tag started is 'BMR': readers "
          "stop here, and keep the records that they have\n"},
+        {rule::NOT_XML, "<Camera>\n<Integer Name=\"Gain\"/><Float",
+         "2:29 not-xml: unexpected end of input: readers refuse the whole document\n"},
         {rule::NOT_XML, channel("<DESC>x < 5</DESC>"),
          "1:65 not-xml: element name expected: readers stop here, and keep the records that they have\n"},
         {rule::WRONG_ROOT, "<CHANDESCRIPTION/>",
@@ -79,20 +84,18 @@ std::vector<checked_case> structure_cases() {
          ""},
         {rule::ENCODING_MISMATCH, in_utf_16("<?xml version=\"1.0\" encoding=\"UTF-8\"?><BMR/>"),
          "1:1 encoding-mismatch: the document is in UTF-16, but labelled 'UTF-8', which readers believe\n"
-         "1:40 not-xml: element name expected: readers stop here, and keep the records that they "
-         "have\n"},
+         "1:40 not-xml: element name expected: readers refuse the whole document\n"},
         {rule::ENCODING_MISMATCH, in_utf_16("<?xml version=\"1.0\" encoding=\"UTF-16\"?><BMR/>"), ""},
         {rule::DOCTYPE, "<!DOCTYPE BMR>\n<BMR/>",
-         "1:1 doctype: readers check the document against its document type, and never open another file for "
-         "it\n"},
+         "1:1 doctype: what the document type declares turns validation on (not of a camera file), and no "
+         "reader opens another file for it\n"},
         {rule::DOCTYPE, "<!DOCTYPE BMR SYSTEM \"bmr.dtd\">\n<BMR/>",
-         "1:1 doctype: readers check the document against its document type, and never open another file for "
-         "it\n"
-         "1:32 not-xml: unable to open DTD document 'bmr.dtd': readers stop here, and keep the records that "
-         "they have\n"},
+         "1:1 doctype: what the document type declares turns validation on (not of a camera file), and no "
+         "reader opens another file for it\n"
+         "1:32 not-xml: unable to open DTD document 'bmr.dtd': readers refuse the whole document\n"},
         {rule::DOCTYPE, "<!DOCTYPE BMR [<!ELEMENT BMR ANY><!-- ' > --><!ENTITY e \"]>\">]>\n<BMR/>",
-         "1:1 doctype: readers check the document against its document type, and never open another file for "
-         "it\n"},
+         "1:1 doctype: what the document type declares turns validation on (not of a camera file), and no "
+         "reader opens another file for it\n"},
         {rule::DOCTYPE, "<!-- <!DOCTYPE BMR> --><BMR/>", ""},
         {rule::UNKNOWN_ELEMENT, event("<SBLOK>S</SBLOK>"),
          "1:27 unknown-element: no reader knows <SBLOK>; did you mean <SBLOCK>? Without it, the entry asks "

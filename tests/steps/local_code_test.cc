@@ -120,7 +120,9 @@ TEST(LocalCode, MayHaveNothingForATextOfACameraFile) {
                                        "<c><Float Name='a'><ToolTip>\xE2\x82\xAC</ToolTip></Float></c>"}) {
         const temporary_file file(document);
         std::vector<ZEB5GigEFeature *> none;
-        EXPECT_EQ(zeb5::scan_features(file.path().c_str(), none), zeb5::scan_result::NOT_PLAIN) << document;
+        EXPECT_EQ(zeb5::scan_features(zeb5::plain_file(file.path().c_str()), none),
+                  zeb5::scan_result::NOT_PLAIN)
+            << document;
         EXPECT_TRUE(none.empty()) << document;
     }
 }

@@ -11,6 +11,7 @@
 #include <gtest/gtest.h>
 #include <sys/types.h>
 
+#include "support/camera_features.h"
 #include "support/lane_steps.h"
 #include "xml_platform.h"
 
@@ -151,6 +152,31 @@ TEST_F(PlainFileReads, BeforeTheFirstStepTellOfAChange) {
         EXPECT_EQ(seen.streams.err,
                   row.told_before + "\nError at (file DOCUMENT): the file has changed while it was read\n")
             << row.before << row.number;
+    }
+}
+
+/// The scanner reads two blocks of 64 KB, finds the document type and leaves the file to the DOM parser.
+TEST_F(PlainFileReads, OfACameraFileTellOfAChange) {
+    struct {
+        const char *before;
+        int number;
+        std::string outcome;
+    } const rows[] = {{"", 1, parse_failure},
+                      {"", 5, parse_failure},
+                      {"<!DOCTYPE r>", 2, parse_failure},
+                      {"<!DOCTYPE r>", 3, parse_failure},
+                      {"<!DOCTYPE r>", 9, parse_failure},
+                      {"<!DOCTYPE r>", 1000, "read"}};
+    for (const auto &row : rows) {
+        const temporary_file file(row.before + many_elements(400'000));
+        int reads = 0;
+        before_read = [&] {
+            if (++reads == row.number)
+                std::filesystem::last_write_time(file.path(), std::filesystem::file_time_type::clock::now() +
+                                                                  std::chrono::seconds(10));
+        };
+        feature_list list;
+        EXPECT_EQ(fill(file.path(), list), row.outcome) << row.before << row.number;
     }
 }
 

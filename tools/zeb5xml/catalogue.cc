@@ -158,8 +158,8 @@ subcommand catalogue_subcommand() {
         R"(One HTML file without any link to the network: channels to search, sort and filter, with their bits,
 dimensions and statistics; a map of event types and subsystems; sizes; event lists and dictionaries,
 linked to the channels that they name. Names of channels that no FILE describes are marked. Of a
-faulty document, the page has the records up to the fault, and says so. Nothing is written when no
-document could be read.
+faulty document, the page has the records up to the fault (of a camera file none), and says so.
+Nothing is written when no document could be read.
 )",
         {{"FILE", &options->files, "Documents of any kind; - is standard input", argument::REQUIRED},
          {"-o,--output",

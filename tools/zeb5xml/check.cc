@@ -139,7 +139,7 @@ subcommand check_subcommand() {
         "check",
         "Tell what a process that reads the documents would swallow",
         R"(Prints a line for each finding: FILE:LINE:COL: error|warning|note: MESSAGE [RULE]. The last line, on
-standard error, sums up. Documents are taken as the readers of files read them, with types as masks.
+standard error, sums up; json and github have none. Documents are taken as the readers of files read them, with types as masks.
 )",
         {
             {"FILE", &options->files, "Documents of any kind; - is standard input"},

@@ -137,7 +137,7 @@ there; and what does not come back from XML, which is read before OUT is replace
 Fields that a form never gives back (no reader takes STREAM, DTYPE, COUNT, DB_KEY, SB_NAME and STAT
 from daqvariables), and elements that no reader takes, are named once, and the rest is written. Text
 cannot be read back: a table has no DTYPE, COUNT, DB_KEY, SB_NAME and SUBSYSTEM, a summary only
-name, size and first data type.
+name, size and the lowest bit of DTYPE, named as a type below 32.
 A UTF-16 FILE goes through the file reader, which merges no duplicates under CHANDESCRIPTIONS and
 shifts no evType under DAQvariables.
 )";

@@ -145,8 +145,8 @@ int run_diff(const diff_options &options) {
 
 const char details[] =
     R"(Records are matched by identity: property, event type, index or name of the feature. Their order,
-the date and the dialect make no difference; what readers do not get from DAQvariables as it is, is
-compared only between two documents in this dialect. Of several records with one identity, those
+the date and the dialect make no difference. Readers get some fields not at all from DAQvariables, or
+not as they were: these are compared only between two documents in this dialect. Of several records with one identity, those
 that are most alike are compared.
 One line tells a changed field, an added or a removed record; json is one array of objects.
 )";

@@ -15,7 +15,7 @@
 
 namespace {
 
-/// A kind of mask. The number that stands in a document is the mask, or with --shift the type.
+/// A kind of mask.
 struct mask_kind {
     const char *name;
     int (*type_of)(const std::string &text);

@@ -43,7 +43,7 @@ subcommand show_subcommand() {
         "show",
         "List the records of documents of any kind",
         R"(The records are those that a process of the data acquisition gets. Of a faulty document, the records
-up to the fault are listed. Several documents get a heading each.
+up to the fault are listed, of a faulty camera file none. Several documents get a heading each.
 )",
         arguments,
         [options] {

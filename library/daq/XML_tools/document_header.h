@@ -1,7 +1,7 @@
 #ifndef ZEB5_DOCUMENT_HEADER_H
 #define ZEB5_DOCUMENT_HEADER_H
 
-/// What every written document begins with: the XML declaration and the date. All dates are local time.
+/// What written documents begin with: the XML declaration and, in most, the date. All dates are local time.
 /// May be called from several threads at once.
 
 #include <ctime>
@@ -10,7 +10,8 @@
 #include "zeb5_export.h"
 
 /// Writes `*t` as local time, "2021-07-01T13:05:09", into `isodate_str`: 19 characters and the NUL, never
-/// more than 40 bytes. Does nothing when `isodate_str` is null; `t` must not be null.
+/// more than 40 bytes. A time that no calendar has gives an empty text. Does nothing when `isodate_str` is
+/// null; `t` must not be null.
 ZEB5_API void create_isodate(char *isodate_str, time_t *t);
 
 /// The same for the current time.

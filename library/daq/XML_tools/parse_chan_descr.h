@@ -9,8 +9,10 @@
 ///
 /// Results: readers return 0 for success; anything else counts what went wrong. Writers return 0, 1 (file
 /// cannot be opened) or 2 (invalid argument, failed write). Problems in a document are reported on standard
-/// error, a writer's on standard output. Several lists may be read and written at the same time on different
-/// threads; one list belongs to one thread at a time.
+/// error; only the readers of memory tell on standard output that a bit under DAQvariables has no name. A
+/// writer's problems are told on standard output, and the reason why a file cannot be opened on standard
+/// error. Several lists may be read and written at the same time on different threads; one list belongs to
+/// one thread at a time.
 
 #include <cstdint>
 #include <string>
@@ -123,7 +125,7 @@ ZEB5_API int parse_descr_list_read(char *xml, std::vector<chan_descr_2010 *> *li
 /// The same for the file at `path`; `list` must not be null. Here `delete_duplicated` has no effect, and
 /// `shift` none on evType; when a property under DAQvariables is in the list already, the event types, data
 /// types and stream of the new channel are ORed into that record. A file that changes while it is read is
-/// reported and counts as one error more.
+/// reported and counts as one error more; SECURITY.md says which changes are not seen.
 ZEB5_API int parse_descr_list_readf(char *path, std::vector<chan_descr_2010 *> *list, bool shift,
                                     bool delete_duplicated);
 

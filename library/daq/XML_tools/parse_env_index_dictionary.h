@@ -39,7 +39,8 @@ enum {
 /// CHANNEL can append the same pointer again, so release each pointer once only. Return 0 when all was read,
 /// else the number of warnings and errors of the parser, plus 1 for a null source or list, a reader that does
 /// not start or a wrong root. Warnings and errors are reported on standard error. A file that changes while
-/// it is read is reported, too, and counts as one error. Entries read before an error stay in the list.
+/// it is read is reported, too, and counts as one error; SECURITY.md says which changes are not seen. Entries
+/// read before an error stay in the list.
 ZEB5_API int parse_env_index_dict_list_read(char *xml, std::vector<zeb5_env_index_dictionary_entry *> *list);
 ZEB5_API int parse_env_index_dict_readf(char *file, std::vector<zeb5_env_index_dictionary_entry *> *list);
 ZEB5_API int parse_env_index_dict_list_read_2010(char *xml,
@@ -53,9 +54,10 @@ ZEB5_API int parse_env_index_dict_readf_2010(char *file,
 ///  - `file_name`: file to create; null or empty: none
 ///  - `fd`: descriptor to write to, which stays open; -1: none
 /// Without file, descriptor and string, the entries are listed on standard output in every mode. Messages go
-/// to standard output. Return 0, 1 when the file cannot be opened, and 2 for a null list, for entries in
-/// mode 1 without a file but with a descriptor or a string, and for a failed write to `fd`. A failed write to
-/// the file is not noticed. The entries are not changed.
+/// to standard output, the reason why a file cannot be opened to standard error. Return 0, 1 when the file
+/// cannot be opened, and 2 for a null list, for entries in mode 1 without a file but with a descriptor or a
+/// string, and for a failed write to `fd`. A failed write to the file is not noticed. The entries are not
+/// changed.
 ZEB5_API int dump_env_index_dict(std::vector<zeb5_env_index_dictionary_entry *> *list, char *file_name,
                                  int mode, int fd, std::string *xml_str);
 ZEB5_API int dump_env_index_dict_2010(std::vector<zeb5_env_index_dictionary_entry_2010 *> *list,

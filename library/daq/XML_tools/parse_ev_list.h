@@ -30,11 +30,13 @@ struct zeb5_ev_entry {
 /// Reads an event list in memory, NUL-terminated, and appends its entries to `list`. Returns 0 when all was
 /// read, else the number of warnings and errors of the parser, plus 1 for a null text or list, a reader that
 /// does not start or a wrong root. Warnings and errors are reported on standard error. Entries read before an
-/// error stay in the list. An event type above 32 is dropped silently, and a number that cannot be converted
-/// leaves its field as it was. Masks, times and priorities are decimal, or hexadecimal as 0x1F.
+/// error stay in the list. An event type above 32 is dropped silently, and one that is no number is 0. Any
+/// other number that cannot be converted leaves its field as it was. Masks, times and priorities are decimal,
+/// or hexadecimal as 0x1F.
 ZEB5_API int zeb5_parse_ev_list_read(char *xml, std::vector<zeb5_ev_entry *> *list);
 
-/// The same for a file. A file that changes while it is read is reported and counts as one error.
+/// The same for a file. A file that changes while it is read is reported and counts as one error; SECURITY.md
+/// says which changes are not seen.
 ZEB5_API int zeb5_parse_ev_list_readf(char *file, std::vector<zeb5_ev_entry *> *list);
 
 /// Lists the entries on standard output; prints nothing for a null or empty vector.

@@ -18,6 +18,8 @@
 #include "readers/feature_scan.h"
 #include "readers/feature_tree.h"
 #include "steps/narrow_text.h"
+#include "steps/plain_file.h"
+#include "steps/plain_file_source.h"
 #include "xml_platform.h"
 
 namespace {
@@ -54,17 +56,28 @@ void tell_parse_failed() {
     std::printf("An error occurred during parsing\n "); // Kept: a blank before the log's next line
 }
 
+/// Reads the open file, or else what the XML library finds under its name.
+void parse_with(zeb5::bounded_parser<XercesDOMParser> &parser, const char *file_name,
+                const zeb5::plain_file &file) {
+    std::unique_ptr<InputSource> source;
+    if (file.is_open())
+        source = std::make_unique<zeb5::plain_file_source>(file_name, file, parser.memory);
+    else
+        source = parser.streams.source_of(file_name);
+    if (source)
+        parser.parse(zeb5::metered_source(*source, parser.streams));
+    else
+        parser.parse(file_name);
+}
+
 /// Returns a parser that holds the whole document, or null after a message.
-std::unique_ptr<XercesDOMParser> parse_file(const char *file_name) {
+std::unique_ptr<XercesDOMParser> parse_file(const char *file_name, const zeb5::plain_file &file) {
     error_watch errors; // outlives the parse but not the parser, which reports only while it parses
     try {
         auto parser = zeb5::create_parser<XercesDOMParser>(XercesDOMParser::Val_Never);
         parser->setErrorHandler(&errors);
         parser->setCreateEntityReferenceNodes(false);
-        if (const auto source = parser->streams.source_of(file_name))
-            parser->parse(zeb5::metered_source(*source, parser->streams));
-        else
-            parser->parse(file_name);
+        parse_with(*parser, file_name, file);
         parser->setErrorHandler(nullptr);
         if (errors.seen() || !parser->getDocument())
             throw unreadable_file{};
@@ -108,9 +121,10 @@ ZEB5GigEFeature::~ZEB5GigEFeature() = default;
 bool zeb5_fill_gige_descr(char *file_name, feature_vector *out) {
     if (!file_name || !out)
         return true;
+    const zeb5::plain_file file(file_name);
     std::optional<xml_platform> platform;
     try {
-        const zeb5::scan_result scanned = zeb5::scan_features(file_name, *out);
+        const zeb5::scan_result scanned = zeb5::scan_features(file, *out);
         if (scanned == zeb5::scan_result::CHANGED)
             tell_parse_failed();
         if (scanned != zeb5::scan_result::NOT_PLAIN)
@@ -127,7 +141,7 @@ bool zeb5_fill_gige_descr(char *file_name, feature_vector *out) {
                     zeb5::plain_message(problem).c_str());
         return true;
     }
-    const auto parser = parse_file(file_name);
+    const auto parser = parse_file(file_name, file);
     if (!parser)
         return true;
     out->clear(); // Kept: the records are the caller's, who may still use them

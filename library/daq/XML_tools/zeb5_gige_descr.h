@@ -67,10 +67,10 @@ public:
 
 /// Reads a camera file. Once the file is parsed, `*out` is emptied WITHOUT releasing what it held. Returns
 /// false when done. Returns TRUE WHEN IT FAILED, and leaves `*out` as it was: for a null argument, and, with
-/// a message on standard output, for a plain file that changes while it is read and for any error of the
-/// parser, recoverable or not (warnings are ignored). When memory runs out it fails, too, and may leave the
-/// features that it has found so far. The features are made with `new`; release them with
-/// zeb5_clean_gige_descr().
+/// a message on standard output, for a file that changes while it is read (SECURITY.md says which changes
+/// are not seen) and for any error of the parser, recoverable or not (warnings are ignored). When memory runs
+/// out it fails, too, and may leave the features that it has found so far. The features are made with `new`;
+/// release them with zeb5_clean_gige_descr().
 ZEB5_API bool zeb5_fill_gige_descr(char *file_name, std::vector<ZEB5GigEFeature *> *out);
 
 /// Appends the features found in the nodes and below them, depth first. The nodes may be the children of a

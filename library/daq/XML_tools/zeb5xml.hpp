@@ -5,10 +5,10 @@
 /// a path or a text. The functions of the other headers, which all of this calls, say more about documents.
 ///
 /// A list is read in one of two ways. `read` and `parse` throw zeb5xml::error when the reader reports a
-/// problem; the reports are on standard error. `try_read` and `try_parse` return an outcome with the records
-/// that were read, the reader's result and what it printed. They turn standard output and standard error of
-/// the whole process elsewhere while they read, one call after the other; what other threads print meanwhile
-/// is in the outcome, too.
+/// problem; the reports are on standard error, those of the camera reader on standard output. `try_read` and
+/// `try_parse` return an outcome with the records that were read, the reader's result and what it printed.
+/// They turn standard output and standard error of the whole process elsewhere while they read, one call
+/// after the other; what other threads print meanwhile is in the outcome, too.
 ///
 /// A text ends at its first NUL. A std::string and a C string are read where they are; a std::string_view is
 /// copied first, as readers need the NUL at the end.
@@ -240,7 +240,7 @@ public:
     chan_descr_2010 *find(const std::string &property) { return find(property.c_str()); }
 
     /// Returns the list in a form; XML is without a date then. Of several channels of one property only the
-    /// first is written. For a summary, standard output goes elsewhere meanwhile.
+    /// first is written. For a summary, standard output and standard error go elsewhere meanwhile.
     std::string text(channel_format format = channel_format::chandescriptions) const {
         if (format == channel_format::table || format == channel_format::summary)
             return file_text(format);
@@ -249,8 +249,8 @@ public:
         return document;
     }
 
-    /// Writes the list to a file, XML with the date. The file is replaced in one move when all is written.
-    /// Throws error.
+    /// Writes the list to a file, CHANDESCRIPTIONS with the date. The file is replaced in one move when all
+    /// is written. Throws error.
     void write(const std::filesystem::path &path,
                channel_format format = channel_format::chandescriptions) const {
         detail::write_file(path, file_text(format));
@@ -358,8 +358,8 @@ public:
         return this->first_of([&](const Entry &entry) { return entry.index == index; });
     }
 
-    /// Returns the dictionary in a form, XML with the date. For a table, standard output goes elsewhere
-    /// meanwhile, as for try_read().
+    /// Returns the dictionary in a form, XML with the date. For a table, standard output and standard
+    /// error go elsewhere meanwhile, as for try_read().
     std::string text(dictionary_format format = dictionary_format::xml) const {
         if (format == dictionary_format::xml) {
             std::string document;

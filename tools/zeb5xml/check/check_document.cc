@@ -49,10 +49,13 @@ private:
     void check_encoding();
     void check_report();
     void check_kind();
-    void check_wrong_root(const std::string &root);
+    void check_wrong_root();
     void check_records(const checked_kind &kind);
     bool read_camera();
     bool has_own_entities() const;
+    std::string_view root() const;
+    const checked_kind *kind() const;
+    std::string end_of_reading(const char *where) const;
 
     void tell(rule id, std::size_t at, const std::string &message) { found_.push_back({at, id, message}); }
     void take(std::vector<finding> more) { std::move(more.begin(), more.end(), std::back_inserter(found_)); }
@@ -91,7 +94,8 @@ void document_check::check_encoding() {
                  ": it would be a quotation mark, a dash or another sign in windows-1252");
     if (content_.doctype != outline_element::none)
         tell(rule::DOCTYPE, content_.doctype,
-             "readers check the document against its document type, and never open another file for it");
+             "what the document type declares turns validation on (not of a camera file), and no reader "
+             "opens another file for it");
 }
 
 void document_check::check_report() {
@@ -99,35 +103,50 @@ void document_check::check_report() {
     if (is_malformed)
         tell(rule::NOT_XML, decoded_.malformed,
              "the byte " + decoded_.malformed_bytes + " is no character of " +
-                 (decoded_.label.empty() ? "UTF-8" : decoded_.label) +
-                 ": readers stop some way before it, and keep the records that they have");
+                 (decoded_.label.empty() ? "UTF-8" : decoded_.label) + end_of_reading("some way before it"));
     if (trimmed(decoded_.text).empty())
         return tell(rule::NOT_XML, 0, "the document is empty: no reader takes it");
     if (report_ && !(is_malformed && report_->message.find("byte") != std::string::npos))
         tell(rule::NOT_XML, offset_of(decoded_.text, report_->place),
-             report_->message + ": readers stop here, and keep the records that they have");
+             report_->message + end_of_reading("here"));
+}
+
+/// What readers do at an error.
+std::string document_check::end_of_reading(const char *where) const {
+    return kind() ? std::string(": readers stop ") + where + ", and keep the records that they have"
+                  : ": readers refuse the whole document";
+}
+
+std::string_view document_check::root() const {
+    return content_.elements.empty() ? "" : content_.elements.front().name;
+}
+
+/// Returns null for a camera file and for an unknown root.
+const checked_kind *document_check::kind() const {
+    const auto *const found =
+        std::find_if(std::begin(checked_kinds), std::end(checked_kinds),
+                     [&](const checked_kind &one) { return one.elements->root == root(); });
+    return found == std::end(checked_kinds) ? nullptr : found;
 }
 
 void document_check::check_kind() {
-    if (content_.elements.empty() || content_.elements.front().name.empty())
+    if (root().empty())
         return;
-    const std::string root(content_.elements.front().name);
-    for (const checked_kind &kind : checked_kinds)
-        if (root == kind.elements->root)
-            return check_records(kind);
-    if (!read_camera())
-        check_wrong_root(root);
+    if (kind())
+        check_records(*kind());
+    else if (!read_camera())
+        check_wrong_root();
 }
 
-void document_check::check_wrong_root(const std::string &root) {
+void document_check::check_wrong_root() {
     std::vector<std::string> roots;
     for (const checked_kind &kind : checked_kinds)
         roots.emplace_back(kind.elements->root);
     tell(rule::WRONG_ROOT, content_.elements.front().at,
-         "the root " + in_tag(root) +
+         "the root " + in_tag(root()) +
              " is none of CHANDESCRIPTIONS, DAQvariables, BMR and ENVINDEXDICT, and no camera feature is "
              "in it" +
-             did_you_mean(root, roots));
+             did_you_mean(root(), roots));
 }
 
 /// Returns whether the document is a camera file.

@@ -2,8 +2,8 @@
 #define ZEB5XML_RECORD_H
 
 /// Records of every kind as plain values, and back. A record struct is described by rows, one for each of its
-/// fields (record_types.h); whoever shows, compares or writes records walks over these rows and knows no
-/// struct.
+/// fields (records/record_types.h); whoever shows, compares or writes records walks over these rows and knows
+/// no struct.
 
 #include <cstdint>
 #include <memory>

@@ -47,6 +47,7 @@ void write_table_row(FILE *out, const chan_descr_2010 &channel) {
 void write_summary_row(FILE *out, const chan_descr_2010 &channel) {
     const char *block = "UNKNOWN";
     if (channel.dtype != 0) {
+        // Kept: bit 31 is not looked at; operators' lists have the names of classic block types
         block = block_name_itoa(std::countr_zero(channel.dtype));
         std::cout << std::endl; // Kept: operators' scripts count these empty lines
     }

@@ -3,7 +3,6 @@
 #include <memory>
 
 #include "readers/feature_collector.h"
-#include "steps/plain_file.h"
 #include "steps/plain_lane.h"
 #include "steps/plain_scanner.h"
 #include "steps/plain_text.h"
@@ -88,10 +87,9 @@ private:
 
 } // namespace
 
-scan_result scan_features(const char *path, std::vector<ZEB5GigEFeature *> &out) {
+scan_result scan_features(const plain_file &file, std::vector<ZEB5GigEFeature *> &out) {
     if (!is_lane_open())
         return scan_result::NOT_PLAIN;
-    const plain_file file(path);
     bool is_plain = false;
     owned_list<ZEB5GigEFeature, zeb5_clean_gige_descr> found;
     if (file.is_open()) {

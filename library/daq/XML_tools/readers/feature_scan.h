@@ -5,6 +5,7 @@
 
 #include <vector>
 
+#include "steps/plain_file.h"
 #include "zeb5_gige_descr.h"
 
 namespace zeb5 {
@@ -16,7 +17,7 @@ enum class scan_result {
 };
 
 /// Reads a whole file, or leaves `out` as it was.
-scan_result scan_features(const char *path, std::vector<ZEB5GigEFeature *> &out);
+scan_result scan_features(const plain_file &file, std::vector<ZEB5GigEFeature *> &out);
 
 } // namespace zeb5
 
