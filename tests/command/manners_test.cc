@@ -85,25 +85,37 @@ protected:
         folder.write("after.xml", after);
     }
 
-    /// What the command writes to a terminal.
+    ~Colours() override {
+        for (const int end : {terminal_, master_})
+            if (end >= 0)
+                close(end);
+    }
+
+    /// Returns false when the machine has none, as a bare root folder without /dev/pts.
+    bool open_terminal() {
+        master_ = posix_openpt(O_RDWR | O_NOCTTY);
+        if (master_ >= 0 && grantpt(master_) == 0 && unlockpt(master_) == 0)
+            terminal_ = open(ptsname(master_), O_RDWR | O_NOCTTY);
+        return terminal_ >= 0;
+    }
+
+    /// What the command writes to the terminal.
     std::string on_terminal(const std::vector<std::string> &arguments, const char *no_color = "") const {
-        const int master = posix_openpt(O_RDWR | O_NOCTTY);
-        if (master < 0 || grantpt(master) != 0 || unlockpt(master) != 0)
-            throw std::runtime_error("no terminal");
-        const int terminal = open(ptsname(master), O_RDWR | O_NOCTTY);
         folder.run(arguments, "", [&] {
             setenv("TERM", "xterm", 1);
             setenv("NO_COLOR", no_color, 1);
-            dup2(terminal, STDOUT_FILENO);
+            dup2(terminal_, STDOUT_FILENO);
         });
         std::array<char, 4096> block;
-        const ssize_t count = read(master, block.data(), block.size());
-        close(terminal);
-        close(master);
+        const ssize_t count = read(master_, block.data(), block.size());
         std::string text(block.data(), static_cast<size_t>(count));
         text.erase(std::remove(text.begin(), text.end(), '\r'), text.end());
         return text;
     }
+
+private:
+    int master_ = -1;
+    int terminal_ = -1;
 };
 
 TEST_F(Colours, AreWhatTheOptionSays) {
@@ -115,7 +127,7 @@ TEST_F(Colours, AreWhatTheOptionSays) {
 }
 
 TEST_F(Colours, AreForATerminalUnlessNoColorIsSet) {
-    if (access("/dev/ptmx", R_OK | W_OK) != 0 || access("/dev/pts", X_OK) != 0)
+    if (!open_terminal())
         GTEST_SKIP() << "this machine has no terminals";
     EXPECT_EQ(on_terminal({"diff", "before.xml", "after.xml"}), in_colours);
     EXPECT_EQ(on_terminal({"diff", "before.xml", "after.xml"}, "1"), without_colours);
