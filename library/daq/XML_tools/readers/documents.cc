@@ -1,31 +1,30 @@
 #include "readers/documents.h"
 
+#include <cstring>
 #include <iostream>
 
-#include "steps/sax_step_handlers.h"
+#include <xercesc/framework/MemBufInputSource.hpp>
 
 namespace zeb5 {
 
-template <class Parser> std::optional<std::string_view> parsed_document<Parser>::attribute(const char *name) {
+int parsed_document::parse(const char **tag, const char **value) {
+    return sax_step_handlers::parse(*parser_, tag, value);
+}
+
+std::optional<std::string_view> parsed_document::attribute(const char *name) {
     char *value = nullptr;
     sax_step_handlers::get_attr(*parser_, name, &value);
     return value ? std::optional<std::string_view>(value) : std::nullopt;
 }
-
-template <class Parser> std::uint32_t parsed_document<Parser>::element_count() const {
-    return sax_step_handlers::element_count(*parser_);
-}
-
-template class parsed_document<SAX_Memory_Parser>;
-template class parsed_document<SAX_File_Parser>;
 
 std::unique_ptr<plain_window> memory_document::open_window() {
     return std::make_unique<memory_window>(text_);
 }
 
 bool memory_document::start() {
-    parser_.emplace(text_);
-    return parser_->init_ok() && parser_->start() == 0;
+    parser_.emplace();
+    return parser_->init && start_at(xercesc::MemBufInputSource(reinterpret_cast<const XMLByte *>(text_),
+                                                                std::strlen(text_), "my_mem_info", false));
 }
 
 std::unique_ptr<plain_window> file_document::open_window() {
@@ -35,11 +34,10 @@ std::unique_ptr<plain_window> file_document::open_window() {
 
 bool file_document::start() {
     parser_.emplace();
-    if (!parser_->init_ok())
+    if (!parser_->init)
         return false;
     const bool is_open = file_ && file_->is_open();
-    return (is_open ? sax_step_handlers::start(*parser_, sax_step_handlers::opened_file{path_, *file_})
-                    : parser_->start(path_)) == 0;
+    return is_open ? start_at(sax_step_handlers::opened_file{path_, *file_}) : start_at(path_);
 }
 
 bool file_document::reports_change() const {

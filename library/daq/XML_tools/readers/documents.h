@@ -8,26 +8,30 @@
 #include <optional>
 #include <string_view>
 
-#include "SAX_File_Parser.h"
-#include "SAX_Memory_Parser.h"
+#include "readers/step_parser.h"
 #include "steps/document_steps.h"
 #include "steps/plain_file.h"
 
 namespace zeb5 {
 
-/// A document with a pull reader of its own.
-template <class Parser> class parsed_document : public document {
+/// A document with a parser of its own.
+class parsed_document : public document {
 public:
-    int parse(char **tag, char **value) final { return parser_->parse(tag, value); }
+    int parse(const char **tag, const char **value) final;
     std::optional<std::string_view> attribute(const char *name) final;
-    std::uint32_t element_count() const final;
-    int error_count() final { return parser_ ? parser_->get_error_counter() : 0; }
+    std::uint32_t element_count() const final { return parser_->handler.fElementCount; }
+    int error_count() final { return parser_ ? parser_->handler.error_count : 0; }
 
 protected:
-    std::optional<Parser> parser_;
+    /// `source` is an input source, a path or an opened file.
+    template <class Source> bool start_at(const Source &source) {
+        return sax_step_handlers::start(*parser_, source) == 0;
+    }
+
+    std::optional<step_parser> parser_;
 };
 
-class memory_document final : public parsed_document<SAX_Memory_Parser> {
+class memory_document final : public parsed_document {
 public:
     explicit memory_document(char *text) : text_(text) {}
 
@@ -40,7 +44,7 @@ private:
 };
 
 /// Opens its file once.
-class file_document final : public parsed_document<SAX_File_Parser> {
+class file_document final : public parsed_document {
 public:
     explicit file_document(char *path) : path_(path) {}
 

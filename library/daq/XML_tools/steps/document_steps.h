@@ -34,7 +34,7 @@ public:
 
     // As the pull reader's; only after start()
 
-    virtual int parse(char **tag, char **value) = 0;
+    virtual int parse(const char **tag, const char **value) = 0;
     virtual std::optional<std::string_view> attribute(const char *name) = 0;
     virtual std::uint32_t element_count() const = 0;
 
@@ -86,8 +86,8 @@ private:
     std::unique_ptr<step_scanner> scanner_; // null: the parser has taken over
     row_finder find_row_ = nullptr;
     step current_;
-    char *parser_tag_ = nullptr;
-    char *parser_value_ = nullptr;
+    const char *parser_tag_ = nullptr;
+    const char *parser_value_ = nullptr;
     std::uint32_t parser_element_ = 0; // whose row is parser_row_; elements count from 1
     reader_row parser_row_;
     int failures_ = 0;

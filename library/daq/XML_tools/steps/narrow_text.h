@@ -47,6 +47,22 @@ private:
     std::string buffer_;
 };
 
+/// A text, or none, whose memory the next one uses again.
+class reused_text {
+public:
+    void set(const XMLCh *text, std::size_t length) {
+        text_ = nullptr;
+        if (const auto narrow = narrower_.narrow(text, length))
+            text_ = narrow->data();
+    }
+    void reset() { text_ = nullptr; }
+    operator const char *() const { return text_; } // null: none
+
+private:
+    narrower narrower_;
+    const char *text_ = nullptr;
+};
+
 } // namespace zeb5
 
 #endif

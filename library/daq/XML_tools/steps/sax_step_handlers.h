@@ -1,7 +1,7 @@
 #ifndef ZEB5_SAX_STEP_HANDLERS_H
 #define ZEB5_SAX_STEP_HANDLERS_H
 
-/// What one step of a pull reader does, written once for the memory and the file variant.
+/// What one step of a pull reader does, written once for the two pull readers and the parser of the readers.
 
 #include <cstdint>
 #include <cstring>
@@ -26,12 +26,11 @@ namespace zeb5 {
 
 /// The handlers' callbacks and the parsers' steps; a friend of the memory and of the file classes.
 struct sax_step_handlers {
-    // Callbacks; Handlers is MemParseHandlers or FileParseHandlers
+    // Callbacks; Handlers is MemParseHandlers, FileParseHandlers or step_handlers
 
     template <class Handlers>
     static void start_element(Handlers &h, const XMLCh *name, const xercesc::AttributeList &attributes) {
-        release(h.tag);
-        h.tag = narrow(name);
+        set(h.tag, name, xercesc::XMLString::stringLen(name));
         const XMLSize_t count = attributes.getLength();
         ++h.fElementCount;
         h.fAttrCount += static_cast<std::uint32_t>(count);
@@ -42,8 +41,7 @@ struct sax_step_handlers {
 
     template <class Handlers> static void characters(Handlers &h, const XMLCh *text, XMLSize_t length) {
         if (h.tag) {
-            release(h.value);
-            h.value = zeb5::narrow(text, length);
+            set(h.value, text, length);
             if (h.value && is_white_space(h.value, length))
                 drop_texts(h);
         }
@@ -82,6 +80,13 @@ struct sax_step_handlers {
         if (text)
             xercesc::XMLString::release(&text);
     }
+    static void release(reused_text &text) { text.reset(); }
+
+    static void set(char *&text, const XMLCh *from, XMLSize_t length) {
+        release(text);
+        text = zeb5::narrow(from, length);
+    }
+    static void set(reused_text &text, const XMLCh *from, XMLSize_t length) { text.set(from, length); }
 
     template <class Handlers> static void drop_texts(Handlers &h) {
         release(h.value);
@@ -94,7 +99,7 @@ struct sax_step_handlers {
         h.vattr.clear();
     }
 
-    // Steps; Parser is SAX_Memory_Parser or SAX_File_Parser
+    // Steps; Parser is SAX_Memory_Parser, SAX_File_Parser or step_parser
 
     /// Starts the platform; returns null after a message when that fails.
     static std::unique_ptr<xml_platform> open_platform() {
@@ -173,12 +178,8 @@ struct sax_step_handlers {
         return h.error_count;
     }
 
-    /// Number of start tags so far.
-    template <class Parser> static std::uint32_t element_count(const Parser &p) {
-        return handlers_of(p).fElementCount;
-    }
-
-    template <class Parser> static int parse(Parser &p, char **tag, char **value) {
+    /// `Text` is `char`, or `const char` for texts that nobody may take.
+    template <class Parser, class Text> static int parse(Parser &p, Text **tag, Text **value) {
         // Set before the step: an exception may end it, and the strings that it drops must not be used any
         // more
         if (tag)
