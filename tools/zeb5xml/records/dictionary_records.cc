@@ -1,11 +1,8 @@
-#include <cstdlib>
-#include <set>
-
 #include "files/memory_file.h"
 #include "files/standard_streams.h"
-#include "parse_env_index_dictionary.h"
 #include "records/family_list.h"
 #include "records/record_types.h"
+#include "zeb5xml.hpp"
 
 namespace {
 
@@ -51,11 +48,7 @@ template <class Layout> struct dictionary_family {
         list copy = *entries; // the writer's parameter is not const
         Layout::write(&copy, nullptr, 0, nullptr);
     }
-    static void clean(list *entries) {
-        for (record *entry : std::set<record *>(entries->begin(), entries->end()))
-            free(entry); // once: a dictionary may hold an entry twice
-        entries->clear();
-    }
+    static void clean(list *entries) { zeb5xml::basic_env_dictionary<record>::release_records(*entries); }
 
     static int read_to_convert(const document &source, list *entries, const conversion &) {
         std::string path = source.path;

@@ -1,6 +1,6 @@
-#include "parse_ev_list.h"
 #include "records/family_list.h"
 #include "records/record_types.h"
+#include "zeb5xml.hpp"
 
 namespace {
 
@@ -11,15 +11,7 @@ struct event_family {
 
     static int read(char *path, list *records) { return zeb5_parse_ev_list_readf(path, records); }
     static void print(const list *records) { zeb5_print_ev_list(records); }
-    static void clean(list *records) {
-        for (record *entry : *records)
-            for (zeb5_ev_sb_list *block : *entry->sb_list)
-                if (block->ch_list->empty()) { // the library does not release these
-                    delete block->ch_list;
-                    block->ch_list = nullptr;
-                }
-        zeb5_clean_ev_list(records);
-    }
+    static void clean(list *records) { zeb5xml::event_list::release_records(*records); }
 };
 
 } // namespace
